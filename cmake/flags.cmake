@@ -1,0 +1,17 @@
+# Compiler and linker flags of every target: warnings, sanitizers, static linking on Windows.
+# The library, its companion and the layer do without exceptions and RTTI: target orvel-plain.
+add_compile_options(-Wall -Wextra -Wshadow -fvisibility=hidden)
+if(ORVEL_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(WIN32)
+  # The exports are undecorated, so references to Name@N have to find Name.
+  add_link_options(-static -Wl,--enable-stdcall-fixup)
+  add_compile_definitions(_WIN32_WINNT=0x0601)
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-cast-function-type>)
+endif()
+
+add_library(orvel-plain INTERFACE)
+target_compile_options(orvel-plain INTERFACE -fno-exceptions -fno-rtti)
