@@ -1,0 +1,89 @@
+// Loading and unloading. A file that is missing or can't be read makes an empty dictionary that
+// counts as loaded, so that the question that comes with every run of text touches no file system.
+#include "dictionary.h"
+#include "dictionary_file.h"
+#include <runtime.h>
+
+struct DictionaryName {
+    DWORD bit;
+    const char *fileName;
+    bool hasPairs;
+};
+constexpr DictionaryName kNames[] = {
+    // ORDER Dictionary
+    {kMainDictionary, "MainDict.dat", false},
+    {kOldDictionary, "OldDict.dat", true},
+    {kUserDictionary, "UserDict.dat", false},
+};
+static_assert(sizeof kNames / sizeof *kNames == kDictionaryCount);
+
+DictionaryState gDictionaries;
+
+static int IndexOfBit(DWORD bit)
+{
+    for (int i = 0; i < kDictionaryCount; ++i)
+        if (kNames[i].bit == bit)
+            return i;
+    return -1;
+}
+
+Dictionary *DictionaryOfBit(DWORD bit)
+{
+    int index = IndexOfBit(bit);
+    return index < 0 ? nullptr : &gDictionaries.dictionaries[index];
+}
+
+const char *DictionaryFileName(DWORD bit)
+{
+    int index = IndexOfBit(bit);
+    return index < 0 ? nullptr : kNames[index].fileName;
+}
+
+void RebuildTrie(Dictionary *dictionary)
+{
+    FreeTrie(&dictionary->trie);
+    BuildTrie(&dictionary->trie, &dictionary->list);  // without memory it finds nothing
+    dictionary->isTrieStale = false;
+}
+
+void ReplaceList(Dictionary *dictionary, const WordList *list)
+{
+    FreeWordList(&dictionary->list);
+    dictionary->list = *list;
+    dictionary->isLoaded = true;
+    dictionary->isTrieStale = true;
+    ++dictionary->revision;
+}
+
+static void LoadDictionary(int index)
+{
+    FileContent content;
+    WordList list = {};
+    if (ReadDictionaryFile(kNames[index].fileName, &content) == kFileRead)
+        ParseWordList(&list, content.bytes, content.size, kNames[index].hasPairs);
+    FreeFileContent(&content);
+    ReplaceList(&gDictionaries.dictionaries[index], &list);
+}
+
+DWORD WINAPI ReadLaoDict(const char *fileName, DWORD dictionary)
+{
+    int index = IndexOfBit(dictionary);
+    if (!fileName || index < 0 || CompareNoCase(fileName, kNames[index].fileName))
+        return 0;
+    if (!gDictionaries.dictionaries[index].isLoaded)
+        LoadDictionary(index);
+    uint32_t count = gDictionaries.dictionaries[index].list.count;
+    return count < 0xFFFF ? count : 0xFFFF;
+}
+
+DWORD WINAPI UnloadDictionaries(void)
+{
+    for (Dictionary &dictionary : gDictionaries.dictionaries) {
+        FreeWordList(&dictionary.list);
+        FreeTrie(&dictionary.trie);
+        dictionary.isLoaded = dictionary.isTrieStale = false;
+        ++dictionary.revision;
+    }
+    ++gDictionaries.generation;
+    return 1;
+}

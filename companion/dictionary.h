@@ -1,0 +1,41 @@
+// The three dictionaries and their state. A dictionary is loaded at the first ReadLaoDict and stays
+// until UnloadDictionaries; the user's changes with AddWord and DeleteWord.
+#pragma once
+
+#include "trie.h"
+#include "vesk.h"
+
+enum { kDictionaryCount = 3 };  // ORDER Dictionary: main, old, user
+
+struct Dictionary {
+    bool isLoaded;
+    bool isTrieStale;   // the list has changed since the trie was built
+    uint32_t revision;  // grows with every change of the list; what remembers places compares it
+    WordList list;
+    Trie trie;  // see FreshTrie
+};
+
+struct DictionaryState {
+    Dictionary dictionaries[kDictionaryCount];  // ORDER Dictionary
+    uint32_t generation;                        // of handles; grows with every unloading
+};
+extern DictionaryState gDictionaries;
+
+// The dictionary of one bit, loaded or not; none for another number.
+Dictionary *DictionaryOfBit(DWORD bit);
+
+// The name of a dictionary's file.
+const char *DictionaryFileName(DWORD bit);
+
+// Builds the trie of a list that has changed; many additions in a row so cost one build.
+void RebuildTrie(Dictionary *dictionary);
+
+// Puts a list, which the dictionary then owns, in the place of the old one. It is loaded then.
+void ReplaceList(Dictionary *dictionary, const WordList *list);
+
+static inline const Trie *FreshTrie(Dictionary *dictionary)
+{
+    if (dictionary->isTrieStale)
+        RebuildTrie(dictionary);
+    return &dictionary->trie;
+}

@@ -1,0 +1,176 @@
+// Paths, reading and replacing of dictionary files. The user's file is replaced whole; between
+// reading and replacing a folder beside it serves as lock, since making a folder is one step
+// everywhere.
+#include "dictionary_file.h"
+#include "module.h"
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <runtime.h>
+#include <shlobj.h>
+#include <unistd.h>
+
+constexpr size_t kBlock = 64 * 1024;
+constexpr DWORD kLockWait = 500;  // milliseconds; a change takes a few
+constexpr DWORD kLockPause = 2;
+
+// ---- paths ----
+
+// Joins a folder, a name and an ending into path, MAX_PATH bytes. 0 when it doesn't fit.
+static int MakePath(char *path, const char *folder, const char *name, const char *ending)
+{
+    int length = snprintf(path, MAX_PATH, "%s\\%s%s", folder, name, ending);
+    return length > 0 && length < MAX_PATH;
+}
+
+static int DataPath(char *path, const char *name, const char *ending)
+{
+    char common[MAX_PATH], folder[MAX_PATH];
+    if (SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, common))
+        return 0;
+    return MakePath(folder, common, "Orvel", "") && MakePath(path, folder, name, ending);
+}
+
+static int InstallPath(char *path, const char *name)
+{
+    char module[MAX_PATH];
+    DWORD length = GetModuleFileNameA(ModuleInstance(), module, sizeof module);
+    char *slash = length && length < sizeof module ? strrchr(module, '\\') : nullptr;
+    if (!slash)
+        return 0;
+    *slash = 0;
+    return MakePath(path, module, name, "");
+}
+
+// ---- reading ----
+
+static int GrowContent(FileContent *content, size_t *room)
+{
+    if (*room - content->size >= kBlock)
+        return 1;
+    size_t more = content->size + content->size / 2 + kBlock;
+    void *bytes = realloc(content->bytes, more);
+    if (!bytes)
+        return 0;
+    content->bytes = static_cast<char *>(bytes);
+    *room = more;
+    return 1;
+}
+
+static int ReadStream(FILE *file, FileContent *content)
+{
+    size_t room = 0, count;
+    do {
+        if (content->size > kLargestFile || !GrowContent(content, &room))
+            return 0;
+        count = fread(content->bytes + content->size, 1, kBlock, file);
+        content->size += count;
+    } while (count > 0);
+    return !ferror(file);
+}
+
+static bool IsMissing(const char *path)
+{
+    if (GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES)
+        return false;
+    DWORD error = GetLastError();
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+}
+
+static FileResult ReadFileAt(const char *path, FileContent *content)
+{
+    FILE *file = OpenDataFile(path, "rb");
+    if (!file)
+        return IsMissing(path) ? kFileMissing : kFileUnreadable;
+    int isRead = ReadStream(file, content);
+    fclose(file);
+    return isRead ? kFileRead : kFileUnreadable;
+}
+
+FileResult ReadDictionaryFile(const char *name, FileContent *content)
+{
+    *content = {};
+    char path[MAX_PATH];
+    if (DataPath(path, name, "")) {
+        FileResult result = ReadFileAt(path, content);
+        if (result != kFileMissing)
+            return result;
+    }
+    return InstallPath(path, name) ? ReadFileAt(path, content) : kFileMissing;
+}
+
+void FreeFileContent(FileContent *content)
+{
+    free(content->bytes);
+    *content = {};
+}
+
+// ---- replacing ----
+
+// The stream writes the target's line ends, so a CR in front of a line's end is left out here.
+static int WriteLines(FILE *file, const char *bytes, size_t size)
+{
+    const char *end = bytes + size;
+    while (bytes < end) {
+        const void *feed = memchr(bytes, '\n', size_t(end - bytes));
+        const char *lineEnd = feed ? static_cast<const char *>(feed) : end;
+        size_t length = size_t(lineEnd - bytes);
+        if (feed && length && bytes[length - 1] == '\r')
+            --length;
+        if (fwrite(bytes, 1, length, file) != length || (feed && putc('\n', file) == EOF))
+            return 0;
+        bytes = feed ? lineEnd + 1 : end;
+    }
+    return 1;
+}
+
+// The data folder exists after the first file that is written there.
+static void MakeDataFolder(void)
+{
+    char common[MAX_PATH], folder[MAX_PATH];
+    if (!SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, common) &&
+        MakePath(folder, common, "Orvel", ""))
+        CreateDirectoryA(folder, nullptr);
+}
+
+int WriteDictionaryFile(const char *name, const char *bytes, size_t size)
+{
+    char path[MAX_PATH];
+    if (!DataPath(path, name, ""))
+        return 0;
+    FILE *file = BeginReplaceFile(path);
+    if (!file)
+        return 0;
+    return EndReplaceFile(file, path, WriteLines(file, bytes, size));
+}
+
+// ---- lock ----
+
+int LockDictionaryFile(const char *name)
+{
+    char path[MAX_PATH];
+    MakeDataFolder();
+    if (!DataPath(path, name, ".lock"))
+        return 0;
+    for (DWORD start = GetTickCount();;) {
+        if (CreateDirectoryA(path, nullptr))
+            return 1;
+        if (GetLastError() != ERROR_ALREADY_EXISTS)
+            return 0;
+        if (GetTickCount() - start >= kLockWait)
+            return 1;  // left behind: it is ours now
+        Sleep(kLockPause);
+    }
+}
+
+// rmdir knows slashes on both targets.
+void UnlockDictionaryFile(const char *name)
+{
+    char path[MAX_PATH];
+    if (!DataPath(path, name, ".lock"))
+        return;
+    for (char *p = path; *p; ++p)
+        if (*p == '\\')
+            *p = '/';
+    rmdir(path);
+}

@@ -1,0 +1,141 @@
+// Words in dictionaries. FindWord remembers the last walk in each dictionary, byte for byte, so
+// that the next length at the same place costs one step; hosts use their buffers again, so only the
+// bytes count, never the pointer. FindWordLengths walks once for all lengths.
+#include "dictionary.h"
+#include "lao_signs.h"
+#include <cstring>
+
+constexpr uint32_t kRememberedBytes = 64;
+constexpr int kShortestScored = 2, kLongestScored = 15;  // words that break scoring asks for
+constexpr uint32_t kNumberBits = 20;
+constexpr uint32_t kNumberMask = (1u << kNumberBits) - 1;
+constexpr uint32_t kGenerationMask = 0x7FF;  // a handle stays positive as a LONG
+static_assert(kMostWords < kNumberMask);
+
+// The walk over the first `length` bytes of a text, and the cell behind each of them.
+struct Walk {
+    uint32_t revision;  // of the dictionary
+    uint32_t length;
+    uint8_t bytes[kRememberedBytes];
+    uint32_t cells[kRememberedBytes];
+};
+
+struct LookupState {
+    Walk walks[kDictionaryCount];  // ORDER Dictionary
+};
+static LookupState gLookup;
+
+static uint32_t CommonLength(const Walk *walk, const uint8_t *text, uint32_t length)
+{
+    uint32_t most = length < walk->length ? length : walk->length, same = 0;
+    while (same < most && walk->bytes[same] == text[same])
+        ++same;
+    return same;
+}
+
+// The cell behind the first length bytes of text, or 0 where no word begins so. A terminator is in
+// no word and ends the walk.
+static uint32_t CellOfText(Walk *walk, Dictionary *dictionary, const uint8_t *text, uint32_t length)
+{
+    const Trie *trie = FreshTrie(dictionary);
+    if (!trie->cells)
+        return 0;
+    if (walk->revision != dictionary->revision)
+        *walk = {};
+    walk->revision = dictionary->revision;
+    uint32_t at = CommonLength(walk, text, length);
+    if (at == length)
+        return walk->cells[at - 1];
+    uint32_t cell = at ? walk->cells[at - 1] : trie->root;
+    for (; at < length && cell; ++at) {
+        cell = TrieStep(trie, cell, trie->classOf[text[at]]);
+        if (at < kRememberedBytes) {
+            walk->bytes[at] = text[at];
+            walk->cells[at] = cell;
+            walk->length = at + 1;
+        }
+    }
+    return cell;
+}
+
+static DWORD HandleOfOldWord(const Dictionary *old, const char *text, DWORD length)
+{
+    char word[kLongestWord + 1];
+    if (!old->isLoaded || length > kLongestWord)
+        return 0;
+    for (DWORD i = 0; i < length; ++i) {
+        if (!text[i])
+            return 0;
+        word[i] = char(MainForm(uint8_t(text[i])));
+    }
+    word[length] = 0;
+    long place = FindInWordList(&old->list, word);
+    if (place < 0)
+        return 0;
+    return (gDictionaries.generation & kGenerationMask) << kNumberBits | DWORD(place + 1);
+}
+
+DWORD WINAPI FindWord(const char *text, DWORD length, DWORD, DWORD flags)
+{
+    if (!text || !length)
+        return 0;
+    if (flags & kNewWordHandle)
+        return flags & kOldDictionary
+                   ? HandleOfOldWord(DictionaryOfBit(kOldDictionary), text, length)
+                   : 0;
+    const uint8_t *bytes = reinterpret_cast<const uint8_t *>(text);
+    for (int i = 0; i < kDictionaryCount; ++i) {
+        if (!(flags >> i & 1))
+            continue;
+        uint32_t cell =
+            CellOfText(&gLookup.walks[i], &gDictionaries.dictionaries[i], bytes, length);
+        if (cell && (!(flags & kWholeWord) || cell & kWordEnd))
+            return 1;
+    }
+    return 0;
+}
+
+static DWORD LengthsInTrie(const Trie *trie, const uint8_t *text)
+{
+    uint32_t first = trie->classOf[text[0]];
+    if (!first)
+        return 0;
+    DWORD lengths = 0;
+    uint32_t cell = trie->firstTwo[first * (trie->classCount + 1) + trie->runClassOf[text[1]]];
+    for (int length = kShortestScored; cell; ++length) {
+        uint8_t next = text[length];
+        if (cell & kWordEnd)
+            lengths |= 1u << (next == kRepeatSign || next == kEllipsis ? length : length - 1);
+        if (length == kLongestScored)
+            break;
+        cell = TrieStep(trie, cell, trie->runClassOf[next]);
+    }
+    return lengths;
+}
+
+void WINAPI FindWordLengths(const char *text, DWORD dictionaries, WordLengths *lengths)
+{
+    if (!lengths)
+        return;
+    DWORD found[kDictionaryCount] = {};
+    for (int i = 0; text && i < kDictionaryCount; ++i)
+        if (dictionaries >> i & 1)
+            found[i] = LengthsInTrie(FreshTrie(&gDictionaries.dictionaries[i]),
+                                     reinterpret_cast<const uint8_t *>(text));
+    *lengths = {found[0], found[1], found[2]};
+}
+
+DWORD WINAPI GetNewWord(char *buffer, DWORD size, DWORD handle)
+{
+    const WordList *old = &DictionaryOfBit(kOldDictionary)->list;
+    uint32_t number = handle & kNumberMask;
+    if (!buffer || !number || number > old->count ||
+        handle >> kNumberBits != (gDictionaries.generation & kGenerationMask))
+        return 0;
+    const char *modern = old->entries[number - 1].modern;
+    size_t length = strlen(modern);
+    if (length >= size)
+        return 0;
+    memcpy(buffer, modern, length + 1);
+    return 1;
+}

@@ -1,0 +1,47 @@
+// The module's entry and its mode word: font code in bits 0 to 3, Lao keyboard in bit 4. The word
+// is one for the process and lasts as long as the module is loaded.
+#include "module.h"
+#include "vesk.h"
+
+constexpr DWORD kKeyboardBit = 16;
+
+struct ModuleState {
+    HINSTANCE instance;
+    DWORD modeWord;
+};
+static ModuleState gModule = {nullptr, 1};
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
+{
+    if (reason == DLL_PROCESS_ATTACH)
+        gModule.instance = instance;
+    return TRUE;
+}
+
+HINSTANCE ModuleInstance(void)
+{
+    return gModule.instance;
+}
+
+DWORD WINAPI LaoMode(DWORD value, DWORD mask)
+{
+    DWORD before = gModule.modeWord;
+    gModule.modeWord = (before & ~mask) | (value & mask);
+    return before;
+}
+
+DWORD WINAPI LaoOn(LONG value)
+{
+    return LaoMode(value ? kKeyboardBit : 0, kKeyboardBit);
+}
+
+DWORD WINAPI Options(void)
+{
+    return 0;
+}
+
+void WINAPI AboutOrvel(DWORD)
+{
+    MessageBoxA(nullptr, "Orvel companion module, version " VESK_VERSION, "Orvel",
+                MB_OK | MB_ICONINFORMATION);
+}

@@ -1,0 +1,61 @@
+// PackLao: text as it is typed and as Unicode has it, sign by sign, becomes text as the syllable
+// parser and the dictionaries want it, with one byte for a vowel and its tone. One pass: the last
+// byte written and the next one read join, or the next one is written behind it. What a join gives
+// may join again: niggahita, tone and AA are AM with a tone.
+#include "lao_signs.h"
+#include "vesk.h"
+
+constexpr uint8_t kToneEk = 250, kToneTho = 251;
+constexpr uint8_t kAa = 190, kAm = 191, kNiggahita = 240;
+constexpr uint8_t kNiggahitaEk = 210, kNiggahitaTho = 211, kAmEk = 212, kAmTho = 213;
+
+static uint8_t JoinWithTone(uint8_t sign, uint8_t tone)
+{
+    bool ek = tone == kToneEk;
+    if (!ek && tone != kToneTho)
+        return 0;
+    if (sign >= 241 && sign <= 246)
+        return uint8_t(sign - 241 + (ek ? 132 : 152));
+    if (sign == kNiggahita)
+        return ek ? kNiggahitaEk : kNiggahitaTho;
+    if (sign == kAm)
+        return ek ? kAmEk : kAmTho;
+    return 0;
+}
+
+// AM written as niggahita, with or without its tone, and AA in this order.
+static uint8_t JoinWithAa(uint8_t sign, uint8_t aa)
+{
+    if (aa != kAa)
+        return 0;
+    switch (sign) {
+    case kNiggahita: return kAm;
+    case kNiggahitaEk: return kAmEk;
+    case kNiggahitaTho: return kAmTho;
+    default: return 0;
+    }
+}
+
+// The one byte for two that follow each other, or 0.
+static uint8_t JoinSigns(uint8_t a, uint8_t b)
+{
+    uint8_t joined = JoinWithTone(a, b);
+    if (!joined)
+        joined = JoinWithTone(b, a);
+    return joined ? joined : JoinWithAa(a, b);
+}
+
+void WINAPI PackLao(char *text)
+{
+    if (!text || !*text)
+        return;
+    uint8_t *out = reinterpret_cast<uint8_t *>(text);
+    for (const uint8_t *in = out + 1; *in; ++in) {
+        uint8_t joined = JoinSigns(*out, *in);
+        if (joined)
+            *out = joined;
+        else
+            *++out = *in;
+    }
+    out[1] = 0;
+}

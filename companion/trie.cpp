@@ -1,0 +1,239 @@
+// Builds the double array from sorted words, node by node in the order of their depth: the nodes
+// that most walks reach stand close together. The nodes that wait stand in a queue as ranges of the
+// list, so no word however long costs stack, and a node that finds no hole within some tries goes
+// to the end of the array, so no list however odd costs more than a bounded time for each node.
+#include "trie.h"
+#include "lao_signs.h"
+#include <cstdlib>
+#include <cstring>
+
+constexpr uint32_t kFreeCell = 0xFF;  // no class has this number
+constexpr uint32_t kMostClasses = 0xFE;
+constexpr uint32_t kRow = 256;  // the places that one base can reach
+constexpr uint32_t kMostCells = 1u << (32 - kBaseShift);
+constexpr int kMostTries = 400;
+constexpr uint32_t kGroups = 8;  // nodes with this many children and more are one group
+
+// A node without children keeps the base 0, and the first row stays free: no step leads on from it.
+constexpr uint32_t kFirstBase = kRow;
+
+struct WaitingNode {
+    uint32_t low, high;  // the words that run through the node
+    uint32_t cell;       // its place; 0 is the root
+    uint32_t depth;
+};
+
+struct TrieBuild {
+    Trie *trie;
+    const WordList *list;
+    WaitingNode *queue;
+    uint32_t queueEnd;
+    uint8_t *baseTaken;          // one for each cell
+    uint32_t firstTry[kGroups];  // by number of children: where the last such node found its place
+    uint32_t end;                // no cell from here on is taken
+};
+
+struct ChildList {
+    uint32_t count;
+    uint8_t classes[kMostClasses];
+    uint32_t lows[kMostClasses + 1];  // where the child's words start; behind the last, their end
+};
+
+static uint8_t ByteAt(const TrieBuild *build, uint32_t word, uint32_t depth)
+{
+    return uint8_t(build->list->entries[word].word[depth]);
+}
+
+static void NumberClasses(Trie *trie, const WordList *list)
+{
+    for (uint32_t i = 0; i < list->count; ++i)
+        for (const char *p = list->entries[i].word; *p; ++p)
+            if (uint8_t *place = &trie->classOf[uint8_t(*p)]; !*place)
+                *place = uint8_t(++trie->classCount);
+    for (int code = 1; code < 256; ++code) {
+        trie->classOf[code] = trie->classOf[MainForm(uint8_t(code))];
+        trie->runClassOf[code] = IsLaoSign(uint8_t(code)) ? trie->classOf[code] : 0;
+    }
+}
+
+// Equal beginnings of neighbours are one node, so this counts the nodes below the root.
+static uint32_t CountNodes(const WordList *list)
+{
+    uint32_t count = 0;
+    const char *before = "";
+    for (uint32_t i = 0; i < list->count; ++i) {
+        const char *word = list->entries[i].word;
+        size_t same = 0;
+        while (word[same] && word[same] == before[same])
+            ++same;
+        count += uint32_t(strlen(word) - same);
+        before = word;
+    }
+    return count;
+}
+
+// Makes room for the row behind a base; new cells are free.
+static bool GrowCells(TrieBuild *build, uint32_t base)
+{
+    Trie *trie = build->trie;
+    if (base >= kMostCells - kRow)
+        return false;
+    if (trie->cellCount >= base + kRow)
+        return true;
+    uint32_t count = trie->cellCount + trie->cellCount / 2;
+    if (count < base + 4 * kRow)
+        count = base + 4 * kRow;
+    void *cells = realloc(trie->cells, count * sizeof *trie->cells);
+    if (!cells)
+        return false;
+    trie->cells = static_cast<uint32_t *>(cells);
+    void *taken = realloc(build->baseTaken, count);
+    if (!taken)
+        return false;
+    build->baseTaken = static_cast<uint8_t *>(taken);
+    memset(build->baseTaken + trie->cellCount, 0, count - trie->cellCount);
+    for (uint32_t i = trie->cellCount; i < count; ++i)
+        trie->cells[i] = kFreeCell;
+    trie->cellCount = count;
+    return true;
+}
+
+static bool IsFree(const TrieBuild *build, uint32_t cell)
+{
+    return cell >= build->end || build->trie->cells[cell] == kFreeCell;
+}
+
+static bool CanStand(const TrieBuild *build, const ChildList *children, uint32_t base)
+{
+    if (base < build->end && build->baseTaken[base])
+        return false;
+    for (uint32_t i = 0; i < children->count; ++i)
+        if (!IsFree(build, base + children->classes[i]))
+            return false;
+    return true;
+}
+
+// A base where all children find a free cell. The search goes on where a node with as many children
+// found its place: what it left behind had no room for such a node, as a rule, and is filled by
+// nodes with fewer.
+static uint32_t FindBase(TrieBuild *build, const ChildList *children)
+{
+    uint32_t lowest = children->classes[0];
+    uint32_t group = children->count < kGroups ? children->count : kGroups;
+    uint32_t *firstTry = &build->firstTry[group - 1];
+    int tries = 0;
+    for (uint32_t cell = *firstTry; cell < build->end && tries < kMostTries; ++cell) {
+        if (!IsFree(build, cell) || cell < kFirstBase + lowest)
+            continue;
+        ++tries;
+        if (!CanStand(build, children, cell - lowest))
+            continue;
+        *firstTry = cell;
+        return cell - lowest;
+    }
+    *firstTry = build->end;
+    return build->end;
+}
+
+static int CompareBytes(const void *a, const void *b)
+{
+    return *static_cast<const uint8_t *>(a) - *static_cast<const uint8_t *>(b);
+}
+
+// The node's children in the order of the words; the node's own word, if any, is the first of them.
+static void ListChildren(const TrieBuild *build, const WaitingNode *node, ChildList *children)
+{
+    children->count = 0;
+    uint32_t low = node->low;
+    if (low < node->high && !ByteAt(build, low, node->depth))
+        ++low;
+    for (uint32_t i = low; i < node->high; ++i)
+        if (i == low || ByteAt(build, i, node->depth) != ByteAt(build, i - 1, node->depth)) {
+            children->classes[children->count] =
+                build->trie->classOf[ByteAt(build, i, node->depth)];
+            children->lows[children->count++] = i;
+        }
+    children->lows[children->count] = node->high;
+}
+
+static void SetBase(Trie *trie, uint32_t cell, uint32_t base)
+{
+    uint32_t *node = cell ? &trie->cells[cell] : &trie->root;
+    *node |= base << kBaseShift;
+}
+
+static bool PlaceChildren(TrieBuild *build, const WaitingNode *node)
+{
+    ChildList children;
+    ListChildren(build, node, &children);
+    if (!children.count)
+        return true;
+    ChildList sorted = children;
+    qsort(sorted.classes, sorted.count, 1, CompareBytes);
+    uint32_t base = FindBase(build, &sorted);
+    if (!GrowCells(build, base))
+        return false;
+    build->baseTaken[base] = 1;
+    SetBase(build->trie, node->cell, base);
+    for (uint32_t i = 0; i < children.count; ++i) {
+        uint32_t cell = base + children.classes[i], low = children.lows[i];
+        bool isEnd = !ByteAt(build, low, node->depth + 1);
+        build->trie->cells[cell] = children.classes[i] | (isEnd ? kWordEnd : 0);
+        if (cell >= build->end)
+            build->end = cell + 1;
+        build->queue[build->queueEnd++] = {low, children.lows[i + 1], cell, node->depth + 1};
+    }
+    return true;
+}
+
+static bool PlaceAll(TrieBuild *build)
+{
+    build->end = kFirstBase;
+    if (!GrowCells(build, kFirstBase))
+        return false;
+    build->queue[build->queueEnd++] = {0, build->list->count, 0, 0};
+    for (uint32_t next = 0; next < build->queueEnd; ++next) {
+        WaitingNode node = build->queue[next];
+        if (!PlaceChildren(build, &node))
+            return false;
+    }
+    return true;
+}
+
+static bool FillFirstTwo(Trie *trie)
+{
+    uint32_t row = trie->classCount + 1;
+    trie->firstTwo = static_cast<uint32_t *>(calloc(row * row, sizeof *trie->firstTwo));
+    if (!trie->firstTwo)
+        return false;
+    for (uint32_t a = 1; a < row; ++a) {
+        uint32_t cell = TrieStep(trie, trie->root, a);
+        for (uint32_t b = 1; cell && b < row; ++b)
+            trie->firstTwo[a * row + b] = TrieStep(trie, cell, b);
+    }
+    return true;
+}
+
+int BuildTrie(Trie *trie, const WordList *list)
+{
+    *trie = {};
+    if (!list->count)
+        return 1;
+    NumberClasses(trie, list);
+    TrieBuild build = {trie, list, nullptr, 0, nullptr, {}, 0};
+    build.queue = static_cast<WaitingNode *>(malloc((CountNodes(list) + 1) * sizeof(WaitingNode)));
+    bool isBuilt =
+        trie->classCount <= kMostClasses && build.queue && PlaceAll(&build) && FillFirstTwo(trie);
+    free(build.queue);
+    free(build.baseTaken);
+    if (!isBuilt)
+        FreeTrie(trie);
+    return isBuilt;
+}
+
+void FreeTrie(Trie *trie)
+{
+    free(trie->cells);
+    free(trie->firstTwo);
+    *trie = {};
+}
