@@ -9,7 +9,7 @@ endif()
 if(WIN32)
   # The exports are undecorated, so references to Name@N have to find Name.
   add_link_options(-static -Wl,--enable-stdcall-fixup)
-  add_compile_definitions(_WIN32_WINNT=0x0601)
+  add_compile_definitions(_WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX)
   add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-cast-function-type>)
 endif()
 

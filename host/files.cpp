@@ -1,0 +1,93 @@
+// Files and standard streams of the command: bytes as they are, on every system.
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "commands.h"
+#include "pieces.h"
+#include "session.h"
+
+#ifndef O_BINARY
+constexpr int O_BINARY = 0;  // only where the C runtime knows text files
+#endif
+
+int WriteOutput(std::string_view text)
+{
+    fwrite(text.data(), 1, text.size(), stdout);
+    if (fflush(stdout) == 0 && !ferror(stdout))
+        return kDone;
+    fprintf(stderr, "orvel: the output could not be written: %s\n", strerror(errno));
+    return kNotDone;
+}
+
+static int ProcessLines(TextPart part, const PartWorker &work, std::string *output)
+{
+    int worst = kDone;
+    for (std::string_view left = part.text; !left.empty(); left.remove_prefix(part.text.size())) {
+        size_t end = left.find('\n');
+        part.text = left.substr(0, end == left.npos ? end : end + 1);
+        gMessages.line = part.line;
+        worst = std::max(worst, work(part, output));
+        ++part.line;
+        part.column = 1;
+    }
+    gMessages.line = 0;
+    return worst;
+}
+
+static int ProcessPart(const TextPart &part, const PartWorker &work, std::string *output)
+{
+    size_t messages = gMessages.count;
+    output->clear();
+    gMessages.heldBack = true;
+    int status = work(part, output);
+    gMessages.heldBack = false;
+    if (gMessages.count == messages)
+        return status;
+    output->clear();
+    ProcessLines(part, work, output);
+    return kNotDone;
+}
+
+static int ProcessFile(int file, const std::string &name, const PartWorker &work)
+{
+    PieceReader reader = StartReading(file);
+    std::string output;
+    int worst = kDone;
+    gMessages.file = name;
+    for (std::string_view piece; !(piece = ReadPiece(&reader)).empty();) {
+        worst = std::max(worst, ProcessPart({piece, reader.line, reader.column}, work, &output));
+        if (WriteOutput(output))
+            return kNotDone;
+    }
+    if (!reader.failed)
+        return worst;
+    fprintf(stderr, "orvel: %s: %s\n", name.c_str(), strerror(errno));
+    return kNotDone;
+}
+
+static int OpenAndProcess(const std::string &name, const PartWorker &work)
+{
+    if (name == "-")
+        return ProcessFile(STDIN_FILENO, name, work);
+    int file = open(name.c_str(), O_RDONLY | O_BINARY);
+    if (file < 0) {
+        fprintf(stderr, "orvel: %s: %s\n", name.c_str(), strerror(errno));
+        return kNotDone;
+    }
+    int status = ProcessFile(file, name, work);
+    close(file);
+    return status;
+}
+
+int ProcessFiles(const std::vector<std::string> &files, const PartWorker &work)
+{
+    if (files.empty())
+        return OpenAndProcess("-", work);
+    int worst = kDone;
+    for (const std::string &name : files)
+        worst = std::max(worst, OpenAndProcess(name, work));
+    return worst;
+}

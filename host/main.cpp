@@ -1,0 +1,41 @@
+// The command orvel: the library for people and pipes. The command line is read here; each subcommand has a file.
+#include <cstdio>
+#include <fcntl.h>
+
+#include "commands.h"
+
+#ifdef O_BINARY
+static void LeaveBytesAlone()
+{
+    setmode(0, O_BINARY);
+    setmode(1, O_BINARY);
+}
+#else
+static void LeaveBytesAlone() {}
+#endif
+
+int main(int argc, char **argv)
+{
+    CLI::App app{"Orvel: breaks, spelling, fonts and dictionaries of Lao text.", "orvel"};
+    Command chosen;
+    app.set_version_flag("--version", "orvel " ORVEL_VERSION);
+    app.require_subcommand(1);
+    app.footer("Example: orvel wrap --mark '|' letter.txt\n"
+               "orvel COMMAND --help tells more. Exit status: 0 done, 1 something in the input could not be\n"
+               "done, 2 wrong usage.");
+    AddWrapCommand(&app, &chosen);
+    AddCheckCommand(&app, &chosen);
+    AddOptionsCommand(&app, &chosen);
+    AddFontsCommand(&app, &chosen);
+    AddDictCommand(&app, &chosen);
+    LeaveBytesAlone();
+    try {
+        app.parse(argc, argv);
+        return chosen ? chosen() : kWrongUsage;
+    } catch (const CLI::ParseError &failure) {
+        return app.exit(failure) ? kWrongUsage : kDone;
+    } catch (const std::exception &failure) {
+        fprintf(stderr, "orvel: %s\n", failure.what());
+        return kNotDone;
+    }
+}

@@ -1,0 +1,84 @@
+// Cuts input into pieces. The end of a piece is the last line end within the limit; without one the last byte
+// before which a run of Lao has ended, and a run longer than the limit is read to its end.
+#include "pieces.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <unistd.h>
+
+#include "utf8.h"
+
+constexpr size_t kPieceSize = 64 * 1024;
+constexpr size_t kCharacterSize = 4;  // the last bytes may be half of a character
+
+PieceReader StartReading(int file)
+{
+    return {.file = file,
+            .buffer = {},
+            .used = 0,
+            .ended = false,
+            .failed = false,
+            .line = 1,
+            .column = 1};
+}
+
+// Takes what is there, as a pipe gives it: who sends a line may be waiting for the answer.
+static void Fill(PieceReader *reader)
+{
+    size_t old = reader->buffer.size(), room = old > kPieceSize ? old : kPieceSize;
+    reader->buffer.resize(old + room);
+    ssize_t got;
+    do
+        got = read(reader->file, reader->buffer.data() + old, unsigned(room));
+    while (got < 0 && errno == EINTR);
+    reader->buffer.resize(old + size_t(got > 0 ? got : 0));
+    reader->ended = got <= 0;
+    reader->failed = got < 0;
+}
+
+// A place that is sure to be outside of a run: in front of an ASCII byte that can't be a part of anything.
+static size_t FindRunEnd(std::string_view text)
+{
+    for (size_t i = text.size(); i > kCharacterSize; --i)
+        if (uint8_t(text[i - 1]) < 0x80)
+            return i;
+    // Text without a blank: a character that is neither Lao nor a break mark inside of Lao.
+    for (size_t i = text.size() - kCharacterSize; i > 0; --i) {
+        bool begins = (text[i] & '\xC0') != '\x80';
+        if (begins && !IsLaoAt(&text[i], text.size() - i) && !IsZeroWidthSpaceAt(&text[i], text.size() - i))
+            return i;
+    }
+    return 0;
+}
+
+// 0: more must be read.
+static size_t FindPieceEnd(const PieceReader &reader)
+{
+    std::string_view text = reader.buffer;
+    size_t lineEnd = text.rfind('\n');
+    if (lineEnd != text.npos)
+        return lineEnd + 1;
+    if (reader.ended)
+        return text.size();
+    return text.size() < kPieceSize ? 0 : FindRunEnd(text);
+}
+
+static void PassPiece(PieceReader *reader, std::string_view given)
+{
+    size_t lineEnd = given.rfind('\n');
+    if (lineEnd != given.npos) {
+        reader->line += size_t(std::count(given.begin(), given.end(), '\n'));
+        reader->column = 1;
+        given.remove_prefix(lineEnd + 1);
+    }
+    reader->column += CountCharacters(given);
+}
+
+std::string_view ReadPiece(PieceReader *reader)
+{
+    PassPiece(reader, std::string_view(reader->buffer).substr(0, reader->used));
+    reader->buffer.erase(0, reader->used);
+    while ((reader->used = FindPieceEnd(*reader)) == 0 && !reader->ended)
+        Fill(reader);
+    return std::string_view(reader->buffer).substr(0, reader->used);
+}

@@ -1,0 +1,59 @@
+// orvel wrap: writes break marks into Lao text and leaves every other byte as it came.
+#include <map>
+
+#include "commands.h"
+#include "lao_text.h"
+#include "utf8.h"
+
+constexpr DWORD kInsert = 1;
+
+struct WrapSettings {
+    std::string by;
+    std::string mark{kZeroWidthSpace};
+    std::vector<std::string> files;
+};
+
+static const std::map<std::string, DWORD> kModes = {{"", 0}, {"syllable", 4}, {"word", 8}, {"both", 12}};
+
+static void AppendMarked(const LaoText &text, const std::string &mark, std::string *output)
+{
+    size_t written = 0;
+    for (const Chunk &chunk : text.chunks) {
+        if (!chunk.hasBreak)
+            continue;
+        output->append(text.clean, written, chunk.start - written);
+        *output += mark;
+        written = chunk.start;
+    }
+    output->append(text.clean, written);
+}
+
+static int RunWrap(const WrapSettings &settings)
+{
+    CodeTrace trace;
+    LaoText text;
+    if (!StartLibrary() || !PrepareTrace(&trace))
+        return kNotDone;
+    DWORD flags = kInsert | kModes.at(settings.by);
+    return ProcessFiles(settings.files, [&](const TextPart &part, std::string *output) {
+        if (DivideLaoText(trace, part.text, flags, &text)) {
+            AppendMarked(text, settings.mark, output);
+            return kDone;
+        }
+        *output += part.text;  // what the library could not divide goes out as it came
+        return kNotDone;
+    });
+}
+
+void AddWrapCommand(CLI::App *app, Command *chosen)
+{
+    auto settings = std::make_shared<WrapSettings>();
+    CLI::App *wrap = app->add_subcommand("wrap", "write a break mark at each word or syllable boundary");
+    wrap->add_option("--by", settings->by, "syllable, word or both (default: the option \"breaks\")")
+        ->check(CLI::IsMember({"syllable", "word", "both"}));
+    wrap->add_option("--mark", settings->mark, "the mark's text (default: U+200B, which can't be seen)");
+    wrap->add_option("files", settings->files, "UTF-8 files; none or - reads standard input");
+    wrap->footer("Old U+200B are taken out; every other byte comes out as it came.\n"
+                 "Example: orvel wrap --mark '|' letter.txt");
+    wrap->callback([=] { *chosen = [=] { return RunWrap(*settings); }; });
+}

@@ -1,0 +1,49 @@
+// The dictionaries: loading, old spellings, and the words of the user.
+#include "breaks/dictionaries.h"
+
+#include <cstring>
+
+#include "frame/companion.h"
+#include "orvel.h"
+
+constexpr int kOldWordHandle = int(kOldDictionary) | kWholeEntry | kWantHandle;
+
+void LoadDictionaries(WORD dictionaries)
+{
+    if (dictionaries & kMainDictionary)
+        ReadLaoDict("MainDict.dat", kMainDictionary);
+    if (dictionaries & kUserDictionary)
+        gProcess.userWordCount = ReadLaoDict("UserDict.dat", kUserDictionary);
+    if (dictionaries & kOldDictionary)
+        ReadLaoDict("OldDict.dat", kOldDictionary);
+}
+
+int WINAPI FindOldWord(const char *word, char *buffer, DWORD size)
+{
+    if (!word || !buffer)
+        return 0;
+    int handle = FindWord(word, int(strlen(word)), 0, kOldWordHandle);
+    return handle && GetNewWord(buffer, size, handle) ? 1 : 0;
+}
+
+int WINAPI CountUserWords(void)
+{
+    LoadDictionaries(kUserDictionary);
+    return gProcess.userWordCount;
+}
+
+int WINAPI AddUserWord(const char *word)
+{
+    if (!word || strlen(word) < 2)
+        return 1;
+    LoadDictionaries(kUserDictionary);
+    return AddWord(word);
+}
+
+int WINAPI DeleteUserWord(const char *word)
+{
+    if (!word)
+        return 1;
+    LoadDictionaries(kUserDictionary);
+    return DeleteWord(word);
+}

@@ -1,0 +1,64 @@
+// Lengths of syllables and words at a position. The plain versions ask a question for each length; the fast ones
+// stand beside them and give the same masks.
+#include "breaks/lengths.h"
+
+#include "text/lao_code.h"
+#include "text/syllable_parser.h"
+#include "text/syllable_table.h"
+#include "text/syllable_table.inc"
+
+constexpr uint32_t kSyllableMask = (1u << kLongestSyllable) - LengthBit(kShortestChunk);
+
+uint32_t SyllableLengthMask(const uint8_t *position)
+{
+    uint32_t mask = 0;
+    for (int length = 1; length <= kLongestSyllable && IsLaoByte(position[length - 1]); ++length) {
+        ResetVariants();
+        if (length >= kShortestChunk && ParseSyllable(position, length, nullptr))
+            mask |= LengthBit(length);
+    }
+    return mask;
+}
+
+// One step more than the longest syllable: the byte behind can cancel its last consonant. A byte that isn't Lao,
+// the terminator too, leads to the dead state.
+uint32_t SyllableLengths(const uint8_t *position)
+{
+    uint32_t mask = 0, state = kStartState;
+    for (int i = 0; i <= kLongestSyllable; ++i) {
+        uint32_t cell = kSyllableNext[state][kSyllableClasses[position[i]]];
+        mask |= (cell & kEndsHere) << i;
+        mask |= (cell & kEndedBefore) << i >> 2;
+        state = cell >> kStateShift;
+        if (state == kDeadState)
+            break;
+    }
+    return mask & kSyllableMask;
+}
+
+uint32_t DictionaryWordMask(const uint8_t *position, int dictionary)
+{
+    const char *text = reinterpret_cast<const char *>(position);
+    uint32_t mask = 0;
+    for (int length = kShortestChunk; length <= kLongestChunk; ++length) {
+        if (!IsLaoByte(position[length - 1]) || !FindWord(text, length, 0, dictionary))
+            break;
+        if (FindWord(text, length, 0, dictionary + kWholeEntry))
+            mask |= LengthBit(IsWordSign(position[length]) ? length + 1 : length);
+    }
+    return mask;
+}
+
+WordLengths DictionaryWords(const uint8_t *position, DWORD dictionaries)
+{
+    WordLengths lengths = {};
+    if (FindWordLengths(reinterpret_cast<const char *>(position), dictionaries, &lengths))
+        return lengths;
+    if (dictionaries & kMainDictionary)
+        lengths.main = DictionaryWordMask(position, kMainDictionary);
+    if (dictionaries & kUserDictionary)
+        lengths.user = DictionaryWordMask(position, kUserDictionary);
+    if (dictionaries & kOldDictionary)
+        lengths.old = DictionaryWordMask(position, kOldDictionary);
+    return lengths;
+}

@@ -1,0 +1,116 @@
+// The dynamic programme of break scoring. A score of 0 means that no chunk starts at the position.
+#include "breaks/scoring.h"
+
+#include <bit>
+#include <cstring>
+
+#include "breaks/dictionaries.h"
+#include "breaks/lengths.h"
+#include "frame/companion.h"
+#include "orvel.h"
+#include "text/lao_code.h"
+
+constexpr uint32_t kGreatestScore = 32767;
+constexpr uint32_t kChunkMask = (1u << kLongestChunk) - LengthBit(kShortestChunk);
+
+struct ScoringState {
+    int overflowShown;  // for the current run
+};
+static ScoringState gScoring;
+
+static void ShowOverflow()
+{
+    if (!gScoring.overflowShown)
+        OrvelMsg(nullptr, "The Lao text is too long to process correctly!", nullptr, MB_ICONSTOP);
+    gScoring.overflowShown = 1;
+}
+
+// A word of several dictionaries counts as the user's, then as one of the main dictionary.
+static uint8_t MarkOfChunk(const WordLengths &words, uint32_t bit, int length)
+{
+    int source = words.user & bit ? kFromUser
+                 : words.main & bit ? kFromMain
+                 : words.old & bit  ? kFromOld
+                                    : 0;
+    return uint8_t(length | source);
+}
+
+void ScoreBreakPosition(const uint8_t *position, uint16_t *score, uint8_t *mark, DWORD flags)
+{
+    WordLengths words = {};
+    uint32_t syllables = flags & kSyllableBreaks ? SyllableLengths(position) : 0;
+    if (flags & kWordBreaks)
+        words = DictionaryWords(position, gProcess.options->dictionaries);
+    uint32_t allWords = words.main | words.user | words.old;
+    uint32_t best = 0;
+    *mark = 1;
+    for (uint32_t left = (syllables | allWords) & kChunkMask; left; left &= left - 1) {
+        uint32_t bit = left & (0 - left);
+        int length = std::countr_zero(left) + 1;
+        uint32_t square = uint32_t(length * length);
+        uint32_t next = score[length];
+        // 1: the chunk fits, but the rest of the run can't be reached from it.
+        uint32_t value = next ? next + (allWords & bit ? 2 * square : square) : 1;
+        if (value < best)
+            continue;  // among equals the longer chunk wins
+        if (value > kGreatestScore) {
+            ShowOverflow();
+            value = 1;
+        }
+        best = value;
+        *mark = MarkOfChunk(words, bit, length);
+    }
+    *score = uint16_t(best);
+}
+
+// Until all chunks behind a position are known its value is too, so one walk back is enough.
+static void ScoreRun(const uint8_t *text, size_t length, uint16_t *scores, uint8_t *marks,
+                     DWORD flags)
+{
+    scores[length] = 1;  // a chunk that ends the run has a successor
+    marks[length] = 0;
+    for (size_t i = length; i-- > 0;) {
+        ScoreBreakPosition(text + i, scores + i, marks + i, flags);
+        if (i > 0 && IsLeadVowel(text[i - 1]))
+            scores[i] = 0;  // a lead vowel belongs to the consonant behind it
+    }
+}
+
+static BreakMarker MarkerOfSource(uint8_t mark)
+{
+    switch (mark & ~kMarkLength) {
+    case kFromMain: return kMainWord;
+    case kFromUser: return kUserWord;
+    case kFromOld: return kOldWord;
+    default: return kSyllable;
+    }
+}
+
+static size_t BadStretchLength(const uint16_t *scores, size_t left)
+{
+    size_t length = 1;
+    while (length < left && !scores[length])
+        ++length;
+    return length;
+}
+
+static void WriteMarkers(uint8_t *text, size_t length, const uint16_t *scores, const uint8_t *marks)
+{
+    for (size_t i = 0; i < length;) {
+        bool isChunk = scores[i] != 0;
+        size_t chunk = isChunk ? marks[i] & kMarkLength : BadStretchLength(scores + i, length - i);
+        text[i] = isChunk ? MarkerOfSource(marks[i]) : kBadStretch;
+        memset(text + i + 1, kInside, chunk - 1);
+        i += chunk;
+    }
+}
+
+void MarkBreakPoints(uint8_t *text, uint16_t *scores, uint8_t *marks, DWORD flags)
+{
+    if (flags & kWordBreaks)
+        LoadDictionaries(gProcess.options->dictionaries);
+    gScoring.overflowShown = 0;
+    size_t length = strlen(reinterpret_cast<char *>(text));
+    ScoreRun(text, length, scores, marks, flags);
+    WriteMarkers(text, length, scores, marks);
+}

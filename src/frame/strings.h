@@ -1,0 +1,18 @@
+// Small work on NUL-terminated texts.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// Cuts white space off both ends, in place; gives the same pointer.
+char *TrimSpaces(char *text);
+
+// Copies as much of text as fits size bytes with its terminator. size is at least 1.
+void CopyCut(char *target, size_t size, const char *text);
+
+// Copies text only when it fits size bytes with its terminator: its length, else 0.
+int CopyWhole(char *target, size_t size, const char *text);
+
+// The bytes of a text as numbers from 0 to 255.
+inline const uint8_t *AsBytes(const char *text) { return reinterpret_cast<const uint8_t *>(text); }
+inline uint8_t *AsBytes(char *text) { return reinterpret_cast<uint8_t *>(text); }

@@ -1,0 +1,37 @@
+// Values of the user's registry key. The key is opened for each use: a host can change it at any time.
+#include "settings/registry.h"
+
+#include "frame/records.h"
+
+constexpr REGSAM kReadAccess = 0x20019, kFullAccess = 0xF003F;
+
+int HasUserKey()
+{
+    HKEY key;
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, kRegistryKey, 0, kReadAccess, &key))
+        return 0;
+    RegCloseKey(key);
+    return 1;
+}
+
+DWORD ReadUserValue(const char *name, void *data, DWORD size)
+{
+    HKEY key;
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, kRegistryKey, 0, kReadAccess, &key))
+        return 0;
+    LONG failure = RegQueryValueExA(key, name, nullptr, nullptr, static_cast<BYTE *>(data), &size);
+    RegCloseKey(key);
+    return failure ? 0 : size;
+}
+
+int WriteUserValue(const char *name, DWORD type, const void *data, DWORD size)
+{
+    HKEY key;
+    char noClass[] = "";
+    if (RegCreateKeyExA(HKEY_CURRENT_USER, kRegistryKey, 0, noClass, 0, kFullAccess, nullptr, &key,
+                        nullptr))
+        return 0;
+    LONG failure = RegSetValueExA(key, name, 0, type, static_cast<const BYTE *>(data), size);
+    RegCloseKey(key);
+    return !failure;
+}

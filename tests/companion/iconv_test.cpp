@@ -1,0 +1,66 @@
+// Font code 4 against the machine's own IBM1133.
+#include "companion/support.h"
+
+#include <cstring>
+#include <iconv.h>
+
+// The text in another charset, or nothing where it has no counterpart.
+static std::string Convert(const char *to, const char *from, const std::string &text)
+{
+    iconv_t state = iconv_open(to, from);
+    EXPECT_NE(state, iconv_t(-1));
+    std::string in = text, out(4 * text.size() + 8, '\0');
+    char *source = in.data(), *target = out.data();
+    size_t left = in.size(), room = out.size();
+    bool isDone = iconv(state, &source, &left, &target, &room) != size_t(-1);
+    iconv_close(state);
+    out.resize(out.size() - room);
+    return isDone ? out : "";
+}
+
+static std::string Recoded(const std::string &text, LONG code)
+{
+    std::vector<char> buffer(2 * text.size() + 1);
+    memcpy(buffer.data(), text.c_str(), text.size() + 1);
+    EXPECT_EQ(RecodeString(buffer.data(), DWORD(buffer.size()), code), 1u);
+    return buffer.data();
+}
+
+TEST(Ibm1133, EveryByteMeansWhatTheSystemSays)
+{
+    int lao = 0;
+    for (int byte = 1; byte < 256; ++byte) {
+        std::string text(1, char(byte)), wide = Convert("UTF-16BE", "IBM1133", text);
+        int character = wide.size() == 2 ? uint8_t(wide[0]) << 8 | uint8_t(wide[1]) : -1;
+        std::string sign = Recoded(text, 4);
+        if (character >= 0x0E80 && character < 0x0EE0) {
+            // Font code 5 has the Lao block at its offsets.
+            EXPECT_EQ(uint8_t(Recoded(sign, -5)[0]) - 0xA0 + 0x0E80, character) << byte;
+            EXPECT_EQ(Recoded(sign, -4), text);
+            ++lao;
+        } else if (character == 0xA0) {
+            EXPECT_EQ(uint8_t(sign[0]), 160);
+        } else {
+            EXPECT_EQ(sign, character >= 0 && character < 0x80 ? std::string(1, char(character)) : "?")
+                << byte;
+        }
+    }
+    EXPECT_EQ(lao, 65);
+}
+
+TEST(Ibm1133, RealTextGoesBothWays)
+{
+    int same = 0, lines = 0;
+    for (const std::string &line : Lines(ReadFile(ORVEL_CORPUS "/udhr.txt"))) {
+        std::string foreign = Convert("IBM1133", "UTF-8", line);
+        if (foreign.empty() || foreign.find('-') != std::string::npos)
+            continue;
+        std::string code = Recoded(foreign, 4);
+        PackLao(code.data());
+        EXPECT_EQ(Show(code.c_str()), Show(CodeOf(line)));
+        same += Recoded(code.c_str(), -4) == foreign;
+        ++lines;
+    }
+    EXPECT_GT(lines, 50);
+    EXPECT_GT(same, lines * 9 / 10);  // the others have AM in two signs or a tone in front
+}

@@ -1,0 +1,135 @@
+// Mode word, font codes, about box.
+#include "companion/support.h"
+
+#include <climits>
+#include <cstring>
+#include <runtime.h>
+
+#include "font_codes.h"
+
+TEST(Mode, ReplacesWhatTheMaskNames)
+{
+    LaoMode(1, 0xFFFFFFFF);
+    const struct {
+        DWORD value, mask, after;
+    } rows[] = {
+        {0, 0, 1},          {48, 63, 48},     {0, 15, 48},          {0x80, 0x80, 0xB0},
+        {0x12, 0x1F, 0xB2}, {0, 16, 0xA2},    {0xFFFFFFFF, 0, 0xA2}, {0x40, 0x7F, 0xC0},
+        {1, 0xFFFFFFFF, 1},
+    };
+    DWORD before = 1;
+    for (const auto &row : rows) {
+        EXPECT_EQ(LaoMode(row.value, row.mask), before);
+        EXPECT_EQ(LaoMode(0, 0), row.after);
+        before = row.after;
+    }
+    EXPECT_EQ(LaoOn(1), 1u);
+    EXPECT_EQ(LaoOn(1), 17u);
+    EXPECT_EQ(LaoOn(0), 17u);
+    EXPECT_EQ(LaoMode(0, 0), 1u);
+    EXPECT_EQ(Options(), 0u);
+}
+
+class FontCodes : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        StoreValue(REG_BINARY, std::string(7, '\0'));
+    }
+    void TearDown() override
+    {
+        SetUp();
+    }
+    static void StoreValue(DWORD type, const std::string &data)
+    {
+        HKEY key;
+        char noClass[] = "";
+        ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\Orvel\\Orvel7", 0, noClass, 0,
+                                  KEY_ALL_ACCESS, nullptr, &key, nullptr),
+                  ERROR_SUCCESS);
+        RegSetValueExA(key, "FontCodes", 0, type, reinterpret_cast<const BYTE *>(data.data()),
+                       DWORD(data.size()));
+        RegCloseKey(key);
+        ForgetFontCodes();
+    }
+};
+
+TEST_F(FontCodes, AreSevenFromZero)
+{
+    const struct {
+        const char *name;
+        int breakChar;
+    } rows[] = {{"Orvel", 45},     {"Unicode", 45}, {"Lao2000", 150}, {"Lao95", 150},
+                {"IBM-STENO", 45}, {"Lao ISO", 45}, {"Thai", 45}};
+    for (LONG code = 0; code < 7; ++code) {
+        FontCodeRecord record;
+        memset(&record, 0xEE, sizeof record);
+        ASSERT_EQ(FontCodeData(code, &record), 1u) << code;
+        EXPECT_STREQ(record.name, rows[code].name);
+        EXPECT_EQ(record.breakChar, rows[code].breakChar) << code;
+        EXPECT_EQ(record.flags, 0) << code;
+        EXPECT_EQ(FontCodeData(code, nullptr), 0u);
+        EXPECT_EQ(SetFontCodeData(code, nullptr), 0u);
+    }
+    for (LONG code : {-1L, 7L, 15L, LONG(LONG_MAX), LONG(INT_MIN)}) {
+        FontCodeRecord record = {1, 2, "x"};
+        EXPECT_EQ(FontCodeData(code, &record), 0u) << code;
+        EXPECT_STREQ(record.name, "x");
+        EXPECT_EQ(SetFontCodeData(code, &record), 0u) << code;
+    }
+}
+
+TEST_F(FontCodes, FlagsSurviveARestart)
+{
+    FontCodeRecord record;
+    ASSERT_EQ(FontCodeData(5, &record), 1u);
+    record.flags |= 16;
+    memset(record.name, 'x', sizeof record.name);
+    EXPECT_EQ(SetFontCodeData(5, &record), 1u);
+    ASSERT_EQ(FontCodeData(5, &record), 1u);
+    EXPECT_EQ(strlen(record.name), sizeof record.name - 1);
+    ForgetFontCodes();
+    for (LONG code = 0; code < 7; ++code) {
+        ASSERT_EQ(FontCodeData(code, &record), 1u);
+        EXPECT_EQ(record.flags, code == 5 ? 16 : 0) << code;
+    }
+    ASSERT_EQ(FontCodeData(5, &record), 1u);
+    EXPECT_STREQ(record.name, "Lao ISO");
+}
+
+TEST_F(FontCodes, AnOddValueLeavesAllEnabled)
+{
+    const struct {
+        DWORD type;
+        size_t size;
+    } rows[] = {{REG_BINARY, 6}, {REG_BINARY, 8}, {REG_SZ, 7}, {REG_DWORD, 4}, {REG_BINARY, 0}};
+    for (const auto &row : rows) {
+        StoreValue(row.type, std::string(row.size, '\x10'));
+        for (LONG code = 0; code < 7; ++code) {
+            FontCodeRecord record;
+            ASSERT_EQ(FontCodeData(code, &record), 1u);
+            EXPECT_EQ(record.flags, 0) << row.type << " of " << row.size;
+        }
+    }
+    StoreValue(REG_BINARY, std::string(7, '\x10'));
+    FontCodeRecord record;
+    ASSERT_EQ(FontCodeData(6, &record), 1u);
+    EXPECT_EQ(record.flags, 16);
+}
+
+static std::string gBoxText;
+
+static int RecordBox(HWND, const char *text, const char *, UINT)
+{
+    gBoxText = text;
+    return IDOK;
+}
+
+TEST(About, ShowsNameAndVersion)
+{
+    MessageBoxAnswerer before = SetMessageBoxAnswerer(RecordBox);
+    AboutOrvel(0);
+    SetMessageBoxAnswerer(before);
+    EXPECT_NE(gBoxText.find("Orvel"), std::string::npos);
+    EXPECT_NE(gBoxText.find_first_of("0123456789"), std::string::npos);
+}

@@ -1,0 +1,45 @@
+// What the companion's tests share: files of the data folder, texts as bytes, text from UTF-8.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "vesk.h"
+
+// Every test of this fixture starts and ends with an empty data folder and nothing loaded.
+class CleanDictionaries : public testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+};
+
+// A path in the data folder, with backslashes, and the same with slashes for the C runtime.
+std::string DataPath(const std::string &name);
+std::string SlashPath(const std::string &name);
+
+void WriteDataFile(const std::string &name, const std::string &content);
+std::string ReadDataFile(const std::string &name);
+void RemoveDataFile(const std::string &name);
+
+// Internal code, packed, from UTF-8; U+200B is the break mark, other characters outside ASCII and the
+// Lao block are left out.
+std::string CodeOf(const std::string &utf8);
+
+// Bytes as numbers with blanks between them, for messages.
+std::string Show(const std::string &code);
+
+std::vector<std::string> Lines(const std::string &text);
+std::string ReadFile(const std::string &path);
+
+inline const char *const kCorpusFiles[] = {"udhr.txt", "cldr_annotations.txt", "web_phrases.txt"};
+std::string CorpusCode(const char *name);
+
+// The shipped dictionary, as the test reads it: one packed word for each line that is no comment.
+std::vector<std::string> MainWords();
+
+// The user dictionary by its numbers.
+std::vector<std::string> UserWords();
+
+// Numbers that come in the same order in every run.
+uint32_t NextRandom();

@@ -1,0 +1,113 @@
+// The started library of the tests.
+#include "support/started_library.h"
+
+#include "frame/companion.h"
+#include "frame/paths.h"
+#include "runtime.h"
+
+static HWND gManager;
+
+void ShowKeyboardManager()
+{
+    WNDCLASSA windowClass = {};
+    windowClass.lpfnWndProc = DefWindowProcA;
+    windowClass.hInstance = GetModuleHandleA(nullptr);
+    windowClass.lpszClassName = "KerrinDLL";
+    RegisterClassA(&windowClass);
+    if (!gManager)
+        gManager = CreateWindowExA(0, "KerrinDLL", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                   windowClass.hInstance, nullptr);
+}
+
+void HideKeyboardManager()
+{
+    if (gManager)
+        DestroyWindow(gManager);
+    gManager = nullptr;
+}
+
+std::string ProgramFolder()
+{
+    char path[MAX_PATH];
+    std::string whole(path, GetModuleFileNameA(nullptr, path, sizeof path));
+    return whole.substr(0, whole.find_last_of('\\'));
+}
+
+void RegisterInstallFolder(const std::string &folder)
+{
+    HKEY key;
+    char noClass[] = "";
+    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, noClass, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr), 0);
+    RegSetValueExA(key, "Install", 0, REG_SZ, reinterpret_cast<const BYTE *>(folder.c_str()), DWORD(folder.size() + 1));
+    RegCloseKey(key);
+}
+
+static std::string DataPath(const char *name)
+{
+    char folder[kPathSize], path[kPathSize];
+    return GetDataFolder(folder) && JoinPath(path, folder, name) ? path : "";
+}
+
+void WriteDataFile(const char *name, const std::string &content)
+{
+    FILE *file = OpenDataFile(DataPath(name).c_str(), "wb");
+    ASSERT_TRUE(file) << name;
+    fwrite(content.data(), 1, content.size(), file);
+    fclose(file);
+}
+
+std::string ReadDataFile(const char *name)
+{
+    std::string content;
+    FILE *file = OpenDataFile(DataPath(name).c_str(), "rb");
+    for (int byte; file && (byte = fgetc(file)) != EOF;)
+        content += char(byte);
+    if (file)
+        fclose(file);
+    return content;
+}
+
+void RemoveDataFile(const char *name) { DeleteFileA(DataPath(name).c_str()); }
+
+void ReplaceDictionary(const char *name, const std::string &lines)
+{
+    WriteDataFile(name, lines);
+    UnloadDictionaries();
+}
+
+std::string ShowCode(const std::string &code)
+{
+    std::string text;
+    for (char byte : code)
+        text += (text.empty() ? "" : " ") + (byte == 45 ? std::string("|") : std::to_string(uint8_t(byte)));
+    return text;
+}
+
+static void RemoveAllData()
+{
+    for (const char *name : {"LaoFonts.dat", "MainDict.dat", "UserDict.dat", "OldDict.dat"})
+        RemoveDataFile(name);
+    UnloadDictionaries();
+}
+
+static void SetOptions(const OptionsRecord &options) { *gProcess.options = options; }
+
+void StartedLibrary::SetUp()
+{
+    ShowKeyboardManager();
+    RegisterInstallFolder(ProgramFolder());
+    RemoveAllData();
+    RegDeleteKeyA(HKEY_CURRENT_USER, kRegistryKey);
+    ASSERT_EQ(Initialize(), 1);
+    SetOptions({.optionF = 0,
+                .breakMode = 12,
+                .dictionaries = 1,
+                .oldSpelling = 0,
+                .romanBreak = 32,
+                .sortMode = 0,
+                .optionI = 64,
+                .optionE = 12,
+                .fontSubstitution = 0});
+}
+
+void StartedLibrary::TearDown() { RemoveAllData(); }
