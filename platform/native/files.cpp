@@ -1,0 +1,100 @@
+// Opening files. Text is read through a stream of our own that drops the CR of each CR LF and ends
+// the file at byte 26, as the Windows runtime does in text mode.
+#include "paths.h"
+
+#include <errno.h>
+#include <runtime.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/stat.h>
+
+struct TextReader {
+    FILE *file;
+    int ended;  // byte 26 has been seen
+};
+
+// One byte of the text, or EOF.
+static int ReadTextByte(TextReader *reader)
+{
+    int byte = reader->ended ? EOF : getc_unlocked(reader->file);
+    if (byte == '\r') {
+        int next = getc_unlocked(reader->file);
+        if (next == '\n')
+            return '\n';
+        if (next != EOF)
+            ungetc(next, reader->file);
+    }
+    if (byte == 26) {
+        reader->ended = 1;
+        return EOF;
+    }
+    return byte;
+}
+
+static ssize_t ReadText(void *cookie, char *buffer, size_t size)
+{
+    TextReader *reader = (TextReader *)cookie;
+    size_t length = 0;
+    while (length < size) {
+        int byte = ReadTextByte(reader);
+        if (byte == EOF)
+            break;
+        buffer[length++] = (char)byte;
+    }
+    if (length == 0 && ferror(reader->file)) {
+        errno = EIO;
+        return -1;
+    }
+    return (ssize_t)length;
+}
+
+static int CloseText(void *cookie)
+{
+    TextReader *reader = (TextReader *)cookie;
+    int result = fclose(reader->file);
+    free(reader);
+    return result;
+}
+
+static FILE *WrapText(FILE *file)
+{
+    TextReader *reader = (TextReader *)malloc(sizeof *reader);
+    if (!reader)
+        return nullptr;
+    *reader = {file, 0};
+    FILE *text = fopencookie(reader, "r", {ReadText, nullptr, nullptr, CloseText});
+    if (!text)
+        free(reader);
+    return text;
+}
+
+// The system lets a folder be opened for reading and fails later; Windows fails here.
+static FILE *OpenBytes(const char *native, const char *mode)
+{
+    FILE *file = fopen(native, mode);
+    struct stat status;
+    if (!file)
+        return nullptr;
+    if (fstat(fileno(file), &status) == 0 && !S_ISDIR(status.st_mode))
+        return file;
+    fclose(file);
+    return nullptr;
+}
+
+FILE *OpenDataFile(const char *path, const char *mode)
+{
+    char native[kNativePathSize];
+    if (!ToNativePath(path, native, sizeof native))
+        return nullptr;
+    if (strcmp(mode, "wb") == 0)
+        return fopen(native, "we");
+    if (strcmp(mode, "rb") == 0)
+        return OpenBytes(native, "re");
+    if (strcmp(mode, "rt") != 0)
+        return nullptr;
+    FILE *file = OpenBytes(native, "re");
+    FILE *text = file ? WrapText(file) : nullptr;
+    if (file && !text)
+        fclose(file);
+    return text;
+}

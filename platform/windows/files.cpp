@@ -1,0 +1,143 @@
+// Opening and replacing files over the Windows runtime. The new file of a replacement is held open
+// without sharing its writing until it is in place: two processes never write the same one, and
+// what a killed process left behind is taken over by the next.
+#include <runtime.h>
+
+#include <fcntl.h>
+#include <io.h>
+#include <string.h>
+
+constexpr int kMaxReplacing = 4;     // at the same time in this process
+constexpr int kSiblingsPerName = 8;  // at the same time for one file, in all processes
+
+struct Replacement {
+    FILE *file;  // none: the slot is free
+    char sibling[MAX_PATH];
+};
+static Replacement gReplacing[kMaxReplacing];
+
+FILE *OpenDataFile(const char *path, const char *mode)
+{
+    if (!path || !*path)
+        return nullptr;
+    if (strcmp(mode, "rt") != 0 && strcmp(mode, "rb") != 0 && strcmp(mode, "wb") != 0)
+        return nullptr;
+    return fopen(path, mode);
+}
+
+static Replacement *FindReplacement(FILE *file)
+{
+    for (Replacement &slot : gReplacing) {
+        if (slot.file == file)
+            return &slot;
+    }
+    return nullptr;
+}
+
+static unsigned HashName(const char *name)
+{
+    unsigned hash = 2166136261u;
+    for (; *name; name++)
+        hash = (hash ^ (unsigned char)*name) * 16777619u;
+    return hash;
+}
+
+static int FolderLength(const char *path)
+{
+    int length = 0;
+    for (int i = 0; path[i]; i++) {
+        if (path[i] == '\\' || path[i] == '/' || path[i] == ':')
+            length = i + 1;
+    }
+    return length;
+}
+
+static int SiblingPath(const char *path, int number, char *sibling)
+{
+    int folder = FolderLength(path);
+    int length = snprintf(sibling, MAX_PATH, "%.*s~%08x%d.tmp", folder, path,
+                          HashName(path + folder), number);
+    return length > 0 && length < MAX_PATH;
+}
+
+static int MayBeReplaced(const char *path)
+{
+    DWORD attributes = GetFileAttributesA(path);
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return GetLastError() == ERROR_FILE_NOT_FOUND;
+    if (!(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)))
+        return 1;
+    SetLastError(ERROR_ACCESS_DENIED);
+    return 0;
+}
+
+// Sharing reading and renaming, but no writing: a second writer gets a sharing violation.
+static HANDLE OpenFreeSibling(const char *path, char *sibling)
+{
+    for (int number = 0; number < kSiblingsPerName; number++) {
+        if (!SiblingPath(path, number, sibling)) {
+            SetLastError(ERROR_FILENAME_EXCED_RANGE);
+            break;
+        }
+        HANDLE file = CreateFileA(sibling, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                  nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_SHARING_VIOLATION)
+            return file;
+    }
+    return INVALID_HANDLE_VALUE;
+}
+
+static FILE *OpenStream(HANDLE handle)
+{
+    int descriptor = _open_osfhandle((intptr_t)handle, _O_WRONLY | _O_TEXT);
+    if (descriptor < 0) {
+        CloseHandle(handle);
+        return nullptr;
+    }
+    FILE *file = _fdopen(descriptor, "wt");
+    if (!file)
+        _close(descriptor);
+    return file;
+}
+
+FILE *BeginReplaceFile(const char *path)
+{
+    Replacement *slot = FindReplacement(nullptr);
+    if (!slot || !path || !*path || !MayBeReplaced(path))
+        return nullptr;
+    HANDLE handle = OpenFreeSibling(path, slot->sibling);
+    if (handle == INVALID_HANDLE_VALUE)
+        return nullptr;
+    slot->file = OpenStream(handle);
+    if (!slot->file)
+        DeleteFileA(slot->sibling);
+    return slot->file;
+}
+
+static int PutInPlace(const Replacement *slot, const char *path)
+{
+    if (fflush(slot->file) != 0 || ferror(slot->file))
+        return 0;
+    if (!FlushFileBuffers((HANDLE)_get_osfhandle(_fileno(slot->file))) || !MayBeReplaced(path))
+        return 0;
+    return MoveFileExA(slot->sibling, path, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) !=
+           0;
+}
+
+int EndReplaceFile(FILE *file, const char *path, int keep)
+{
+    Replacement *slot = file ? FindReplacement(file) : nullptr;
+    if (!slot)
+        return 0;
+    int done = keep && PutInPlace(slot, path);
+    fclose(slot->file);
+    if (!done)
+        DeleteFileA(slot->sibling);
+    slot->file = nullptr;
+    return done;
+}
+
+int FailAllocationAfter(int)
+{
+    return 0;  // the system's allocator takes no orders
+}
