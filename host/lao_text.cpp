@@ -137,6 +137,19 @@ bool DivideLaoText(const CodeTrace &trace, std::string_view source, DWORD flags,
     return done && TraceChunks(trace, text);
 }
 
+void AppendMarked(const LaoText &text, const std::string &mark, std::string *output)
+{
+    size_t written = 0;
+    for (const Chunk &chunk : text.chunks) {
+        if (!chunk.hasBreak)
+            continue;
+        output->append(text.clean, written, chunk.start - written);
+        *output += mark;
+        written = chunk.start;
+    }
+    output->append(text.clean, written);
+}
+
 std::string Utf8FromCode(const CodeTrace &trace, const std::string &code)
 {
     std::vector<WCHAR> characters(2 * code.size() + 1);

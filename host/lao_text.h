@@ -59,5 +59,8 @@ void ReadLaoText(const CodeTrace &trace, std::string_view source, LaoText *text)
 // message then.
 bool DivideLaoText(const CodeTrace &trace, std::string_view source, DWORD flags, LaoText *text);
 
+// Appends the text with a mark in front of each chunk that has a break.
+void AppendMarked(const LaoText &text, const std::string &mark, std::string *output);
+
 // Internal code as UTF-8.
 std::string Utf8FromCode(const CodeTrace &trace, const std::string &code);

@@ -15,19 +15,6 @@ struct WrapSettings {
 
 static const std::map<std::string, DWORD> kModes = {{"", 0}, {"syllable", 4}, {"word", 8}, {"both", 12}};
 
-static void AppendMarked(const LaoText &text, const std::string &mark, std::string *output)
-{
-    size_t written = 0;
-    for (const Chunk &chunk : text.chunks) {
-        if (!chunk.hasBreak)
-            continue;
-        output->append(text.clean, written, chunk.start - written);
-        *output += mark;
-        written = chunk.start;
-    }
-    output->append(text.clean, written);
-}
-
 static int RunWrap(const WrapSettings &settings)
 {
     CodeTrace trace;
