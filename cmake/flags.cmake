@@ -1,6 +1,12 @@
 # Compiler and linker flags of every target: warnings, sanitizers, static linking on Windows.
 # The library, its companion and the layer do without exceptions and RTTI: target orvel-plain.
-add_compile_options(-Wall -Wextra -Wshadow -fvisibility=hidden)
+add_compile_options(-Wall -Wextra -Wshadow)
+if(NOT WIN32)
+  # A module's .def file alone says what leaves it. Calls inside a module stay inside, and a module
+  # that is unloaded is gone.
+  add_compile_options(-fno-semantic-interposition $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
+  add_link_options(-Wl,-Bsymbolic-functions)
+endif()
 if(ORVEL_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)

@@ -42,12 +42,8 @@ static bool ShowManagerWindow()
 
 static std::string LibraryFolder()
 {
-    HMODULE module = nullptr;
     char path[MAX_PATH];
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<const char *>(&Initialize), &module);
-    DWORD length = GetModuleFileNameA(module, path, sizeof path);
+    DWORD length = GetModuleFileNameA(GetModuleHandleA(ORVEL_LIBRARY), path, sizeof path);
     std::string folder(path, length < sizeof path ? length : 0);
     return folder.substr(0, folder.find_last_of('\\'));
 }

@@ -93,19 +93,20 @@ static bool MergeMarkers(uint8_t *buffer, size_t size, const uint8_t *text, cons
 
 static bool IsMarker(uint8_t byte) { return byte >= kSyllable && byte <= kBadStretch; }
 
-// Turns marker bytes into break marks, in place: each takes at most the marker's place.
+// Turns marker bytes into break marks, in place: a mark stands at most where its marker stood, so the markers are
+// passed before it is written.
 static void WriteBreaks(uint8_t *buffer, BYTE *side)
 {
     size_t written = 0;
     for (const uint8_t *read = buffer; *read; ++read) {
         uint8_t marker = IsMarker(*read) ? *read : uint8_t(kInside);
+        while (IsMarker(*read))
+            ++read;
         if (marker && written && IsLaoByte(buffer[written - 1])) {
             if (side)
                 side[written] = kInside;
             buffer[written++] = kBreakMark;
         }
-        while (IsMarker(*read))
-            ++read;
         if (!*read)
             break;
         if (side)

@@ -1,6 +1,8 @@
 // The table of fonts and its file: what is read from good, odd and hostile lines, what is written back, limits and
 // refusals.
+#include <algorithm>
 #include <cstring>
+#include <filesystem>
 
 #include "fonts/font_table.h"
 #include "support/guarded.h"
@@ -222,5 +224,6 @@ TEST_F(Fonts, FailedWriteKeepsWhatWasThere)
     }
     EXPECT_EQ(FontIndex("A"), 0);
     EXPECT_EQ(FontIndex("B"), 1);
-    RemoveDirectoryA(path.c_str());
+    std::replace(path.begin(), path.end(), '\\', '/');
+    std::filesystem::remove(path);
 }
