@@ -81,15 +81,20 @@ static void TryTone(EmailReading *best, EmailReading reading, Letters rest)
     KeepLonger(best, &reading);
 }
 
+static bool IsSilenced(Letters rest)
+{
+    const EmailSpelling *tone = FindTone(rest);
+    return tone && tone->lao[0] == kCancellation;
+}
+
+// An open vowel takes no final, but a silenced letter may stand behind any.
 static void TryFinals(EmailReading *best, EmailReading reading, Letters rest)
 {
     if (reading.vowel->use != kClosed)
         TryTone(best, reading, rest);
-    if (reading.vowel->use == kOpen)
-        return;
     for (const EmailSpelling &row : kEmailFinals) {
         size_t length = MatchLength(rest, row.letters);
-        if (!length)
+        if (!length || (reading.vowel->use == kOpen && !IsSilenced(Skip(rest, length))))
             continue;
         EmailReading longer = reading;
         longer.final = &row;

@@ -142,6 +142,12 @@ static LONG AddToFile(UserChange *change, const char *word)
     return SaveChange(change);
 }
 
+static bool IsLineOf(const TextLine *line, const char *word)
+{
+    char found[kLongestWord + 1];
+    return WordOfLine(found, line->start, size_t(line->end - line->start)) && !strcmp(found, word);
+}
+
 // The content without the lines that are the word.
 static int RemoveLines(UserChange *change, const char *word)
 {
@@ -150,15 +156,12 @@ static int RemoveLines(UserChange *change, const char *word)
     if (!to)
         return 0;
     change->after = {to, 0};
-    while (from < end) {
-        const void *feed = memchr(from, '\n', size_t(end - from));
-        const char *next = feed ? static_cast<const char *>(feed) + 1 : end;
-        char found[kLongestWord + 1];
-        if (!WordOfLine(found, from, size_t(next - from)) || strcmp(found, word)) {
-            memcpy(to, from, size_t(next - from));
-            to += next - from;
-        }
-        from = next;
+    for (TextLine line = FirstLine(from, change->before.size); from < end;
+         line = LineBehind(&line, end)) {
+        const char *keptTo = IsLineOf(&line, word) ? line.start : line.next;
+        memcpy(to, from, size_t(keptTo - from));
+        to += keptTo - from;
+        from = line.next;
     }
     change->after.size = size_t(to - change->after.bytes);
     return 1;

@@ -207,18 +207,39 @@ static size_t CountLines(Span content)
     return lines;
 }
 
-static void ReadEntries(WordList *list, Span content, uint32_t room, bool pairs)
+// A byte order mark belongs to no line.
+TextLine FirstLine(const char *content, size_t size)
 {
+    const char *end = content + size;
+    bool hasMark = size >= 3 && !memcmp(content, "\xEF\xBB\xBF", 3);
+    TextLine before = {content, content, content + (hasMark ? 3 : 0)};
+    return LineBehind(&before, end);
+}
+
+TextLine LineBehind(const TextLine *line, const char *end)
+{
+    TextLine next = {line->next, end, end};
+    if (next.start == end)
+        return next;
+    const void *feed = memchr(next.start, '\n', size_t(end - next.start));
+    if (feed) {
+        next.end = static_cast<const char *>(feed);
+        next.next = next.end + 1;
+    }
+    if (next.start < next.end && next.end[-1] == '\r')
+        --next.end;
+    return next;
+}
+
+static void ReadEntries(WordList *list, const char *content, size_t size, uint32_t room, bool pairs)
+{
+    const char *end = content + size;
     char *text = list->text;
-    while (content.start < content.end && list->count < room) {
-        const void *feed = memchr(content.start, '\n', size_t(content.end - content.start));
-        Span line = {content.start, feed ? static_cast<const char *>(feed) : content.end};
-        content.start = feed ? line.end + 1 : content.end;
-        if (line.start < line.end && line.end[-1] == '\r')
-            --line.end;
-        if (size_t(text - list->text) > kMostWordBytes)
+    for (TextLine line = FirstLine(content, size); line.start < end;
+         line = LineBehind(&line, end)) {
+        if (list->count == room || size_t(text - list->text) > kMostWordBytes)
             return;
-        if (ReadEntry(&list->entries[list->count], &text, line, pairs))
+        if (ReadEntry(&list->entries[list->count], &text, {line.start, line.end}, pairs))
             ++list->count;
     }
 }
@@ -228,10 +249,7 @@ int ParseWordList(WordList *list, const char *content, size_t size, bool pairs)
     *list = {};
     if (!size)
         return 1;
-    Span all = {content, content + size};
-    if (size >= 3 && !memcmp(content, "\xEF\xBB\xBF", 3))
-        all.start += 3;
-    uint32_t room = uint32_t(std::min<size_t>(CountLines(all), kMostWords));
+    uint32_t room = uint32_t(std::min<size_t>(CountLines({content, content + size}), kMostWords));
     // A word takes no more bytes than its line; its terminator takes the place of the line's end or
     // tab.
     list->text = static_cast<char *>(malloc(size + 1));
@@ -240,7 +258,7 @@ int ParseWordList(WordList *list, const char *content, size_t size, bool pairs)
         FreeWordList(list);
         return 0;
     }
-    ReadEntries(list, all, room, pairs);
+    ReadEntries(list, content, size, room, pairs);
     SortEntries(list);
     return 1;
 }

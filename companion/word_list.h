@@ -30,6 +30,15 @@ void FreeWordList(WordList *list);
 // The place of a word in the list, or -1.
 long FindInWordList(const WordList *list, const char *word);
 
+// Lines of a file's content, one by one; start is the content's end behind the last. A byte order
+// mark stands in front of the first line's start.
+struct TextLine {
+    const char *start, *end;  // without the line's end
+    const char *next;
+};
+TextLine FirstLine(const char *content, size_t size);
+TextLine LineBehind(const TextLine *line, const char *end);
+
 // A line of a dictionary file as word in the form of the lists; its length, or 0 for a comment or a
 // line that is no word. word has kLongestWord + 1 bytes.
 size_t WordOfLine(char *word, const char *line, size_t length);

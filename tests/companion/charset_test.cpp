@@ -43,8 +43,8 @@ TEST(RecodeString, EveryLaoSignComesBack)
         }
 }
 
-// Every byte of a font that has a counterpart comes back as itself or as a lower byte that means the
-// same.
+// Every byte of a font that has a counterpart comes back as itself or as a lower byte that means
+// the same.
 TEST(RecodeString, EveryFontByteComesBack)
 {
     for (LONG code = 2; code <= 5; ++code)
@@ -65,15 +65,27 @@ TEST(RecodeString, BreakMarksAndHyphens)
         LONG code;
         const char *from, *to;
     } rows[] = {
-        {2, "\226-", "-\214"},    {-2, "-\214", "\226-"}, {3, "\226-", "-\214"},
-        {-3, "-\214", "\226-"},   {4, "-", "-"},          {-4, "-\214", "--"},
-        {-5, "-\214", "--"},      {-3, "\226", "?"},      {-2, "\037", "\037"},
-        {4, "\200\240\337", "??k"}, {-4, "\225", "?"},    {5, "\203\243\376", "???"},
-        {-2, "\235\355", "\277\277"}, {2, "\277", "\355"}, {-4, "\315", "\271\311"},
-        {2, "\200", "?"},         {-4, "\307", "?"},
+        {2, "\226-", "-\214"},
+        {-2, "-\214", "\226-"},
+        {3, "\226-", "-\214"},
+        {-3, "-\214", "\226-"},
+        {4, "-", "-"},
+        {-4, "-\214", "--"},
+        {-5, "-\214", "--"},
+        {-3, "\226", "?"},
+        {-2, "\037", "\037"},
+        {4, "\200\240\337", "??k"},
+        {-4, "\225", "?"},
+        {5, "\203\243\376", "???"},
+        {-2, "\235\355", "\277\277"},
+        {2, "\277", "\355"},
+        {-4, "\315", "\271\311"},
+        {2, "\200", "?"},
+        {-4, "\307", "?"},
     };
     for (const auto &row : rows)
-        EXPECT_EQ(Show(Recoded(row.from, row.code)), Show(row.to)) << row.code << " " << Show(row.from);
+        EXPECT_EQ(Show(Recoded(row.from, row.code)), Show(row.to))
+            << row.code << " " << Show(row.from);
     for (LONG code = -6; code <= 6; ++code) {
         FontCodeRecord record;
         ASSERT_EQ(FontCodeData(code < 0 ? -code : code, &record), 1u);
@@ -90,7 +102,8 @@ TEST(RecodeString, BreakMarksAndHyphens)
 
 TEST(RecodeString, CutsAtAWholeSignInEverySize)
 {
-    const std::string text = "\241\204\255\324a\315\235";  // codes for two signs between single ones
+    const std::string text =
+        "\241\204\255\324a\315\235";  // codes for two signs between single ones
     const std::string whole = Recoded(text, -4);
     const size_t ends[] = {0, 1, 3, 4, 6, 7, 9, 11};
     ASSERT_EQ(whole.size(), 11u);
@@ -118,7 +131,7 @@ TEST(RecodeString, AnUnterminatedTextIsCut)
 
 TEST(RecodeString, RefusesUnknownCodes)
 {
-    for (LONG code : {7L, -7L, 15L, -16L, LONG(INT_MAX), LONG(INT_MIN)}) {
+    for (LONG code : {LONG(7), LONG(-7), LONG(15), LONG(-16), LONG(INT_MAX), LONG(INT_MIN)}) {
         char text[] = "\241\226";
         EXPECT_EQ(RecodeString(text, sizeof text, code), 0u) << code;
         EXPECT_STREQ(text, "\241\226");

@@ -41,7 +41,8 @@ TEST(Ibm1133, EveryByteMeansWhatTheSystemSays)
         } else if (character == 0xA0) {
             EXPECT_EQ(uint8_t(sign[0]), 160);
         } else {
-            EXPECT_EQ(sign, character >= 0 && character < 0x80 ? std::string(1, char(character)) : "?")
+            EXPECT_EQ(sign,
+                      character >= 0 && character < 0x80 ? std::string(1, char(character)) : "?")
                 << byte;
         }
     }

@@ -13,8 +13,8 @@ TEST(Mode, ReplacesWhatTheMaskNames)
     const struct {
         DWORD value, mask, after;
     } rows[] = {
-        {0, 0, 1},          {48, 63, 48},     {0, 15, 48},          {0x80, 0x80, 0xB0},
-        {0x12, 0x1F, 0xB2}, {0, 16, 0xA2},    {0xFFFFFFFF, 0, 0xA2}, {0x40, 0x7F, 0xC0},
+        {0, 0, 1},          {48, 63, 48},  {0, 15, 48},           {0x80, 0x80, 0xB0},
+        {0x12, 0x1F, 0xB2}, {0, 16, 0xA2}, {0xFFFFFFFF, 0, 0xA2}, {0x40, 0x7F, 0xC0},
         {1, 0xFFFFFFFF, 1},
     };
     DWORD before = 1;
@@ -30,16 +30,11 @@ TEST(Mode, ReplacesWhatTheMaskNames)
     EXPECT_EQ(Options(), 0u);
 }
 
-class FontCodes : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        StoreValue(REG_BINARY, std::string(7, '\0'));
-    }
-    void TearDown() override
-    {
-        SetUp();
-    }
+class FontCodes : public testing::Test
+{
+  protected:
+    void SetUp() override { StoreValue(REG_BINARY, std::string(7, '\0')); }
+    void TearDown() override { SetUp(); }
     static void StoreValue(DWORD type, const std::string &data)
     {
         HKEY key;
@@ -71,7 +66,7 @@ TEST_F(FontCodes, AreSevenFromZero)
         EXPECT_EQ(FontCodeData(code, nullptr), 0u);
         EXPECT_EQ(SetFontCodeData(code, nullptr), 0u);
     }
-    for (LONG code : {-1L, 7L, 15L, LONG(LONG_MAX), LONG(INT_MIN)}) {
+    for (LONG code : {LONG(-1), LONG(7), LONG(15), LONG(INT_MAX), LONG(INT_MIN)}) {
         FontCodeRecord record = {1, 2, "x"};
         EXPECT_EQ(FontCodeData(code, &record), 0u) << code;
         EXPECT_STREQ(record.name, "x");

@@ -18,7 +18,8 @@ uint32_t NextRandom()
 static std::string DataFolder()
 {
     char common[MAX_PATH] = "";
-    EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, common), 0);
+    EXPECT_EQ(
+        SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, common), 0);
     std::string folder = std::string(common) + "\\Orvel";
     CreateDirectoryA(folder.c_str(), nullptr);
     return folder;
@@ -118,7 +119,7 @@ std::string Show(const std::string &code)
 {
     std::string text;
     for (char c : code)
-        text += (text.empty() ? "" : " ") + std::to_string(uint8_t(c));
+        text.append(text.empty() ? "" : " ").append(std::to_string(uint8_t(c)));
     return text;
 }
 

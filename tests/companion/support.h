@@ -8,8 +8,9 @@
 #include "vesk.h"
 
 // Every test of this fixture starts and ends with an empty data folder and nothing loaded.
-class CleanDictionaries : public testing::Test {
-protected:
+class CleanDictionaries : public testing::Test
+{
+  protected:
     void SetUp() override;
     void TearDown() override;
 };
@@ -22,8 +23,8 @@ void WriteDataFile(const std::string &name, const std::string &content);
 std::string ReadDataFile(const std::string &name);
 void RemoveDataFile(const std::string &name);
 
-// Internal code, packed, from UTF-8; U+200B is the break mark, other characters outside ASCII and the
-// Lao block are left out.
+// Internal code, packed, from UTF-8; U+200B is the break mark, other characters outside ASCII and
+// the Lao block are left out.
 std::string CodeOf(const std::string &utf8);
 
 // Bytes as numbers with blanks between them, for messages.

@@ -1,0 +1,103 @@
+// Several processes and one user dictionary: none loses a word of another, and a kill at any moment
+// leaves the old file or the new one.
+#include "companion/support.h"
+
+#include <algorithm>
+#include <csignal>
+#include <ctime>
+#include <dirent.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+class Processes : public CleanDictionaries
+{
+};
+
+static std::string NumberedWord(int number)
+{
+    return "\241\276" + std::to_string(number);
+}
+
+// The child adds and deletes without an end.
+static void ChangeForever()
+{
+    for (int number = 1;; ++number) {
+        AddWord(NumberedWord(number).c_str());
+        if (number % 3 == 0)
+            DeleteWord(NumberedWord(number - 1).c_str());
+    }
+}
+
+// What the child had written when it was killed: the words 1 to n but for some deleted ones, and
+// every line whole.
+static bool IsConsistent(const std::vector<std::string> &words)
+{
+    int last = 0;
+    std::vector<int> numbers;
+    for (const std::string &word : words) {
+        if (word.compare(0, 2, "\241\276") || word.size() < 3)
+            return false;
+        numbers.push_back(std::stoi(word.substr(2)));
+        last = std::max(last, numbers.back());
+    }
+    for (int number = 1; number <= last; ++number) {
+        bool isThere = std::find(numbers.begin(), numbers.end(), number) != numbers.end();
+        bool mayBeGone = number % 3 == 2;
+        if (!isThere && !mayBeGone)
+            return false;
+    }
+    return true;
+}
+
+static void RemoveLeftovers()
+{
+    rmdir(SlashPath("UserDict.dat.lock").c_str());
+}
+
+TEST_F(Processes, AKillAtAnyMomentLeavesTheOldOrTheNewFile)
+{
+    const std::string head = "# a comment that has to stay\n";
+    size_t most = 0;
+    for (int round = 0; round < 60; ++round) {
+        RemoveDataFile("UserDict.dat");
+        WriteDataFile("UserDict.dat", head);
+        UnloadDictionaries();
+        pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (!child)
+            ChangeForever();
+        timespec pause = {0, long(1000000 + NextRandom() % 25000000)};
+        nanosleep(&pause, nullptr);
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        RemoveLeftovers();
+        ASSERT_EQ(ReadDataFile("UserDict.dat").compare(0, head.size(), head), 0);
+        std::vector<std::string> words = UserWords();
+        ASSERT_TRUE(IsConsistent(words)) << ReadDataFile("UserDict.dat");
+        most = std::max(most, words.size());
+        ASSERT_EQ(AddWord("\255\276"), 0) << "the next process can go on";
+    }
+    EXPECT_GT(most, 3u) << "the kills came before any work";
+}
+
+TEST_F(Processes, NoneLosesAWordOfAnother)
+{
+    constexpr int kProcesses = 3, kWords = 40;
+    pid_t children[kProcesses];
+    for (int process = 0; process < kProcesses; ++process) {
+        children[process] = fork();
+        ASSERT_GE(children[process], 0);
+        if (children[process])
+            continue;
+        int failed = 0;
+        for (int i = 0; i < kWords; ++i)
+            failed += AddWord(NumberedWord(process * 1000 + i).c_str()) != 0;
+        _exit(failed);
+    }
+    for (pid_t child : children) {
+        int status;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_EQ(UserWords().size(), size_t(kProcesses * kWords));
+}

@@ -1,0 +1,221 @@
+// AddWord, DeleteWord, GetWord and the file that they keep.
+#include "companion/support.h"
+
+#include <cstring>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "support/guarded.h"
+
+#define KAA "\xE0\xBA\x81\xE0\xBA\xB2"  // 161 190
+#define KHI "\xE0\xBA\x82\xE0\xBA\xB4"  // 162 242
+
+class UserDictionary : public CleanDictionaries
+{
+};
+
+// The file as a reader sees it, whatever its line ends.
+static std::string UserFile()
+{
+    std::string content = ReadDataFile("UserDict.dat"), text;
+    for (char c : content)
+        if (c != '\r')
+            text += c;
+    return text;
+}
+
+TEST_F(UserDictionary, AddsAndDeletes)
+{
+    EXPECT_EQ(ReadLaoDict("UserDict.dat", 4), 0u);
+    EXPECT_EQ(AddWord("\241\276"), 0);
+    EXPECT_EQ(AddWord("\241\276"), 2);
+    EXPECT_EQ(AddWord("\242\362\372"), 0);
+    EXPECT_EQ(AddWord("\242\205"), 2) << "the same, packed";
+    EXPECT_EQ(UserFile(), KAA "\n" KHI "\xE0\xBB\x88\n");
+    EXPECT_EQ(ReadLaoDict("UserDict.dat", 4), 2u);
+    EXPECT_TRUE(FindWord("\242\205", 2, 0, 68));
+    EXPECT_EQ(DeleteWord("\241\276"), 0);
+    EXPECT_EQ(DeleteWord("\241\276"), 1);
+    EXPECT_FALSE(FindWord("\241\276", 2, 0, 4));
+    UnloadDictionaries();
+    EXPECT_EQ(UserWords(), std::vector<std::string>{"\242\205"});
+    EXPECT_EQ(DeleteWord("\242\362\372"), 0);
+    EXPECT_EQ(UserFile(), "");
+    EXPECT_EQ(ReadLaoDict("UserDict.dat", 4), 0u);
+}
+
+TEST_F(UserDictionary, RefusesWhatIsNoWord)
+{
+    const struct {
+        std::string word;
+        LONG result;
+        const char *what;
+    } rows[] = {
+        {"", 1, "empty"},
+        {"\241", 1, "one byte"},
+        {"\360\372", 1, "one byte when packed"},
+        {"-\241\037", 1, "one byte without break marks"},
+        {"\241#\276", 3, "would be a comment"},
+        {"#\241", 3, "the same in front"},
+        {" \241\276", 3, "a blank in front"},
+        {"\241\276\t", 3, "a tab behind"},
+        {"\241\n\242", 3, "a line end"},
+        {"\241\001\276", 3, "a control byte"},
+        {"\241\307", 3, "a code without a sign"},
+        {"\241\377", 3, "another"},
+        {std::string(256, '\241'), 3, "too long"},
+        {std::string(5000, '\241'), 3, "far too long"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(AddWord(row.word.c_str()), row.result) << row.what;
+        EXPECT_EQ(DeleteWord(row.word.c_str()), 1) << row.what;
+    }
+    EXPECT_EQ(AddWord(nullptr), 1);
+    EXPECT_EQ(DeleteWord(nullptr), 1);
+    EXPECT_TRUE(UserWords().empty());
+    EXPECT_EQ(UserFile(), "");
+    EXPECT_EQ(AddWord(std::string(255, '\241').c_str()), 0) << "the longest";
+}
+
+// Whatever a word is made of, the file gives it back, and its other spellings are the same word.
+TEST_F(UserDictionary, WordsAreKeptInTheirMainForm)
+{
+    const struct {
+        const char *given, *kept;
+    } rows[] = {
+        {"\254\276", "\352\276"},
+        {"\241\310\276", "\241\372\276"},
+        {"\315\276", "\271\371\276"},
+        {"\241\355\276", "\241\235\276"},
+        {"\241-\276\037", "\241\276"},
+        {"\241\324", "\241\324"},
+        {"ab", "ab"},
+        {"\241\214\241", "\241\214\241"},
+        {"\241\340\351", "\241\340\351"},
+        {"\316\276\305", "\316\276\305"},
+        {"\241 \241", "\241 \241"},
+    };
+    for (const auto &row : rows) {
+        ASSERT_EQ(AddWord(row.given), 0) << Show(row.given);
+        EXPECT_EQ(AddWord(row.kept), 2) << Show(row.given);
+        UnloadDictionaries();
+        ASSERT_EQ(UserWords().size(), 1u) << Show(row.given);
+        EXPECT_EQ(Show(UserWords()[0]), Show(row.kept));
+        EXPECT_EQ(DeleteWord(row.given), 0) << Show(row.given);
+    }
+}
+
+TEST_F(UserDictionary, KeepsCommentsAndLinesThatAreNoWords)
+{
+    const std::string hostile =
+        std::string("\xFF\xFE") + '\0' + "x\n" + std::string(100000, 'y') + "\n";
+    const std::string head = "\xEF\xBB\xBF# my words\n\n" KAA " # the first\n";
+    WriteDataFile("UserDict.dat", head + hostile + "#end");
+    EXPECT_EQ(AddWord("\242\362"), 0);
+    EXPECT_EQ(UserFile(), head + hostile + "#end\n" KHI "\n");
+    EXPECT_EQ(DeleteWord("\241\276"), 0);
+    EXPECT_EQ(UserFile(), "\xEF\xBB\xBF# my words\n\n" + hostile + "#end\n" KHI "\n");
+    EXPECT_EQ(UserWords(), std::vector<std::string>{"\242\362"});
+}
+
+TEST_F(UserDictionary, DeletesTheFirstLineToo)
+{
+    WriteDataFile("UserDict.dat", "\xEF\xBB\xBF" KAA "\r\n" KAA "\r\n" KHI);
+    EXPECT_EQ(DeleteWord("\241\276"), 0);
+    UnloadDictionaries();
+    EXPECT_EQ(UserWords(), std::vector<std::string>{"\242\362"});
+}
+
+TEST_F(UserDictionary, KeepsWhatSomebodyElseHasWritten)
+{
+    EXPECT_EQ(AddWord("\241\276"), 0);
+    WriteDataFile("UserDict.dat", ReadDataFile("UserDict.dat") + KHI "\n");
+    EXPECT_EQ(ReadLaoDict("UserDict.dat", 4), 1u);
+    EXPECT_EQ(AddWord("\255\276"), 0);
+    EXPECT_EQ(ReadLaoDict("UserDict.dat", 4), 3u);
+    WriteDataFile("UserDict.dat", KHI "\n");
+    EXPECT_EQ(DeleteWord("\241\276"), 1) << "somebody else was quicker";
+    EXPECT_EQ(UserWords(), std::vector<std::string>{"\242\362"});
+}
+
+// The failed change leaves words, lookups and file alone.
+static void ExpectNothingChanges(const std::vector<std::string> &words)
+{
+    EXPECT_EQ(AddWord("\255\276"), 3);
+    EXPECT_EQ(DeleteWord("\241\276"), 3);
+    EXPECT_EQ(UserWords(), words);
+    EXPECT_TRUE(FindWord("\241\276", 2, 0, 68));
+    EXPECT_FALSE(FindWord("\255\276", 2, 0, 4));
+}
+
+TEST_F(UserDictionary, AFileThatCannotBeReadIsNotReplaced)
+{
+    ASSERT_EQ(AddWord("\241\276"), 0);
+    RemoveDataFile("UserDict.dat");
+    ASSERT_TRUE(CreateDirectoryA(DataPath("UserDict.dat").c_str(), nullptr));
+    ExpectNothingChanges({"\241\276"});
+    EXPECT_EQ(rmdir(SlashPath("UserDict.dat").c_str()), 0) << "still an empty folder";
+    EXPECT_EQ(AddWord("\255\276"), 0);
+    EXPECT_EQ(UserWords(), std::vector<std::string>{"\255\276"}) << "the file is the truth";
+}
+
+TEST_F(UserDictionary, AReadOnlyFileIsNotReplaced)
+{
+    ASSERT_EQ(AddWord("\241\276"), 0);
+    std::string path = SlashPath("UserDict.dat"), before = ReadDataFile("UserDict.dat");
+    ASSERT_EQ(chmod(path.c_str(), 0444), 0);
+    ExpectNothingChanges({"\241\276"});
+    EXPECT_EQ(ReadDataFile("UserDict.dat"), before);
+    ASSERT_EQ(chmod(path.c_str(), 0666), 0);
+    EXPECT_EQ(AddWord("\255\276"), 0);
+}
+
+TEST_F(UserDictionary, ALockThatWasLeftBehindIsTakenOver)
+{
+    ASSERT_TRUE(CreateDirectoryA(DataPath("UserDict.dat.lock").c_str(), nullptr));
+    EXPECT_EQ(AddWord("\241\276"), 0);
+    EXPECT_NE(rmdir(SlashPath("UserDict.dat.lock").c_str()), 0) << "it is gone";
+}
+
+TEST_F(UserDictionary, NumbersAreInLaoOrder)
+{
+    const char *const inOrder[] = {
+        "\241\275\324",      // KO, A
+        "\241\276",          // KO, AA
+        "\241\276\255",      // KO, AA, NO
+        "\241\372\276\255",  // the same with a tone
+        "\300\241\276",      // E in front of KO
+        "\242\276",          // KHO
+        "\300\242\211\276",  // E in front of KHO, MAI KON with its tone
+        "\352\276",          // THO TAM between THO SUNG and NO
+        "\255\276",
+        "\353\276",  // LO LING, LO LOOT, WO
+        "\354\276",         "\270\276",
+    };
+    for (size_t i = std::size(inOrder); i-- > 0;)
+        ASSERT_EQ(AddWord(inOrder[(i * 7) % std::size(inOrder)]), 0);
+    std::vector<std::string> words = UserWords();
+    ASSERT_EQ(words.size(), std::size(inOrder));
+    for (size_t i = 0; i < words.size(); ++i)
+        EXPECT_EQ(Show(words[i]), Show(inOrder[i])) << i;
+}
+
+TEST_F(UserDictionary, GetWordKeepsToItsBuffer)
+{
+    ASSERT_EQ(AddWord("\241\276\255"), 0);
+    for (size_t size = 1; size < 8; ++size) {
+        Guarded<char> buffer(size);
+        memset(buffer.data(), 'x', size);
+        EXPECT_EQ(GetWord(buffer.data(), DWORD(size), 1, 4), size > 3);
+        EXPECT_EQ(buffer.data()[0], size > 3 ? '\241' : 'x');
+    }
+    char word[32];
+    for (DWORD number : {0u, 2u, 0xFFFFFFFFu})
+        EXPECT_EQ(GetWord(word, sizeof word, number, 4), 0u);
+    for (DWORD bit : {0u, 1u, 2u, 5u})
+        EXPECT_EQ(GetWord(word, sizeof word, 1, bit), 0u);
+    EXPECT_EQ(GetWord(nullptr, 32, 1, 4), 0u);
+    EXPECT_EQ(GetWord(word, 0, 1, 4), 0u);
+    UnloadDictionaries();
+    EXPECT_EQ(GetWord(word, sizeof word, 1, 4), 0u);
+}
