@@ -30,8 +30,8 @@ static bool Continues(Run *run, unsigned unit, unsigned byte)
 {
     if (run->count == 0 || unit != run->first + run->count)
         return false;
-    if (run->count == 1)
-        run->step = byte == run->byte ? 0 : 1;
+    if (run->count == 1 && (byte == run->byte || byte == run->byte + 1))
+        run->step = byte - run->byte;
     return byte == run->byte + run->step * run->count;
 }
 
