@@ -258,7 +258,7 @@ TEST_F(Lookup, NothingIsReadBehindTheTerminator)
             block.shrink_to_fit();
             WordLengths lengths;
             FindWordLengths(block.data(), 7, &lengths);
-            EXPECT_EQ(lengths.main, LengthsByFindWord(block.data(), 1));
+            EXPECT_EQ(lengths.main, size ? LengthsByFindWord(block.data(), 1) : 0);
             for (DWORD length = DWORD(size) + 1; length < 40; ++length)
                 EXPECT_FALSE(FindWord(block.data(), length, 0, 1));
         }
@@ -333,7 +333,8 @@ TEST_F(Lookup, HandlesHoldUntilUnloaded)
     EXPECT_EQ(GetNewWord(word, 3, handle), 1u);
     EXPECT_STREQ(word, "\242\206");
     EXPECT_EQ(GetNewWord(nullptr, 32, handle), 0u);
-    for (DWORD wrong : {0u, handle + 2, handle - 1, 0xFFFFFFFFu, handle + (1u << 20), 0x80000001u})
+    for (DWORD wrong : {DWORD(0), handle + 2, handle - 1, ~DWORD(0), handle + (DWORD(1) << 20),
+                        DWORD(0x80000001)})
         EXPECT_EQ(GetNewWord(word, sizeof word, wrong), 0u) << wrong;
     UnloadDictionaries();
     EXPECT_EQ(GetNewWord(word, sizeof word, handle), 0u);

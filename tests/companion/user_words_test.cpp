@@ -210,9 +210,9 @@ TEST_F(UserDictionary, GetWordKeepsToItsBuffer)
         EXPECT_EQ(buffer.data()[0], size > 3 ? '\241' : 'x');
     }
     char word[32];
-    for (DWORD number : {0u, 2u, 0xFFFFFFFFu})
+    for (DWORD number : {DWORD(0), DWORD(2), ~DWORD(0)})
         EXPECT_EQ(GetWord(word, sizeof word, number, 4), 0u);
-    for (DWORD bit : {0u, 1u, 2u, 5u})
+    for (DWORD bit : {0, 1, 2, 5})
         EXPECT_EQ(GetWord(word, sizeof word, 1, bit), 0u);
     EXPECT_EQ(GetWord(nullptr, 32, 1, 4), 0u);
     EXPECT_EQ(GetWord(word, 0, 1, 4), 0u);
