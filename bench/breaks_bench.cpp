@@ -1,5 +1,5 @@
-// Breaks: the bare call on internal code beside the peer's bare iterator, and the whole road from UTF-8 to marked
-// UTF-8 beside the peer's. Rates are characters of the UTF-8 text in a second.
+// Breaks: the bare call on internal code beside the peer's bare iterator, and the whole road from
+// UTF-8 to marked UTF-8 beside the peer's. Rates are characters of the UTF-8 text in a second.
 #include <cstdio>
 #include <cstdlib>
 
@@ -40,8 +40,8 @@ static const CodeTrace &Trace()
 
 static void SetRate(benchmark::State &state, const std::string &text)
 {
-    state.counters["char/s"] = benchmark::Counter(double(CountCharacters(text)) * double(state.iterations()),
-                                                  benchmark::Counter::kIsRate);
+    state.counters["char/s"] = benchmark::Counter(
+        double(CountCharacters(text)) * double(state.iterations()), benchmark::Counter::kIsRate);
 }
 
 static void WrapCall(benchmark::State &state, const std::string &text)
@@ -51,8 +51,8 @@ static void WrapCall(benchmark::State &state, const std::string &text)
     std::vector<char> buffer(2 * lao.packed.size() + 1);
     std::vector<BYTE> side(buffer.size());
     for (auto _ : state)
-        WrapLaoEx(lao.packed.c_str(), buffer.data(), side.data(), DWORD(buffer.size()), Trace().font.name.c_str(),
-                  kInsertBoth);
+        WrapLaoEx(lao.packed.c_str(), buffer.data(), side.data(), DWORD(buffer.size()),
+                  Trace().font.name.c_str(), kInsertBoth);
     SetRate(state, text);
 }
 
@@ -95,11 +95,14 @@ static void IcuRoad(benchmark::State &state, const std::string &text)
 void RegisterBreaks()
 {
     typedef void (*Body)(benchmark::State &, const std::string &);
-    static const std::pair<const char *, Body> bodies[] = {
-        {"call/orvel", WrapCall}, {"call/icu", IcuCall}, {"road/orvel", WrapRoad}, {"road/icu", IcuRoad}};
+    static const std::pair<const char *, Body> bodies[] = {{"call/orvel", WrapCall},
+                                                           {"call/icu", IcuCall},
+                                                           {"road/orvel", WrapRoad},
+                                                           {"road/icu", IcuRoad}};
     for (const char *name : {"udhr", "cldr_annotations", "web_phrases"})
         for (auto [what, body] : bodies)
-            benchmark::RegisterBenchmark((std::string(name) + "/" + what).c_str(),
-                                         [body, text = ReadRepeated(name)](benchmark::State &state) { body(state, text); })
+            benchmark::RegisterBenchmark(
+                (std::string(name) + "/" + what).c_str(),
+                [body, text = ReadRepeated(name)](benchmark::State &state) { body(state, text); })
                 ->Unit(benchmark::kMillisecond);
 }

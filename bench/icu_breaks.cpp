@@ -35,7 +35,10 @@ size_t CountIcuBoundaries(IcuText *text)
     return count;
 }
 
-static bool IsLaoLetter(char16_t c) { return c >= 0x0E80 && c <= 0x0EDF && !(c >= 0x0ED0 && c <= 0x0ED9); }
+static bool IsLaoLetter(char16_t c)
+{
+    return c >= 0x0E80 && c <= 0x0EDF && !(c >= 0x0ED0 && c <= 0x0ED9);
+}
 
 void MarkByIcu(IcuText *text, const std::string &utf8, std::string *output)
 {
@@ -44,7 +47,8 @@ void MarkByIcu(IcuText *text, const std::string &utf8, std::string *output)
     icu::BreakIterator &iterator = *text->iterator;
     iterator.setText(plain);
     int32_t start = iterator.first();
-    for (int32_t end = iterator.next(); end != icu::BreakIterator::DONE; start = end, end = iterator.next()) {
+    for (int32_t end = iterator.next(); end != icu::BreakIterator::DONE;
+         start = end, end = iterator.next()) {
         marked.append(plain, start, end - start);
         if (end < plain.length() && IsLaoLetter(plain[end - 1]) && IsLaoLetter(plain[end]))
             marked.append(char16_t(0x200B));

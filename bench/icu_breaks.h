@@ -9,5 +9,6 @@ struct IcuText;
 IcuText *MakeIcuText(const std::string &utf8);
 size_t CountIcuBoundaries(IcuText *text);
 
-// UTF-8 in, UTF-8 out with U+200B at each boundary between Lao letters; both conversions are inside.
+// UTF-8 in, UTF-8 out with U+200B at each boundary between Lao letters; both conversions are
+// inside.
 void MarkByIcu(IcuText *text, const std::string &utf8, std::string *output);

@@ -1,4 +1,5 @@
-// Runs all benchmarks and, where one has a peer of the same name, prints how many times as fast it is.
+// Runs all benchmarks and, where one has a peer of the same name, prints how many times as fast it
+// is.
 #include <cstdio>
 #include <map>
 #include <string>
@@ -28,9 +29,10 @@ int main(int argc, char **argv)
     printf("\n");
     for (auto [name, rate] : reporter.medians) {
         size_t ours = name.rfind("/orvel");
-        auto peer = ours == name.npos ? reporter.medians.end() : reporter.medians.find(name.substr(0, ours) + "/icu");
+        auto peer = ours == name.npos ? reporter.medians.end()
+                                      : reporter.medians.find(name.substr(0, ours) + "/icu");
         if (peer != reporter.medians.end())
-            printf("%-28s %6.1f Mchar/s, peer %6.1f, ratio %.2f\n", name.substr(0, ours).c_str(), rate / 1e6,
-                   peer->second / 1e6, rate / peer->second);
+            printf("%-28s %6.1f Mchar/s, peer %6.1f, ratio %.2f\n", name.substr(0, ours).c_str(),
+                   rate / 1e6, peer->second / 1e6, rate / peer->second);
     }
 }

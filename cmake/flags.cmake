@@ -10,6 +10,8 @@ endif()
 if(ORVEL_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)
+  # A function found by name in a module has the type that its caller knows it by.
+  add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,Clang>:-fno-sanitize=function>)
   add_link_options(-fsanitize=address,undefined)
 endif()
 if(WIN32)
@@ -17,6 +19,10 @@ if(WIN32)
   add_link_options(-static -Wl,--enable-stdcall-fixup)
   add_compile_definitions(_WIN32_WINNT=0x0601 WIN32_LEAN_AND_MEAN NOMINMAX)
   add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-cast-function-type>)
+endif()
+
+if(ORVEL_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 add_library(orvel-plain INTERFACE)

@@ -1,4 +1,5 @@
-// orvel check: names the stretches that can't be divided, which are mostly misspelt, and the old spellings.
+// orvel check: names the stretches that can't be divided, which are mostly misspelt, and the old
+// spellings.
 #include "commands.h"
 #include "lao_text.h"
 #include "utf8.h"
@@ -106,8 +107,9 @@ void AddCheckCommand(CLI::App *app, Command *chosen)
     auto files = std::make_shared<std::vector<std::string>>();
     CLI::App *check = app->add_subcommand("check", "report bad and old spellings");
     check->add_option("files", *files, "UTF-8 files; none or - reads standard input");
-    check->footer("A line for each: file:line:column: bad spelling: TEXT, or old spelling: TEXT -> MODERN.\n"
-                  "Exit status 1 when there is any.\n"
-                  "Example: orvel check letter.txt");
+    check->footer(
+        "A line for each: file:line:column: bad spelling: TEXT, or old spelling: TEXT -> MODERN.\n"
+        "Exit status 1 when there is any.\n"
+        "Example: orvel check letter.txt");
     check->callback([=] { *chosen = [=] { return RunCheck(*files); }; });
 }

@@ -1,5 +1,5 @@
-// The subcommands. Each adds itself to the command line and sets what is to be run; the run's result is the exit
-// status: 0 done, 1 something in the input could not be done, 2 wrong usage.
+// The subcommands. Each adds itself to the command line and sets what is to be run; the run's
+// result is the exit status: 0 done, 1 something in the input could not be done, 2 wrong usage.
 #pragma once
 
 #include <functional>
@@ -28,9 +28,10 @@ struct TextPart {
 // Handles one part: appends to the output, gives a status.
 typedef std::function<int(const TextPart &part, std::string *output)> PartWorker;
 
-// Runs a worker over all files, "-" and no file at all being standard input, and writes what it gives to standard
-// output. A part in which the library shows a message is done again line by line, so that the message can name its
-// line. The worst status of all; a file that can't be read is told and is 1.
+// Runs a worker over all files, "-" and no file at all being standard input, and writes what it
+// gives to standard output. A part in which the library shows a message is done again line by line,
+// so that the message can name its line. The worst status of all; a file that can't be read is told
+// and is 1.
 int ProcessFiles(const std::vector<std::string> &files, const PartWorker &work);
 
 // Writes to standard output: 0, or 1 with a message when not all could be written.

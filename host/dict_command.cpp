@@ -12,7 +12,8 @@ typedef int (*WordAction)(const CodeTrace &trace, const std::string &word);
 static int Refuse(const std::string &word, const char *why)
 {
     if (gMessages.line)
-        fprintf(stderr, "%s:%zu: %s: %s\n", gMessages.file.c_str(), gMessages.line, word.c_str(), why);
+        fprintf(stderr, "%s:%zu: %s: %s\n", gMessages.file.c_str(), gMessages.line, word.c_str(),
+                why);
     else
         fprintf(stderr, "orvel: %s: %s\n", word.c_str(), why);
     return kNotDone;
@@ -146,8 +147,11 @@ void AddDictCommand(CLI::App *app, Command *chosen)
     remove->footer("Example: orvel dict delete ວຽງຈັນ");
     remove->callback([=] { *chosen = [=] { return RunWords(*words, DeleteOneWord); }; });
 
-    CLI::App *import = dict->add_subcommand("import", "add all words of a UTF-8 file, one a line, # begins a comment");
+    CLI::App *import = dict->add_subcommand(
+        "import", "add all words of a UTF-8 file, one a line, # begins a comment");
     import->add_option("file", *file, "the file; - reads standard input")->required();
     import->footer("Example: orvel dict import words.txt");
-    import->callback([=] { *chosen = [=] { return ImportWords(*file); }; });
+    import->callback([=] { *chosen = [=] { return ImportWords(*file);
+};
+});
 }

@@ -24,7 +24,8 @@ static int FindCode(const std::string &text)
     for (int code = 0; code < kMostCodes; ++code) {
         char name[kCodeNameSize];
         bool exists = GetFontCodeName(name, sizeof name, code);
-        if (exists && (text == std::to_string(code) || CLI::detail::to_lower(text) == CLI::detail::to_lower(name)))
+        if (exists && (text == std::to_string(code) ||
+                       CLI::detail::to_lower(text) == CLI::detail::to_lower(name)))
             return code;
     }
     return -1;
@@ -41,7 +42,8 @@ static int ListFonts()
         int code = GetLaoFontInfo(name, substitute, sizeof name, &scale, number);
         if (code < 0)
             return WriteOutput(text);
-        text += std::string(name) + "\t" + CodeName(code) + "\t" + substitute + "\t" + std::to_string(scale) + "\n";
+        text += std::string(name) + "\t" + CodeName(code) + "\t" + substitute + "\t" +
+                std::to_string(scale) + "\n";
     }
 }
 
@@ -70,7 +72,8 @@ static int AddFont(const FontSettings &font)
         return Refuse("\"" + font.name + "\" is registered already", kNotDone);
     if (!font.substitute.empty() && FontIndex(font.substitute.c_str()) < 0)
         return Refuse("the substitute \"" + font.substitute + "\" isn't registered", kNotDone);
-    if (AddFontToList(font.name.c_str(), font.substitute.c_str(), WORD(code), short(font.scale), font.isPrivate))
+    if (AddFontToList(font.name.c_str(), font.substitute.c_str(), WORD(code), short(font.scale),
+                      font.isPrivate))
         return kDone;
     return Refuse("\"" + font.name + "\" could not be added", kNotDone);
 }
@@ -83,7 +86,8 @@ static int RemoveFont(const std::string &name)
         return Refuse("\"" + name + "\" isn't registered", kNotDone);
     if (RemoveFontFromList(name.c_str()))
         return kDone;
-    return Refuse("\"" + name + "\" can't be removed: the list keeps one font and must be writable", kNotDone);
+    return Refuse("\"" + name + "\" can't be removed: the list keeps one font and must be writable",
+                  kNotDone);
 }
 
 void AddFontsCommand(CLI::App *app, Command *chosen)
@@ -93,7 +97,8 @@ void AddFontsCommand(CLI::App *app, Command *chosen)
     fonts->require_subcommand(1);
     fonts->footer("Example: orvel fonts add \"Alice_0\" --code Lao95");
 
-    CLI::App *list = fonts->add_subcommand("list", "name, font code, substitute, scale; tabs between");
+    CLI::App *list =
+        fonts->add_subcommand("list", "name, font code, substitute, scale; tabs between");
     list->footer("Example: orvel fonts list");
     list->callback([=] { *chosen = ListFonts; });
 
@@ -101,8 +106,10 @@ void AddFontsCommand(CLI::App *app, Command *chosen)
     add->add_option("name", font->name, "the font's name")->required();
     add->add_option("--code", font->code, "its font code, by name or number (default: Unicode)");
     add->add_option("--substitute", font->substitute, "the font that replaces it");
-    add->add_option("--scale", font->scale, "the substitute's size in percent")->check(CLI::Range(10, 1000));
-    add->add_flag("--extended", font->isPrivate, "it has the private-use characters U+E000 to U+E01F");
+    add->add_option("--scale", font->scale, "the substitute's size in percent")
+        ->check(CLI::Range(10, 1000));
+    add->add_flag("--extended", font->isPrivate,
+                  "it has the private-use characters U+E000 to U+E01F");
     add->footer("Example: orvel fonts add \"Saysettha OT\" --code Unicode");
     add->callback([=] { *chosen = [=] { return AddFont(*font); }; });
 

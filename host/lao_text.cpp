@@ -1,5 +1,6 @@
-// The road of a text. Only Lao is handed over; a stretch of anything else stands there as one blank, which ends a run
-// as the stretch itself would. So no byte of a text that is not Lao can act on the library.
+// The road of a text. Only Lao is handed over; a stretch of anything else stands there as one
+// blank, which ends a run as the stretch itself would. So no byte of a text that is not Lao can act
+// on the library.
 #include "lao_text.h"
 
 #include <cstring>
@@ -30,18 +31,25 @@ bool PrepareTrace(CodeTrace *trace)
     return true;
 }
 
+// A break that holds the halves of a broken character apart stays: without it they would become another one.
+static bool IsOldBreak(std::string_view text)
+{
+    size_t size = kZeroWidthSpace.size();
+    return text.size() == size || (text[size] & '\xC0') != '\x80';
+}
+
 static void RemoveOldBreaks(std::string_view source, LaoText *text)
 {
     text->clean.clear();
     text->removed.clear();
-    for (;;) {
-        size_t found = source.find(kZeroWidthSpace);
-        text->clean += source.substr(0, found);
-        if (found == source.npos)
-            return;
-        text->removed.push_back(text->clean.size());
+    for (size_t found; (found = source.find(kZeroWidthSpace)) != source.npos;) {
+        bool isOld = IsOldBreak(source.substr(found));
+        text->clean += source.substr(0, isOld ? found : found + kZeroWidthSpace.size());
+        if (isOld)
+            text->removed.push_back(text->clean.size());
         source.remove_prefix(found + kZeroWidthSpace.size());
     }
+    text->clean += source;
 }
 
 // One character for each Lao one, and one blank for each stretch of others.
@@ -83,7 +91,8 @@ static uint8_t CodeOf(const CodeTrace &trace, WCHAR character)
     return isLao ? trace.codes[size_t(character - 0x0E80)] : uint8_t(kNoCode);
 }
 
-// The characters from `first` on that the library joined to this code: their number, 0 when there are none such.
+// The characters from `first` on that the library joined to this code: their number, 0 when there
+// are none such.
 static size_t CountJoined(const CodeTrace &trace, const LaoText &text, size_t first, uint8_t code)
 {
     uint8_t made = CodeOf(trace, text.characters[first]);
@@ -95,8 +104,8 @@ static size_t CountJoined(const CodeTrace &trace, const LaoText &text, size_t fi
     return made ? count : 0;
 }
 
-// Cuts the divided code into chunks and finds the place of each in the text. False when the code can't be
-// traced back.
+// Cuts the divided code into chunks and finds the place of each in the text. False when the code
+// can't be traced back.
 static bool TraceChunks(const CodeTrace &trace, LaoText *text)
 {
     size_t character = 0, characters = text->starts.size();
@@ -110,7 +119,8 @@ static bool TraceChunks(const CodeTrace &trace, LaoText *text)
         }
         bool isLao = code >= 128 && IsLaoCode(code);
         if (isLao && (hasBreak || !inRun))
-            text->chunks.push_back({text->starts[character], 0, i, 0, ChunkKind(text->side[i]), hasBreak});
+            text->chunks.push_back(
+                {text->starts[character], 0, i, 0, ChunkKind(text->side[i]), hasBreak});
         size_t joined = CountJoined(trace, *text, character, code);
         if (!joined || character + joined >= characters)
             return false;
@@ -155,7 +165,8 @@ std::string Utf8FromCode(const CodeTrace &trace, const std::string &code)
     std::vector<WCHAR> characters(2 * code.size() + 1);
     for (size_t i = 0; i < code.size(); ++i)
         characters[i] = WCHAR(uint8_t(code[i]));
-    int count = LaoToUnicode(code.c_str(), characters.data(), DWORD(characters.size()), trace.font.index);
+    int count =
+        LaoToUnicode(code.c_str(), characters.data(), DWORD(characters.size()), trace.font.index);
     std::string text;
     for (int i = 0; i < count; ++i)
         AppendUtf8(&text, char16_t(characters[size_t(i)]));

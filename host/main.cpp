@@ -1,4 +1,5 @@
-// The command orvel: the library for people and pipes. The command line is read here; each subcommand has a file.
+// The command orvel: the library for people and pipes. The command line is read here; each
+// subcommand has a file.
 #include <cstdio>
 #include <fcntl.h>
 
@@ -21,7 +22,8 @@ int main(int argc, char **argv)
     app.set_version_flag("--version", "orvel " ORVEL_VERSION);
     app.require_subcommand(1);
     app.footer("Example: orvel wrap --mark '|' letter.txt\n"
-               "orvel COMMAND --help tells more. Exit status: 0 done, 1 something in the input could not be\n"
+               "orvel COMMAND --help tells more. Exit status: 0 done, 1 something in the input "
+               "could not be\n"
                "done, 2 wrong usage.");
     AddWrapCommand(&app, &chosen);
     AddCheckCommand(&app, &chosen);

@@ -13,7 +13,7 @@ struct OptionValue {
 
 struct OptionName {
     const char *name, *letter;
-    bool isSet;  // values are bits, written between commas
+    bool isSet;                       // values are bits, written between commas
     std::vector<OptionValue> values;  // none: any number
 };
 
@@ -53,7 +53,9 @@ static std::string DescribeChoices(const OptionName &option)
     std::string text;
     for (const OptionValue &row : option.values)
         text += (text.empty() ? "" : ", ") + std::string(row.name);
-    return text.empty() ? "a number from 0 to 65535" : option.isSet ? text + " (with commas), none" : text;
+    return text.empty()   ? "a number from 0 to 65535"
+           : option.isSet ? text + " (with commas), none"
+                          : text;
 }
 
 static bool ParseNumber(std::string_view text, WORD *value)
@@ -151,10 +153,12 @@ void AddOptionsCommand(CLI::App *app, Command *chosen)
 {
     auto arguments = std::make_shared<std::vector<std::string>>();
     CLI::App *options = app->add_subcommand("options", "show or set the library's options");
-    options->add_option("options", *arguments, "NAME shows an option, NAME=VALUE sets and saves it");
+    options->add_option("options", *arguments,
+                        "NAME shows an option, NAME=VALUE sets and saves it");
     std::string names = "Options, by name or letter:\n";
     for (const OptionName &option : kOptions)
-        names += "  " + std::string(option.name) + " (" + option.letter + "): " + DescribeChoices(option) + "\n";
+        names += "  " + std::string(option.name) + " (" + option.letter +
+                 "): " + DescribeChoices(option) + "\n";
     options->footer(names + "Example: orvel options breaks=word dictionaries=main,user");
     options->callback([=] { *chosen = [=] { return RunOptions(*arguments); }; });
 }

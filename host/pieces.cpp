@@ -1,5 +1,6 @@
-// Cuts input into pieces. The end of a piece is the last line end within the limit; without one the last byte
-// before which a run of Lao has ended, and a run longer than the limit is read to its end.
+// Cuts input into pieces. The end of a piece is the last line end within the limit; without one the
+// last byte before which a run of Lao has ended, and a run longer than the limit is read to its
+// end.
 #include "pieces.h"
 
 #include <algorithm>
@@ -36,7 +37,8 @@ static void Fill(PieceReader *reader)
     reader->failed = got < 0;
 }
 
-// A place that is sure to be outside of a run: in front of an ASCII byte that can't be a part of anything.
+// A place that is sure to be outside of a run: in front of an ASCII byte that can't be a part of
+// anything.
 static size_t FindRunEnd(std::string_view text)
 {
     for (size_t i = text.size(); i > kCharacterSize; --i)
@@ -45,7 +47,8 @@ static size_t FindRunEnd(std::string_view text)
     // Text without a blank: a character that is neither Lao nor a break mark inside of Lao.
     for (size_t i = text.size() - kCharacterSize; i > 0; --i) {
         bool begins = (text[i] & '\xC0') != '\x80';
-        if (begins && !IsLaoAt(&text[i], text.size() - i) && !IsZeroWidthSpaceAt(&text[i], text.size() - i))
+        if (begins && !IsLaoAt(&text[i], text.size() - i) &&
+            !IsZeroWidthSpaceAt(&text[i], text.size() - i))
             return i;
     }
     return 0;

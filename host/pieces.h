@@ -1,5 +1,6 @@
-// Input in pieces: as many whole lines as are there, up to a limit, so that a file of any size takes bounded memory
-// and a pipe gets its answer line by line. A line longer than the limit is cut where a run of Lao ends.
+// Input in pieces: as many whole lines as are there, up to a limit, so that a file of any size
+// takes bounded memory and a pipe gets its answer line by line. A line longer than the limit is cut
+// where a run of Lao ends.
 #pragma once
 
 #include <string>
@@ -8,7 +9,7 @@
 struct PieceReader {
     int file;  // a descriptor
     std::string buffer;
-    size_t used;      // bytes of the buffer that were given out
+    size_t used;  // bytes of the buffer that were given out
     bool ended, failed;
     size_t line, column;  // of the current piece's first character, from 1
 };
@@ -16,6 +17,6 @@ struct PieceReader {
 // Starts reading a file that is open.
 PieceReader StartReading(int file);
 
-// The next piece, valid until the next call; empty at the end. An input that can't be read ends there, with
-// `failed` set.
+// The next piece, valid until the next call; empty at the end. An input that can't be read ends
+// there, with `failed` set.
 std::string_view ReadPiece(PieceReader *reader);

@@ -1,6 +1,6 @@
-// Start-up as a host. No set-up is asked of the person: the window that stands for the keyboard manager is made
-// here, and the folder of the library becomes the install folder where none is registered, or where the
-// registered one holds no companion module any more.
+// Start-up as a host. No set-up is asked of the person: the window that stands for the keyboard
+// manager is made here, and the folder of the library becomes the install folder where none is
+// registered, or where the registered one holds no companion module any more.
 #include "session.h"
 
 #include <cstdio>

@@ -3,12 +3,20 @@
 
 #include <cstdint>
 
-static bool IsContinuation(char byte) { return (byte & '\xC0') == '\x80'; }
+static bool IsContinuation(char byte)
+{
+    return (byte & '\xC0') == '\x80';
+}
 
 // What the first byte promises; 0 for one that begins nothing.
 static size_t PromisedSize(uint8_t first)
 {
-    return first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+    return first < 0x80   ? 1
+           : first < 0xC2 ? 0
+           : first < 0xE0 ? 2
+           : first < 0xF0 ? 3
+           : first < 0xF5 ? 4
+                          : 0;
 }
 
 // Overlong forms, surrogates and what lies above U+10FFFF show in the second byte.

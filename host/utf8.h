@@ -1,5 +1,5 @@
-// UTF-8 text as bytes: what is Lao, what is a break mark, where characters end. Nothing is decoded that needn't be:
-// all other bytes, invalid ones too, pass through the command as they came.
+// UTF-8 text as bytes: what is Lao, what is a break mark, where characters end. Nothing is decoded
+// that needn't be: all other bytes, invalid ones too, pass through the command as they came.
 #pragma once
 
 #include <cstddef>

@@ -13,7 +13,8 @@ struct WrapSettings {
     std::vector<std::string> files;
 };
 
-static const std::map<std::string, DWORD> kModes = {{"", 0}, {"syllable", 4}, {"word", 8}, {"both", 12}};
+static const std::map<std::string, DWORD> kModes = {
+    {"", 0}, {"syllable", 4}, {"word", 8}, {"both", 12}};
 
 static int RunWrap(const WrapSettings &settings)
 {
@@ -35,10 +36,13 @@ static int RunWrap(const WrapSettings &settings)
 void AddWrapCommand(CLI::App *app, Command *chosen)
 {
     auto settings = std::make_shared<WrapSettings>();
-    CLI::App *wrap = app->add_subcommand("wrap", "write a break mark at each word or syllable boundary");
-    wrap->add_option("--by", settings->by, "syllable, word or both (default: the option \"breaks\")")
+    CLI::App *wrap =
+        app->add_subcommand("wrap", "write a break mark at each word or syllable boundary");
+    wrap->add_option("--by", settings->by,
+                     "syllable, word or both (default: the option \"breaks\")")
         ->check(CLI::IsMember({"syllable", "word", "both"}));
-    wrap->add_option("--mark", settings->mark, "the mark's text (default: U+200B, which can't be seen)");
+    wrap->add_option("--mark", settings->mark,
+                     "the mark's text (default: U+200B, which can't be seen)");
     wrap->add_option("files", settings->files, "UTF-8 files; none or - reads standard input");
     wrap->footer("Old U+200B are taken out; every other byte comes out as it came.\n"
                  "Example: orvel wrap --mark '|' letter.txt");

@@ -1,5 +1,5 @@
-// Lengths of syllables and words at a position. The plain versions ask a question for each length; the fast ones
-// stand beside them and give the same masks.
+// Lengths of syllables and words at a position. The plain versions ask a question for each length;
+// the fast ones stand beside them and give the same masks.
 #include "breaks/lengths.h"
 
 #include "text/lao_code.h"
@@ -20,8 +20,8 @@ uint32_t SyllableLengthMask(const uint8_t *position)
     return mask;
 }
 
-// One step more than the longest syllable: the byte behind can cancel its last consonant. A byte that isn't Lao,
-// the terminator too, leads to the dead state.
+// One step more than the longest syllable: the byte behind can cancel its last consonant. A byte
+// that isn't Lao, the terminator too, leads to the dead state.
 uint32_t SyllableLengths(const uint8_t *position)
 {
     uint32_t mask = 0, state = kStartState;

@@ -1,5 +1,6 @@
-// What fits at a position: the lengths at which a syllable or a dictionary word starts there, as a mask. The
-// bit of value 2^(L-1) stands for length L. Texts are internal code, terminated somewhere behind.
+// What fits at a position: the lengths at which a syllable or a dictionary word starts there, as a
+// mask. The bit of value 2^(L-1) stands for length L. Texts are internal code, terminated somewhere
+// behind.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +9,10 @@
 
 enum : int { kShortestChunk = 2, kLongestSyllable = 7, kLongestChunk = 15 };
 
-constexpr uint32_t LengthBit(int length) { return 1u << (length - 1); }
+constexpr uint32_t LengthBit(int length)
+{
+    return 1u << (length - 1);
+}
 
 // Syllables, by asking the parser for each length: the truth.
 uint32_t SyllableLengthMask(const uint8_t *position);
@@ -16,9 +20,10 @@ uint32_t SyllableLengthMask(const uint8_t *position);
 // The same from one walk.
 uint32_t SyllableLengths(const uint8_t *position);
 
-// Whole entries of one dictionary, by asking the companion twice for each length. A repeat sign or an
-// ellipsis behind a word goes with it.
+// Whole entries of one dictionary, by asking the companion twice for each length. A repeat sign or
+// an ellipsis behind a word goes with it.
 uint32_t DictionaryWordMask(const uint8_t *position, int dictionary);
 
-// The words of all dictionaries in the set (bits 1, 2, 4), by one question where the companion answers it.
+// The words of all dictionaries in the set (bits 1, 2, 4), by one question where the companion
+// answers it.
 WordLengths DictionaryWords(const uint8_t *position, DWORD dictionaries);

@@ -28,7 +28,7 @@ static void ShowOverflow()
 // A word of several dictionaries counts as the user's, then as one of the main dictionary.
 static uint8_t MarkOfChunk(const WordLengths &words, uint32_t bit, int length)
 {
-    int source = words.user & bit ? kFromUser
+    int source = words.user & bit   ? kFromUser
                  : words.main & bit ? kFromMain
                  : words.old & bit  ? kFromOld
                                     : 0;

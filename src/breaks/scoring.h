@@ -1,6 +1,6 @@
-// Break scoring: divides a run of Lao bytes into chunks, dictionary words and syllables, by a dynamic
-// programme from the end of the run to its start. A chunk is worth the square of its length, a dictionary word
-// twice that, plus the best value behind it.
+// Break scoring: divides a run of Lao bytes into chunks, dictionary words and syllables, by a
+// dynamic programme from the end of the run to its start. A chunk is worth the square of its
+// length, a dictionary word twice that, plus the best value behind it.
 #pragma once
 
 #include <windows.h>
@@ -9,8 +9,8 @@
 
 // What starts at a byte of the run.
 enum BreakMarker : uint8_t {
-    kInside,      // nothing
-    kSyllable,    // a chunk that no dictionary knows
+    kInside,    // nothing
+    kSyllable,  // a chunk that no dictionary knows
     kMainWord,
     kUserWord,
     kOldWord,
@@ -25,9 +25,10 @@ enum : uint8_t {
     kFromOld = 128,
 };
 
-// Divides text, a writable NUL-terminated run, and writes a BreakMarker over each of its bytes. scores and
-// marks have room for one entry more than the run has bytes. flags: 4 syllables, 8 words of the dictionaries
-// that the options have on. A run whose values pass 32767 shows a message once and is marked all the same.
+// Divides text, a writable NUL-terminated run, and writes a BreakMarker over each of its bytes.
+// scores and marks have room for one entry more than the run has bytes. flags: 4 syllables, 8 words
+// of the dictionaries that the options have on. A run whose values pass 32767 shows a message once
+// and is marked all the same.
 void MarkBreakPoints(uint8_t *text, uint16_t *scores, uint8_t *marks, DWORD flags);
 
 // Scores one position; the entries behind its slots are those of the positions behind it.

@@ -1,5 +1,5 @@
-// Text wrapping: takes old break marks out of a text, divides each run of Lao and writes a mark at each
-// boundary inside it, and tells in the side buffer what starts where.
+// Text wrapping: takes old break marks out of a text, divides each run of Lao and writes a mark at
+// each boundary inside it, and tells in the side buffer what starts where.
 #include <cstdint>
 #include <cstring>
 
@@ -91,10 +91,13 @@ static bool MergeMarkers(uint8_t *buffer, size_t size, const uint8_t *text, cons
     return fits;
 }
 
-static bool IsMarker(uint8_t byte) { return byte >= kSyllable && byte <= kBadStretch; }
+static bool IsMarker(uint8_t byte)
+{
+    return byte >= kSyllable && byte <= kBadStretch;
+}
 
-// Turns marker bytes into break marks, in place: a mark stands at most where its marker stood, so the markers are
-// passed before it is written.
+// Turns marker bytes into break marks, in place: a mark stands at most where its marker stood, so
+// the markers are passed before it is written.
 static void WriteBreaks(uint8_t *buffer, BYTE *side)
 {
     size_t written = 0;

@@ -1,8 +1,9 @@
-// The list of fonts as a text file, LaoFonts.dat in the data folder: a record a line, fields by position
-// between commas,
+// The list of fonts as a text file, LaoFonts.dat in the data folder: a record a line, fields by
+// position between commas,
 //     name,font code's name,substitute,scale
-// and behind it, for a Unicode font, the flag of the private-use characters. There is no quoting. A line that
-// breaks off behind its code is a record with the defaults for the rest; one without a known code is none.
+// and behind it, for a Unicode font, the flag of the private-use characters. There is no quoting. A
+// line that breaks off behind its code is a record with the defaults for the rest; one without a
+// known code is none.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -40,8 +41,8 @@ static int FindFontCode(const char *name)
     return -1;
 }
 
-// Takes the field at *line, moves *line behind its comma (none behind the last field) and stores it, trimmed,
-// in token. False when there is no field left or it is too long.
+// Takes the field at *line, moves *line behind its comma (none behind the last field) and stores
+// it, trimmed, in token. False when there is no field left or it is too long.
 static bool TakeField(const char **line, char *token)
 {
     if (!*line)
@@ -123,8 +124,8 @@ int WINAPI ReadFontList(void)
 
 static void WriteRecord(FILE *file, const FontRecord &record)
 {
-    fprintf(file, "%s,%s,%s,%d", record.name, gFonts.codeNames[record.code & 15],
-            record.substitute, record.scale);
+    fprintf(file, "%s,%s,%s,%d", record.name, gFonts.codeNames[record.code & 15], record.substitute,
+            record.scale);
     if (CarriesExtended(record))
         fprintf(file, ",%d", record.extended);
     fputc('\n', file);

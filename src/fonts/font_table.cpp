@@ -1,5 +1,5 @@
-// The table of fonts in memory. Records stand without gaps in the order of the file; of two records with one
-// name the first one answers.
+// The table of fonts in memory. Records stand without gaps in the order of the file; of two records
+// with one name the first one answers.
 #include "fonts/font_table.h"
 
 #include <cstring>
@@ -41,9 +41,18 @@ int WINAPI FontType(const char *name)
     return record ? record->code : -1;
 }
 
-int WINAPI LaoFontType(const char *name) { return FontType(name); }
-int WINAPI OldFontType(const char *name) { return FontType(name); }
-int WINAPI ThaiFontType(const char *) { return 0; }
+int WINAPI LaoFontType(const char *name)
+{
+    return FontType(name);
+}
+int WINAPI OldFontType(const char *name)
+{
+    return FontType(name);
+}
+int WINAPI ThaiFontType(const char *)
+{
+    return 0;
+}
 
 const char *FirstFontOfCode(int code)
 {

@@ -1,6 +1,6 @@
-// The table of registered fonts: each ties a font's name to a font code, a substitute and a scale. It doesn't
-// exist before CreateFontTable; every question then has the answer of an unknown font. The queries for hosts
-// are declared in orvel.h.
+// The table of registered fonts: each ties a font's name to a font code, a substitute and a scale.
+// It doesn't exist before CreateFontTable; every question then has the answer of an unknown font.
+// The queries for hosts are declared in orvel.h.
 #pragma once
 
 #include <windows.h>
@@ -43,4 +43,7 @@ const char *FirstFontOfCode(int code);
 int RemoveFontRecord(int index);
 
 // Whether the code's low four bits are those of the Unicode fonts, which alone carry `extended`.
-inline bool CarriesExtended(const FontRecord &record) { return (record.code & 15) == 1; }
+inline bool CarriesExtended(const FontRecord &record)
+{
+    return (record.code & 15) == 1;
+}

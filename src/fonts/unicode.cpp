@@ -1,5 +1,5 @@
-// Internal code to 16-bit Unicode and back, over parallel arrays: a position without a mapping keeps what the
-// other array holds there, so that text that isn't Lao passes through.
+// Internal code to 16-bit Unicode and back, over parallel arrays: a position without a mapping
+// keeps what the other array holds there, so that text that isn't Lao passes through.
 #include <array>
 #include <cstring>
 #include <span>
@@ -84,8 +84,8 @@ static int WriteCharacters(const uint8_t *text, const WCHAR *kept, WCHAR *charac
     return int(written);
 }
 
-// One byte can yield two characters, so that the output can overtake the input in the host's array: what is kept
-// comes from a copy.
+// One byte can yield two characters, so that the output can overtake the input in the host's array:
+// what is kept comes from a copy.
 int WINAPI LaoToUnicode(const char *text, WCHAR *characters, DWORD capacity, int font)
 {
     if (!text || !characters)
@@ -97,8 +97,7 @@ int WINAPI LaoToUnicode(const char *text, WCHAR *characters, DWORD capacity, int
     if (!kept)
         return -1;
     memcpy(kept, characters, length * sizeof(WCHAR));
-    int written =
-        WriteCharacters(AsBytes(text), kept, characters, capacity, ChooseMappings(font));
+    int written = WriteCharacters(AsBytes(text), kept, characters, capacity, ChooseMappings(font));
     GlobalFree(kept);
     return written;
 }

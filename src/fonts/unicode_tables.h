@@ -1,5 +1,5 @@
-// Internal code and Unicode: the charts of both directions. Rows give the high hexadecimal digit of the byte or
-// character, columns the low one; 0 means no mapping.
+// Internal code and Unicode: the charts of both directions. Rows give the high hexadecimal digit of
+// the byte or character, columns the low one; 0 means no mapping.
 #pragma once
 
 #include <cstdint>

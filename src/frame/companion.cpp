@@ -1,5 +1,5 @@
-// The bridge to the companion module. Each entry is tested at each call, so that one name that is missing
-// disables one operation.
+// The bridge to the companion module. Each entry is tested at each call, so that one name that is
+// missing disables one operation.
 #include "frame/companion.h"
 
 #include <cstring>
@@ -97,7 +97,10 @@ DWORD WINAPI LaoMode(DWORD value, DWORD mask)
     return gCompanion.laoMode ? gCompanion.laoMode(value, mask) : 0;
 }
 
-int WINAPI LaoOn(int value) { return gCompanion.laoOn ? gCompanion.laoOn(value) : 0; }
+int WINAPI LaoOn(int value)
+{
+    return gCompanion.laoOn ? gCompanion.laoOn(value) : 0;
+}
 
 WORD ReadLaoDict(const char *fileName, int dictionary)
 {
@@ -119,14 +122,20 @@ int WINAPI GetNewWord(char *buffer, DWORD size, int handle)
     return gCompanion.getNewWord ? gCompanion.getNewWord(buffer, size, handle) : 0;
 }
 
-int AddWord(const char *word) { return gCompanion.addWord ? gCompanion.addWord(word) : -1; }
+int AddWord(const char *word)
+{
+    return gCompanion.addWord ? gCompanion.addWord(word) : -1;
+}
 
 int DeleteWord(const char *word)
 {
     return gCompanion.deleteWord ? gCompanion.deleteWord(word) : -1;
 }
 
-int Options() { return gCompanion.options ? gCompanion.options() : 0; }
+int Options()
+{
+    return gCompanion.options ? gCompanion.options() : 0;
+}
 
 void WINAPI PackLao(char *text)
 {

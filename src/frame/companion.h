@@ -1,12 +1,14 @@
-// The bridge to the companion module Vesk.dll: dictionaries, keyboard and recoding. Each operation is a thin
-// function of the companion's own name that survives the absence of the module or of that one name. The
-// exported ones (LaoMode, LaoOn, GetWord, GetNewWord, PackLao, RecodeString, ShowAbout) stand in orvel.h.
+// The bridge to the companion module Vesk.dll: dictionaries, keyboard and recoding. Each operation
+// is a thin function of the companion's own name that survives the absence of the module or of that
+// one name. The exported ones (LaoMode, LaoOn, GetWord, GetNewWord, PackLao, RecodeString,
+// ShowAbout) stand in orvel.h.
 #pragma once
 
 #include "frame/records.h"
 
-// Loads the module from the install folder and binds its operations: 1 bound, also when it was before; 0
-// without a window of the keyboard manager, an install folder or the module. A missing name shows a box.
+// Loads the module from the install folder and binds its operations: 1 bound, also when it was
+// before; 0 without a window of the keyboard manager, an install folder or the module. A missing
+// name shows a box.
 int BindCompanion();
 
 // Releases the module and clears all entries. Always 1.
@@ -37,12 +39,12 @@ int AddLaoSyllable(char *output, const char *start, const char *end);
 
 int UnloadDictionaries();
 
-// Lengths at which words start at a position, a mask for each dictionary: the bit of value 2^(L-1) for
-// length L. A layout shared with the companion.
+// Lengths at which words start at a position, a mask for each dictionary: the bit of value 2^(L-1)
+// for length L. A layout shared with the companion.
 struct WordLengths {
     DWORD main, old, user;
 };
 
-// One question for a position, in place of two for each length. Not every companion answers it: 0 when
-// this one doesn't (FindWord is then to be asked), 1 when lengths are filled.
+// One question for a position, in place of two for each length. Not every companion answers it: 0
+// when this one doesn't (FindWord is then to be asked), 1 when lengths are filled.
 int FindWordLengths(const char *text, DWORD dictionaries, WordLengths *lengths);

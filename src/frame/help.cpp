@@ -44,8 +44,7 @@ static void FindHelpEntry()
     if (!gHelp.library)
         gHelp.library = LoadHelpLibrary();
     if (gHelp.library) {
-        FARPROC entry =
-            GetProcAddress(gHelp.library, reinterpret_cast<const char *>(kHelpOrdinal));
+        FARPROC entry = GetProcAddress(gHelp.library, reinterpret_cast<const char *>(kHelpOrdinal));
         memcpy(&gHelp.entry, &entry, sizeof entry);
     }
     gHelp.failed = !gHelp.entry;

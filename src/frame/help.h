@@ -1,5 +1,5 @@
-// The help viewer. The help library is loaded at the first use and stays; once it can't be reached no
-// further attempt is made.
+// The help viewer. The help library is loaded at the first use and stays; once it can't be reached
+// no further attempt is made.
 #pragma once
 
 #include "frame/records.h"

@@ -1,5 +1,5 @@
-// Attach, start-up and detach. Attach touches neither the companion nor the registry nor a file: a host may
-// load the library long before the keyboard manager runs.
+// Attach, start-up and detach. Attach touches neither the companion nor the registry nor a file: a
+// host may load the library long before the keyboard manager runs.
 #include "frame/library.h"
 
 #include <commctrl.h>
@@ -34,9 +34,10 @@ ProcessState gProcess = {.instance = nullptr,
                          .userWordCount = 0,
                          .started = 0};
 
-constexpr const char *kMessageNames[] = {  // ORDER DialogMessage
-    "ORVEL_ShowLao",  "ORVEL_ListFonts",  "ORVEL_ListCodes", "ORVEL_FontDataChange",
-    "ORVEL_SetFind",  "ORVEL_SetReplace", "ORVEL_SetLabel",  "ORVEL_StartWait",
+constexpr const char *kMessageNames[] = {
+    // ORDER DialogMessage
+    "ORVEL_ShowLao",  "ORVEL_ListFonts",   "ORVEL_ListCodes", "ORVEL_FontDataChange",
+    "ORVEL_SetFind",  "ORVEL_SetReplace",  "ORVEL_SetLabel",  "ORVEL_StartWait",
     "ORVEL_StopWait", "ORVEL_SpecialKeys", "ORVEL_MenuKeys",
 };
 static_assert(std::size(kMessageNames) == kMessageCount);

@@ -1,4 +1,5 @@
-// Message boxes, the checked allocation and window placement: what all folders share towards the user.
+// Message boxes, the checked allocation and window placement: what all folders share towards the
+// user.
 #include "frame/messages.h"
 
 #include <cstdarg>

@@ -1,5 +1,5 @@
-// Folders and paths. Both folders are looked up at each use, so that a host that registers them late
-// or a folder deleted meanwhile does no harm.
+// Folders and paths. Both folders are looked up at each use, so that a host that registers them
+// late or a folder deleted meanwhile does no harm.
 #include "frame/paths.h"
 
 #include <cstring>

@@ -1,6 +1,6 @@
-// The library's two folders, the install folder (registry) and the data folder (created on demand), and
-// paths in them. Paths have backslashes and at most 259 bytes; one that doesn't fit is none. Paths given
-// back stand in static blocks, valid until the next call of the same operation.
+// The library's two folders, the install folder (registry) and the data folder (created on demand),
+// and paths in them. Paths have backslashes and at most 259 bytes; one that doesn't fit is none.
+// Paths given back stand in static blocks, valid until the next call of the same operation.
 #pragma once
 
 #include "frame/records.h"
@@ -17,6 +17,7 @@ char *GetDataFolder(char *buffer);
 // Full path of a file in the data folder, or none.
 const char *DataFilePath(const char *name);
 
-// folder, a backslash where it lacks one, and name in target (kPathSize bytes); target may be folder. With
-// an empty folder the name alone. None when it doesn't fit: target then holds nothing of use.
+// folder, a backslash where it lacks one, and name in target (kPathSize bytes); target may be
+// folder. With an empty folder the name alone. None when it doesn't fit: target then holds nothing
+// of use.
 char *JoinPath(char *target, const char *folder, const char *name);

@@ -1,6 +1,6 @@
 // The records that several folders share: the options, a font code's record of the companion, and
-// what the process keeps from attach to detach. Their formats are fixed: they are stored in the registry
-// or handed over a module border.
+// what the process keeps from attach to detach. Their formats are fixed: they are stored in the
+// registry or handed over a module border.
 #pragma once
 
 #include <windows.h>

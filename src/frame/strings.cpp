@@ -1,10 +1,13 @@
-// Small work on NUL-terminated texts. White space is what the C locale calls so, whatever locale the
-// host has set.
+// Small work on NUL-terminated texts. White space is what the C locale calls so, whatever locale
+// the host has set.
 #include "frame/strings.h"
 
 #include <cstring>
 
-static bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+static bool IsSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 char *TrimSpaces(char *text)
 {

@@ -14,5 +14,11 @@ void CopyCut(char *target, size_t size, const char *text);
 int CopyWhole(char *target, size_t size, const char *text);
 
 // The bytes of a text as numbers from 0 to 255.
-inline const uint8_t *AsBytes(const char *text) { return reinterpret_cast<const uint8_t *>(text); }
-inline uint8_t *AsBytes(char *text) { return reinterpret_cast<uint8_t *>(text); }
+inline const uint8_t *AsBytes(const char *text)
+{
+    return reinterpret_cast<const uint8_t *>(text);
+}
+inline uint8_t *AsBytes(char *text)
+{
+    return reinterpret_cast<uint8_t *>(text);
+}

@@ -1,4 +1,5 @@
-// The options record and its one-letter names. A field is a row: its letter, its place, its default.
+// The options record and its one-letter names. A field is a row: its letter, its place, its
+// default.
 #include "settings/options.h"
 
 #include <cstring>

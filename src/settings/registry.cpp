@@ -1,4 +1,5 @@
-// Values of the user's registry key. The key is opened for each use: a host can change it at any time.
+// Values of the user's registry key. The key is opened for each use: a host can change it at any
+// time.
 #include "settings/registry.h"
 
 #include "frame/records.h"

@@ -3,7 +3,8 @@
 
 #include <windows.h>
 
-// Reads a value of whatever type into data. The bytes read; 0 when it is missing, empty or longer than size.
+// Reads a value of whatever type into data. The bytes read; 0 when it is missing, empty or longer
+// than size.
 DWORD ReadUserValue(const char *name, void *data, DWORD size);
 
 // 1 when the user's key exists, else 0.

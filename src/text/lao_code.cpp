@@ -5,12 +5,18 @@
 
 enum : uint8_t { kWo = 184, kHoSung = 185, kO = 186, kLoLing = 235, kLoLoot = 236, kSignLo = 249 };
 
-int WINAPI IsLaoCode(int code) { return IsLaoByte(code); }
+int WINAPI IsLaoCode(int code)
+{
+    return IsLaoByte(code);
+}
 
-static bool LeadsNoCluster(uint8_t code) { return code == kWo || code == kLoLing || code == kLoLoot; }
+static bool LeadsNoCluster(uint8_t code)
+{
+    return code == kWo || code == kLoLing || code == kLoLoot;
+}
 
-// The first rule that applies decides. The alternative codes of LO LING and LO LOOT are sonorants like
-// all others here.
+// The first rule that applies decides. The alternative codes of LO LING and LO LOOT are sonorants
+// like all others here.
 bool IsClusterPair(const uint8_t *text)
 {
     uint8_t first = text[0], second = text[1];

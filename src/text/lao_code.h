@@ -1,6 +1,6 @@
-// The internal code: one byte for each Lao sign, and the classes of its bytes. Bytes below 128 are ASCII, but
-// kBreakMark is the invisible break and kRealHyphen the hyphen that is seen. All tests are pure and read
-// only the low 8 bits of their argument.
+// The internal code: one byte for each Lao sign, and the classes of its bytes. Bytes below 128 are
+// ASCII, but kBreakMark is the invisible break and kRealHyphen the hyphen that is seen. All tests
+// are pure and read only the low 8 bits of their argument.
 #pragma once
 
 #include <array>
@@ -15,10 +15,10 @@ enum : uint8_t {
 };
 
 enum CodeClass : uint8_t {
-    kLaoCode = 1,      // may stand in a run of Lao
-    kLeadVowel = 2,    // written before its consonant
-    kVowel = 4,        // behind or over it; no lead vowel, no two-sign code
-    kTone = 8,         // tone marks and cancellation mark
+    kLaoCode = 1,    // may stand in a run of Lao
+    kLeadVowel = 2,  // written before its consonant
+    kVowel = 4,      // behind or over it; no lead vowel, no two-sign code
+    kTone = 8,       // tone marks and cancellation mark
     kConsonant = 16,
     kSonorant = 32,    // can follow HO SUNG in a cluster
     kFinal = 64,       // can end a syllable
@@ -62,14 +62,38 @@ constexpr bool HasClass(int code, CodeClass codeClass)
 }
 
 // IsLaoCode is exported (orvel.h); this is the same question for inner loops.
-constexpr bool IsLaoByte(int code) { return HasClass(code, kLaoCode); }
-constexpr bool IsLeadVowel(int code) { return HasClass(code, kLeadVowel); }
-constexpr bool IsVowelCode(int code) { return HasClass(code, kVowel); }
-constexpr bool IsToneCode(int code) { return HasClass(code, kTone); }
-constexpr bool IsConsonantCode(int code) { return HasClass(code, kConsonant); }
-constexpr bool IsSonorantCode(int code) { return HasClass(code, kSonorant); }
-constexpr bool IsFinalConsonant(int code) { return HasClass(code, kFinal); }
-constexpr bool IsCombiningCode(int code) { return HasClass(code, kCombining); }
+constexpr bool IsLaoByte(int code)
+{
+    return HasClass(code, kLaoCode);
+}
+constexpr bool IsLeadVowel(int code)
+{
+    return HasClass(code, kLeadVowel);
+}
+constexpr bool IsVowelCode(int code)
+{
+    return HasClass(code, kVowel);
+}
+constexpr bool IsToneCode(int code)
+{
+    return HasClass(code, kTone);
+}
+constexpr bool IsConsonantCode(int code)
+{
+    return HasClass(code, kConsonant);
+}
+constexpr bool IsSonorantCode(int code)
+{
+    return HasClass(code, kSonorant);
+}
+constexpr bool IsFinalConsonant(int code)
+{
+    return HasClass(code, kFinal);
+}
+constexpr bool IsCombiningCode(int code)
+{
+    return HasClass(code, kCombining);
+}
 
 // The repeat sign and the ellipsis go with the word that they stand behind.
 constexpr bool IsWordSign(int code)
@@ -77,7 +101,10 @@ constexpr bool IsWordSign(int code)
     return uint8_t(code) == kRepeatSign || uint8_t(code) == kEllipsis;
 }
 
-constexpr bool IsCancellationMark(int code) { return uint8_t(code) == 204 || uint8_t(code) == 254; }
+constexpr bool IsCancellationMark(int code)
+{
+    return uint8_t(code) == 204 || uint8_t(code) == 254;
+}
 
 // Whether text[1] joins text[0] as the second consonant of an initial cluster.
 bool IsClusterPair(const uint8_t *text);

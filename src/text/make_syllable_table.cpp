@@ -1,8 +1,9 @@
-// Writes syllable_table.inc, the automaton behind SyllableLengths: a parse of n bytes and one of n + 1 bytes
-// take the same steps up to byte n, so one walk over the bytes can tell all lengths at which a syllable ends.
-// A state is what two readings of the text so far (cluster taken, cluster refused) can still become; states that
-// no text tells apart are merged, and bytes that no state tells apart share a class.
-// Built and run by hand: cmake --build build/native --target syllable-table
+// Writes syllable_table.inc, the automaton behind SyllableLengths: a parse of n bytes and one of n
+// + 1 bytes take the same steps up to byte n, so one walk over the bytes can tell all lengths at
+// which a syllable ends. A state is what two readings of the text so far (cluster taken, cluster
+// refused) can still become; states that no text tells apart are merged, and bytes that no state
+// tells apart share a class. Built and run by hand: cmake --build build/native --target
+// syllable-table
 #include <algorithm>
 #include <compare>
 #include <cstdio>
@@ -35,7 +36,7 @@ struct Reading {
     auto operator<=>(const Reading &) const = default;
 };
 
-typedef std::pair<Reading, Reading> State;            // cluster taken, cluster refused
+typedef std::pair<Reading, Reading> State;             // cluster taken, cluster refused
 typedef std::vector<std::vector<uint16_t>> StateRows;  // [state][byte]: a cell as in the table
 
 static const Reading kDeadReading = {Phase::kDead, {}, 0, 0, 0, 0};
@@ -130,8 +131,8 @@ static Reading Step(const Reading &reading, int byte, bool takesCluster, bool *e
     }
 }
 
-// The second reading begins where a consonant is followed by WO, and counts from the final consonant
-// behind WO on.
+// The second reading begins where a consonant is followed by WO, and counts from the final
+// consonant behind WO on.
 static Reading StepSecond(const State &from, int byte, bool *endedBefore)
 {
     const auto &[taken, refused] = from;
@@ -233,7 +234,8 @@ static void PrintTable(const StateRows &rows)
 {
     std::vector<int> bytes;
     std::vector<int> classes = ClassBytes(rows, &bytes);
-    printf("// Made by make_syllable_table.cpp for breaks/lengths.cpp; %zu states, %zu classes of bytes.\n",
+    printf("// Made by make_syllable_table.cpp for breaks/lengths.cpp; %zu states, %zu classes of "
+           "bytes.\n",
            rows.size(), bytes.size());
     printf("// clang-format off\nconstexpr uint8_t kSyllableClasses[256] = {");
     for (size_t byte = 0; byte < 256; ++byte)
@@ -247,7 +249,8 @@ static void PrintTable(const StateRows &rows)
         printf("},\n");
     }
     int dead = rows[kStartState][0] >> kStateShift;
-    printf("};\n// clang-format on\n\nconstexpr uint32_t kDeadState = %d;  // no byte leads out\n", dead);
+    printf("};\n// clang-format on\n\nconstexpr uint32_t kDeadState = %d;  // no byte leads out\n",
+           dead);
 }
 
 int main()

@@ -1,6 +1,6 @@
-// The syllable parser reads from left to right: lead vowel, initial, cluster, tone and vowel signs in any
-// order, final, closing sign. A reader carries the place in the text and the bytes left; the fields of
-// the record grow beside it.
+// The syllable parser reads from left to right: lead vowel, initial, cluster, tone and vowel signs
+// in any order, final, closing sign. A reader carries the place in the text and the bytes left; the
+// fields of the record grow beside it.
 #include "text/syllable_parser.h"
 
 #include <cstring>
@@ -222,4 +222,7 @@ int ParseSyllable(const uint8_t *text, int n, SyllableParts *parts)
     return 0;
 }
 
-void ResetVariants() { gParser.variantCount = kFewestVariants; }
+void ResetVariants()
+{
+    gParser.variantCount = kFewestVariants;
+}

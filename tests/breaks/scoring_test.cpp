@@ -7,7 +7,9 @@
 #include "support/message_boxes.h"
 #include "support/started_library.h"
 
-class Scoring : public StartedLibrary {};
+class Scoring : public StartedLibrary
+{
+};
 
 struct Scored {
     std::string markers, scores;
@@ -88,7 +90,8 @@ TEST_F(Scoring, UserComesBeforeMainAndMainBeforeOld)
 TEST_F(Scoring, LongestWordHasFifteenBytes)
 {
     const std::string fifteen = "\xA1\xBE\xAD\xBE\xAA\xBE\xA1\xBE\xAD\xBE\xAA\xBE\xA1\xBE\xAD";
-    ReplaceDictionary("MainDict.dat", TextOfCode(fifteen) + "\n" + TextOfCode(fifteen + "\xBE") + "\n");
+    ReplaceDictionary("MainDict.dat",
+                      TextOfCode(fifteen) + "\n" + TextOfCode(fifteen + "\xBE") + "\n");
     EXPECT_EQ(Score(fifteen, 8).markers, "200000000000000");
     EXPECT_EQ(Score(fifteen + "\xBE", 8).markers[0], '2');  // the shorter of the two
     EXPECT_EQ(Score(fifteen + "\xC5", 8).markers[0], '5');
@@ -112,6 +115,7 @@ TEST_F(Scoring, OverflowIsToldOnceForARunAndTheRunIsMarked)
         ExpectBoxes boxes({"The Lao text is too long to process correctly!"});
         Scored scored = Score(run, 4);
         EXPECT_EQ(scored.markers.find('5'), std::string::npos);
-        EXPECT_GT(scored.markers.size() / 3 + 3, size_t(std::count(scored.markers.begin(), scored.markers.end(), '1')));
+        EXPECT_GT(scored.markers.size() / 3 + 3,
+                  size_t(std::count(scored.markers.begin(), scored.markers.end(), '1')));
     }
 }

@@ -1,4 +1,5 @@
-// WrapText from the host's text to marks and side buffer: tables of small texts, every buffer size, real text.
+// WrapText from the host's text to marks and side buffer: tables of small texts, every buffer size,
+// real text.
 #include <cstring>
 
 #include "breaks/lengths.h"
@@ -11,8 +12,9 @@
 constexpr char kTooLarge[] = "Cannot process Lao text, selection too large";
 constexpr char kCannotComplete[] = "Cannot complete checking Lao text, selection is too large";
 
-class Wrapping : public StartedLibrary {
-protected:
+class Wrapping : public StartedLibrary
+{
+  protected:
     void SetUp() override
     {
         StartedLibrary::SetUp();
@@ -25,7 +27,8 @@ struct Wrapped {
     std::string code, side;
 };
 
-static Wrapped Wrap(const std::string &source, DWORD size, DWORD flags, const char *font = "Internal")
+static Wrapped Wrap(const std::string &source, DWORD size, DWORD flags,
+                    const char *font = "Internal")
 {
     Guarded<char> buffer(size);
     Guarded<BYTE> side(size);
@@ -49,7 +52,8 @@ struct WrapRow {
 
 static const WrapRow kWrapRows[] = {
     // from end to end, an old mark in the first run
-    {"\xA1\xBE-\xAD\xBE \xC0\xA1\xF6\xBE\xA1\xBE", 0, 12, 5, "\xA1\xBE-\xAD\xBE \xC0\xA1\xF6\xBE-\xA1\xBE", "0001000000010"},
+    {"\xA1\xBE-\xAD\xBE \xC0\xA1\xF6\xBE\xA1\xBE", 0, 12, 5,
+     "\xA1\xBE-\xAD\xBE \xC0\xA1\xF6\xBE-\xA1\xBE", "0001000000010"},
     // one chunk, one byte, none
     {"\xA1\xBE", 0, 12, 5, "\xA1\xBE", "00"},
     {"\xA1", 0, 12, 5, "\xA1", "0"},
@@ -73,7 +77,9 @@ static const WrapRow kWrapRows[] = {
     {"\xA1\xBE\xE1\xAD\xBE", 0, 12, 5, "\xA1\xBE\xE1\xAD\xBE", "00000"},
     // bytes 1 to 5 act as markers
     {"\xA1\xBE\x01\xAD\xBE", 0, 12, 5, "\xA1\xBE-\xAD\xBE", "00010"},
-    {"\x04\x05" "ab\x03", 0, 12, 5, "ab", "40"},
+    {"\x04\x05"
+     "ab\x03",
+     0, 12, 5, "ab", "40"},
 };
 
 TEST_F(Wrapping, WritesMarksAndSideBuffer)
@@ -83,7 +89,8 @@ TEST_F(Wrapping, WritesMarksAndSideBuffer)
         SetOrvelOption("b", row.breakMode, 0);
         Wrapped wrapped = Wrap(row.source, 40, row.flags);
         EXPECT_EQ(wrapped.result, 1) << ShowCode(row.source);
-        EXPECT_EQ(ShowCode(wrapped.code), ShowCode(row.code)) << ShowCode(row.source) << " flags " << row.flags;
+        EXPECT_EQ(ShowCode(wrapped.code), ShowCode(row.code))
+            << ShowCode(row.source) << " flags " << row.flags;
         EXPECT_EQ(wrapped.side, row.side) << ShowCode(row.source) << " flags " << row.flags;
     }
 }
@@ -95,12 +102,14 @@ TEST_F(Wrapping, SideBufferTellsTheDictionaries)
     ReplaceDictionary("OldDict.dat", "ມາ\tໝາ\n");
     SetOrvelOption("d", 7, 0);
     Wrapped wrapped = Wrap(CodeOfText("ກາສານາມາປາ"), 40, 13);
-    EXPECT_EQ(wrapped.side, "00030002000400010"s.substr(0, wrapped.side.size())) << TextOfCode(wrapped.code);
+    EXPECT_EQ(wrapped.side, "00030002000400010"s.substr(0, wrapped.side.size()))
+        << TextOfCode(wrapped.code);
     EXPECT_EQ(TextOfCode(wrapped.code), "ກາ|ສາ|ນາ|ມາ|ປາ");
     EXPECT_EQ(Wrap(CodeOfText("ມາ"), 40, 13).side, "40");
 }
 
-// Every size, with guards behind both buffers: refused with a message, cut with a message, or whole.
+// Every size, with guards behind both buffers: refused with a message, cut with a message, or
+// whole.
 TEST_F(Wrapping, WritesNothingBehindItsBuffers)
 {
     const std::string source = "\xFA\xA1\xBE\xAD\xBE \xA1\xBE\xC0\xA1\xF6\xBE";
@@ -181,7 +190,8 @@ TEST_F(Wrapping, RefusesNullTextsAndMemoryThatIsNotThere)
     EXPECT_EQ(WrapText("\xA1\xBE", nullptr, 20, "Internal", 5), 0);
     if (!FailAllocationAfter(0))
         GTEST_SKIP() << "allocations can't be made to fail here";
-    ExpectBoxes boxes({"Out of memory. If using Word, save file, exit and restart, then select smaller blocks to process."});
+    ExpectBoxes boxes({"Out of memory. If using Word, save file, exit and restart, then select "
+                       "smaller blocks to process."});
     EXPECT_EQ(WrapText("\xA1\xBE-\xAD\xBE", buffer, sizeof buffer, "Internal", 5), 0);
     EXPECT_STREQ(buffer, "\xA1\xBE\xAD\xBE");
 }
@@ -198,7 +208,8 @@ TEST_F(Wrapping, OldSpellingsGiveTheModernOne)
     EXPECT_EQ(FindOldWord(CodeOfText("ຫມາ").c_str(), modern.data(), 1), 0);
 }
 
-// The plain programme: the parser for each length, FindWord for each length, and all values of a position compared.
+// The plain programme: the parser for each length, FindWord for each length, and all values of a
+// position compared.
 static std::string MarkPlainly(const std::string &run)
 {
     const uint8_t *text = reinterpret_cast<const uint8_t *>(run.c_str());

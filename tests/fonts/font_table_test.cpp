@@ -1,5 +1,5 @@
-// The table of fonts and its file: what is read from good, odd and hostile lines, what is written back, limits and
-// refusals.
+// The table of fonts and its file: what is read from good, odd and hostile lines, what is written
+// back, limits and refusals.
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
@@ -9,8 +9,9 @@
 #include "support/message_boxes.h"
 #include "support/started_library.h"
 
-class Fonts : public StartedLibrary {
-protected:
+class Fonts : public StartedLibrary
+{
+  protected:
     static int Read(const std::string &content)
     {
         WriteDataFile("LaoFonts.dat", content);
@@ -26,11 +27,14 @@ protected:
 
 static std::string Describe(const FontRecord &record)
 {
-    return std::string(record.name) + "/" + std::to_string(record.code) + "/" + record.substitute + "/" +
-           std::to_string(record.scale) + "/" + std::to_string(record.extended);
+    return std::string(record.name) + "/" + std::to_string(record.code) + "/" + record.substitute +
+           "/" + std::to_string(record.scale) + "/" + std::to_string(record.extended);
 }
 
-static std::string Long(size_t length) { return std::string(length, 'n'); }
+static std::string Long(size_t length)
+{
+    return std::string(length, 'n');
+}
 
 struct LineRow {
     std::string line, record;  // no record: the default one stands
@@ -63,7 +67,9 @@ static const LineRow kLineRows[] = {
     {Long(63) + ",Unicode," + Long(63) + ",90\n", Long(36) + "/1/" + Long(36) + "/90/0"},
     {Long(64) + ",Unicode\n", kDefault},
     {"A,Unicode," + Long(64) + ",90\n", "A/1//100/0"},
-    {"\x1A" "A,Unicode\n", kDefault},
+    {"\x1A"
+     "A,Unicode\n",
+     kDefault},
 };
 
 TEST_F(Fonts, LinesOfTheFile)
@@ -76,7 +82,8 @@ TEST_F(Fonts, LinesOfTheFile)
 
 TEST_F(Fonts, FileCutAnywhereLeavesWholeRecords)
 {
-    const std::string content = "Saysettha OT,Unicode,,100,1\nAlice_0,Lao95,Saysettha OT,90\nX,Thai,Alice_0,70\n";
+    const std::string content =
+        "Saysettha OT,Unicode,,100,1\nAlice_0,Lao95,Saysettha OT,90\nX,Thai,Alice_0,70\n";
     for (size_t size = 0; size <= content.size(); ++size) {
         int count = Read(content.substr(0, size));
         ASSERT_TRUE(count >= 1 && count <= 3) << size;
@@ -91,8 +98,8 @@ TEST_F(Fonts, HostileFiles)
     std::string bytes;
     for (int i = 0; i < 256 * 64; ++i)
         bytes += char(i * 7 + i / 256);
-    for (const std::string &content : {bytes, std::string(1 << 20, ','), std::string(1 << 20, 'x'), std::string(4096, '\0'),
-                                       Long(300) + ",Unicode,B,90\n"})
+    for (const std::string &content : {bytes, std::string(1 << 20, ','), std::string(1 << 20, 'x'),
+                                       std::string(4096, '\0'), Long(300) + ",Unicode,B,90\n"})
         EXPECT_GE(Read(content), 1);
 }
 
@@ -136,7 +143,8 @@ struct RefusedRow {
 TEST_F(Fonts, AddRefuses)
 {
     Read("Alice,Unicode\n");
-    for (const RefusedRow &row : {RefusedRow{nullptr, 1}, {"aLICE", 1}, {"B", 7}, {"B", 16}, {"B", 0xFFFF}})
+    for (const RefusedRow &row :
+         {RefusedRow{nullptr, 1}, {"aLICE", 1}, {"B", 7}, {"B", 16}, {"B", 0xFFFF}})
         EXPECT_EQ(AddFontToList(row.name, "", row.code, 100, 0), 0) << row.code;
     EXPECT_EQ(gFonts.count, 1);
     EXPECT_EQ(RemoveFontFromList("Alice"), 0);  // the only one
@@ -185,8 +193,10 @@ TEST_F(Fonts, InfoFillsExactlyItsSize)
         int scale = 0;
         EXPECT_EQ(GetLaoFontInfo(name.data(), substitute.data(), size, &scale, 1), 1);
         EXPECT_EQ(scale, 90);
-        EXPECT_EQ(std::string(name.data(), size), std::string("Alice\0\0\0\0\0", 10).substr(0, size));
-        EXPECT_EQ(std::string(substitute.data(), size), std::string("Bob\0\0\0\0\0\0\0", 10).substr(0, size));
+        EXPECT_EQ(std::string(name.data(), size),
+                  std::string("Alice\0\0\0\0\0", 10).substr(0, size));
+        EXPECT_EQ(std::string(substitute.data(), size),
+                  std::string("Bob\0\0\0\0\0\0\0", 10).substr(0, size));
     }
     char name[37], substitute[37];
     EXPECT_EQ(GetLaoFontInfo(name, substitute, 37, nullptr, 0), -1);
@@ -205,7 +215,9 @@ TEST_F(Fonts, NamesOfCodes)
         EXPECT_EQ(GetFontCodeName(tight.data(), DWORD(length), code), 0);
     }
     char buffer[32];
-    EXPECT_EQ(GetFontCodeName(buffer, 32, 7) + GetFontCodeName(buffer, 32, -1) + GetFontCodeName(nullptr, 32, 1), 0);
+    EXPECT_EQ(GetFontCodeName(buffer, 32, 7) + GetFontCodeName(buffer, 32, -1) +
+                  GetFontCodeName(nullptr, 32, 1),
+              0);
 }
 
 // A folder in the file's place can't be written: the message, and memory as it was.
@@ -218,7 +230,8 @@ TEST_F(Fonts, FailedWriteKeepsWhatWasThere)
     std::string path = std::string(folder) + "\\LaoFonts.dat";
     ASSERT_TRUE(CreateDirectoryA(path.c_str(), nullptr));
     {
-        ExpectBoxes boxes({"Unable to save modified font list", "Unable to save modified font list"});
+        ExpectBoxes boxes(
+            {"Unable to save modified font list", "Unable to save modified font list"});
         EXPECT_EQ(WriteFontList(), 0);
         EXPECT_EQ(RemoveFontFromList("A"), 0);
     }

@@ -1,4 +1,5 @@
-// Internal code to Unicode and back: single signs, private-use characters, borders of the tables, every capacity.
+// Internal code to Unicode and back: single signs, private-use characters, borders of the tables,
+// every capacity.
 #include <cstring>
 
 #include "fonts/font_table.h"
@@ -8,8 +9,9 @@
 #include "support/message_boxes.h"
 #include "support/started_library.h"
 
-class UnicodeMapping : public StartedLibrary {
-protected:
+class UnicodeMapping : public StartedLibrary
+{
+  protected:
     void SetUp() override
     {
         StartedLibrary::SetUp();
@@ -80,13 +82,13 @@ struct BackRow {
 };
 
 static const BackRow kBackRows[] = {
-    {'-', 0x8C, 0x8C},       {'a', 'a', 'a'},         {0x200B, '-', '-'},      {0, '?', '?'},
-    {0x0E81, 0xA1, 0xA1},    {0x0E80, '?', '?'},      {0x0E83, '?', '?'},      {0x0EDD, 0xCF, 0xCF},
-    {0x0EDE, '?', '?'},      {0x0EDF, '?', '?'},      {0x0EE0, 'k', 'k'},      {0x0E7F, 'k', 'k'},
-    {0x0EB1, 0xF1, 0xF1},    {0x2012, 'k', 'k'},      {0x2013, 0x96, 0x96},    {0x2015, '?', '?'},
-    {0x2022, 0x95, 0x95},    {0x2023, 'k', 'k'},      {0xE000, 'k', '?'},      {0xE001, 'k', 0xC8},
-    {0xE013, 'k', 0xED},     {0xE018, 'k', 0xD5},     {0xE019, 'k', '?'},      {0xE01F, 'k', '?'},
-    {0xE020, 'k', 'k'},      {0x00A0, 'k', 'k'},      {0x00AD, 'k', 'k'},      {0xFFFF, 'k', 'k'},
+    {'-', 0x8C, 0x8C},    {'a', 'a', 'a'},     {0x200B, '-', '-'},   {0, '?', '?'},
+    {0x0E81, 0xA1, 0xA1}, {0x0E80, '?', '?'},  {0x0E83, '?', '?'},   {0x0EDD, 0xCF, 0xCF},
+    {0x0EDE, '?', '?'},   {0x0EDF, '?', '?'},  {0x0EE0, 'k', 'k'},   {0x0E7F, 'k', 'k'},
+    {0x0EB1, 0xF1, 0xF1}, {0x2012, 'k', 'k'},  {0x2013, 0x96, 0x96}, {0x2015, '?', '?'},
+    {0x2022, 0x95, 0x95}, {0x2023, 'k', 'k'},  {0xE000, 'k', '?'},   {0xE001, 'k', 0xC8},
+    {0xE013, 'k', 0xED},  {0xE018, 'k', 0xD5}, {0xE019, 'k', '?'},   {0xE01F, 'k', '?'},
+    {0xE020, 'k', 'k'},   {0x00A0, 'k', 'k'},  {0x00AD, 'k', 'k'},   {0xFFFF, 'k', 'k'},
 };
 
 TEST_F(UnicodeMapping, CharactersToBytes)
@@ -103,7 +105,8 @@ TEST_F(UnicodeMapping, CapacityIsNeverPassed)
     const std::string text = "\xA1\x84-\xD5";
     const Units whole = {0x0E81, 0x0EB1, 0x0EC8, 0x200B, 0x0EC9, 0x0EB3};
     for (DWORD capacity = 0; capacity < 9; ++capacity) {
-        Guarded<WCHAR> characters(std::max<size_t>(capacity, text.size()));  // the host's array has them on entry
+        Guarded<WCHAR> characters(
+            std::max<size_t>(capacity, text.size()));  // the host's array has them on entry
         std::fill_n(characters.data(), text.size(), WCHAR('k'));
         int count = LaoToUnicode(text.c_str(), characters.data(), capacity, 0);
         EXPECT_EQ(count, capacity < whole.size() ? -1 : int(whole.size())) << capacity;
@@ -130,7 +133,8 @@ TEST_F(UnicodeMapping, RefusesNullArraysAndMemoryThatIsNotThere)
     EXPECT_EQ(UnicodeToLao(characters, nullptr, 2, 0), -1);
     if (!FailAllocationAfter(0))
         GTEST_SKIP() << "allocations can't be made to fail here";
-    ExpectBoxes boxes({"Out of memory. If using Word, save file, exit and restart, then select smaller blocks to process."});
+    ExpectBoxes boxes({"Out of memory. If using Word, save file, exit and restart, then select "
+                       "smaller blocks to process."});
     EXPECT_EQ(LaoToUnicode(text, characters, 2, 0), -1);
     EXPECT_EQ(characters[0], 'a');
 }

@@ -5,7 +5,9 @@
 #include "support/message_boxes.h"
 #include "support/started_library.h"
 
-class Messages : public StartedLibrary {};
+class Messages : public StartedLibrary
+{
+};
 
 TEST_F(Messages, WarningIsCutAndGivesNothing)
 {
@@ -28,7 +30,8 @@ TEST_F(Messages, CaptionIsTheProductsOrTheCallers)
 
 TEST_F(Messages, WindowComesToTheMiddleAndTopmost)
 {
-    HWND window = CreateWindowExA(0, "KerrinDLL", "", WS_POPUP, 5, 6, 101, 51, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+    HWND window = CreateWindowExA(0, "KerrinDLL", "", WS_POPUP, 5, 6, 101, 51, nullptr, nullptr,
+                                  GetModuleHandleA(nullptr), nullptr);
     ASSERT_TRUE(window);
     EXPECT_TRUE(CenterWindow(window));
     RECT place;

@@ -5,13 +5,15 @@
 #include "support/guarded.h"
 #include "support/started_library.h"
 
-class Paths : public StartedLibrary {
-protected:
+class Paths : public StartedLibrary
+{
+  protected:
     static void StoreInstall(DWORD type, const std::string &value)
     {
         HKEY key;
         ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, KEY_ALL_ACCESS, &key), 0);
-        RegSetValueExA(key, "Install", 0, type, reinterpret_cast<const BYTE *>(value.data()), DWORD(value.size()));
+        RegSetValueExA(key, "Install", 0, type, reinterpret_cast<const BYTE *>(value.data()),
+                       DWORD(value.size()));
         RegCloseKey(key);
     }
     static void DeleteInstall()
@@ -32,7 +34,8 @@ static const JoinRow kJoinRows[] = {
     {"C:\\a\\", "b", "C:\\a\\b"},
     {"", "b", "b"},
     {"\\", "b", "\\b"},
-    {std::string(200, 'f'), std::string(58, 'n'), std::string(200, 'f') + "\\" + std::string(58, 'n')},
+    {std::string(200, 'f'), std::string(58, 'n'),
+     std::string(200, 'f') + "\\" + std::string(58, 'n')},
     {std::string(200, 'f'), std::string(59, 'n'), ""},
     {std::string(200, 'f') + "\\", std::string(59, 'n'), ""},
     {std::string(300, 'f'), "b", ""},
@@ -96,7 +99,18 @@ struct TrimRow {
 };
 
 static const TrimRow kTrimRows[] = {
-    {"", ""}, {" ", ""}, {"   ", ""}, {" \t\n\v\f\r", ""}, {"a", "a"}, {" a b\r\n", "a b"}, {"a ", "a"}, {" a", "a"}, {"\xA0" "a", "\xA0" "a"},
+    {"", ""},
+    {" ", ""},
+    {"   ", ""},
+    {" \t\n\v\f\r", ""},
+    {"a", "a"},
+    {" a b\r\n", "a b"},
+    {"a ", "a"},
+    {" a", "a"},
+    {"\xA0"
+     "a",
+     "\xA0"
+     "a"},
 };
 
 TEST_F(Paths, TrimSpacesCutsBothEnds)

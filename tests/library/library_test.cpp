@@ -1,5 +1,5 @@
-// The library as a host loads it, a fresh one for each test: attach and detach, start-up with and without a keyboard
-// manager, a companion that lacks a name, and the list of exports.
+// The library as a host loads it, a fresh one for each test: attach and detach, start-up with and
+// without a keyboard manager, a companion that lacks a name, and the list of exports.
 #include <cstring>
 
 #include "support/message_boxes.h"
@@ -8,7 +8,8 @@
 #include "frame/records.h"
 
 // One function of a module that is loaded.
-template <typename Function> static Function *Entry(HMODULE module, const char *name)
+template <typename Function>
+static Function *Entry(HMODULE module, const char *name)
 {
     FARPROC found = GetProcAddress(module, name);
     EXPECT_TRUE(found) << name;
@@ -18,8 +19,9 @@ template <typename Function> static Function *Entry(HMODULE module, const char *
 }
 #define ENTRY(module, name) Entry<decltype(name)>(module, #name)
 
-class LoadedLibrary : public testing::Test {
-protected:
+class LoadedLibrary : public testing::Test
+{
+  protected:
     void SetUp() override
     {
         ShowKeyboardManager();
@@ -136,9 +138,10 @@ TEST_F(LoadedLibrary, MessagesAreRegisteredByName)
 // ---- companions that lack one name ----
 
 static const char *const kCompanionNames[] = {
-    "LaoMode", "LaoOn", "ReadLaoDict", "FindWord", "GetWord", "GetNewWord", "AddWord", "DeleteWord",
-    "Options", "PackLao", "FontCodeData", "SetFontCodeData", "RecodeString", "AddLaoSyllable",
-    "UnloadDictionaries", "AboutOrvel",
+    "LaoMode",      "LaoOn",           "ReadLaoDict",  "FindWord",       "GetWord",
+    "GetNewWord",   "AddWord",         "DeleteWord",   "Options",        "PackLao",
+    "FontCodeData", "SetFontCodeData", "RecodeString", "AddLaoSyllable", "UnloadDictionaries",
+    "AboutOrvel",
 };
 
 TEST_F(LoadedLibrary, OneMissingNameShowsOneBoxAndDisablesOneOperation)
@@ -157,10 +160,14 @@ TEST_F(LoadedLibrary, OneMissingNameShowsOneBoxAndDisablesOneOperation)
         EXPECT_EQ(ENTRY(library_, LaoMode)(0, 0), strcmp(name, "LaoMode") ? 7u : 0u) << name;
         EXPECT_EQ(ENTRY(library_, LaoOn)(1), strcmp(name, "LaoOn") ? 7 : 0) << name;
         char buffer[20] = "";
-        EXPECT_EQ(ENTRY(library_, GetWord)(buffer, 20, 1, 4), strcmp(name, "GetWord") ? 7 : 0) << name;
-        EXPECT_EQ(ENTRY(library_, RecodeString)(buffer, 20, 1), strcmp(name, "RecodeString") ? 7 : 0) << name;
+        EXPECT_EQ(ENTRY(library_, GetWord)(buffer, 20, 1, 4), strcmp(name, "GetWord") ? 7 : 0)
+            << name;
+        EXPECT_EQ(ENTRY(library_, RecodeString)(buffer, 20, 1),
+                  strcmp(name, "RecodeString") ? 7 : 0)
+            << name;
         EXPECT_EQ(ENTRY(library_, AddUserWord)("ab"), strcmp(name, "AddWord") ? 7 : -1) << name;
-        EXPECT_EQ(ENTRY(library_, DeleteUserWord)("ab"), strcmp(name, "DeleteWord") ? 7 : -1) << name;
+        EXPECT_EQ(ENTRY(library_, DeleteUserWord)("ab"), strcmp(name, "DeleteWord") ? 7 : -1)
+            << name;
         EXPECT_EQ(ENTRY(library_, CountUserWords)(), strcmp(name, "ReadLaoDict") ? 7 : 0) << name;
         bool hasFonts = strcmp(name, "FontCodeData") != 0;
         EXPECT_EQ(ENTRY(library_, GetFontCodeName)(buffer, 20, 0), hasFonts ? 8 : 0) << name;
@@ -193,6 +200,7 @@ TEST_F(LoadedLibrary, ExportsAreExactlyThoseOfTheList)
             EXPECT_TRUE(GetProcAddress(library_, name)) << name;
     fclose(file);
     EXPECT_GT(count, 30);
-    for (const char *hidden : {"ParseSyllable", "DllMain", "ReadLaoDict", "gProcess", "WrapText@20"})
+    for (const char *hidden :
+         {"ParseSyllable", "DllMain", "ReadLaoDict", "gProcess", "WrapText@20"})
         EXPECT_FALSE(GetProcAddress(library_, hidden)) << hidden;
 }

@@ -1,4 +1,5 @@
-// Options by letter and in the registry: defaults, values of every size, what is saved and what is not.
+// Options by letter and in the registry: defaults, values of every size, what is saved and what is
+// not.
 #include <cstring>
 
 #include "frame/records.h"
@@ -6,7 +7,9 @@
 #include "settings/registry.h"
 #include "support/started_library.h"
 
-class OptionsTest : public StartedLibrary {};
+class OptionsTest : public StartedLibrary
+{
+};
 
 static std::vector<BYTE> StoredState()
 {
@@ -30,7 +33,8 @@ TEST_F(OptionsTest, FirstLoadStoresTheDefaults)
     SetOrvelOption("b", 4, 0);
     EXPECT_EQ(LoadOptions(), 1);
     EXPECT_EQ(Letters(), kDefaults);
-    EXPECT_EQ(StoredState(), (std::vector<BYTE>{0, 0, 12, 0, 1, 0, 0, 0, 32, 0, 0, 0, 64, 0, 12, 0, 0, 0}));
+    EXPECT_EQ(StoredState(),
+              (std::vector<BYTE>{0, 0, 12, 0, 1, 0, 0, 0, 32, 0, 0, 0, 64, 0, 12, 0, 0, 0}));
 }
 
 TEST_F(OptionsTest, SavedOptionsComeBackAndOthersDoNot)
@@ -55,7 +59,8 @@ TEST_F(OptionsTest, UnknownLettersAreNone)
     EXPECT_EQ(Letters(), kDefaults);
 }
 
-// A shorter value fills the leading fields, a longer one and one of another type are taken by size alone.
+// A shorter value fills the leading fields, a longer one and one of another type are taken by size
+// alone.
 TEST_F(OptionsTest, StoredStatesOfEverySize)
 {
     BYTE state[24];

@@ -1,5 +1,5 @@
-// A companion for tests that answers 7 to everything and has one font code. It is built once for each name that it
-// lacks.
+// A companion for tests that answers 7 to everything and has one font code. It is built once for
+// each name that it lacks.
 #include <cstring>
 
 #include <windows.h>
@@ -7,15 +7,42 @@
 enum { kAnswer = 7 };
 
 extern "C" {
-DWORD WINAPI LaoMode(DWORD, DWORD) { return kAnswer; }
-int WINAPI LaoOn(int) { return kAnswer; }
-WORD WINAPI ReadLaoDict(const char *, int) { return kAnswer; }
-int WINAPI FindWord(const char *, int, int, int) { return kAnswer; }
-int WINAPI GetWord(char *, DWORD, int, int) { return kAnswer; }
-int WINAPI GetNewWord(char *, DWORD, int) { return kAnswer; }
-int WINAPI AddWord(const char *) { return kAnswer; }
-int WINAPI DeleteWord(const char *) { return kAnswer; }
-int WINAPI Options() { return kAnswer; }
+DWORD WINAPI LaoMode(DWORD, DWORD)
+{
+    return kAnswer;
+}
+int WINAPI LaoOn(int)
+{
+    return kAnswer;
+}
+WORD WINAPI ReadLaoDict(const char *, int)
+{
+    return kAnswer;
+}
+int WINAPI FindWord(const char *, int, int, int)
+{
+    return kAnswer;
+}
+int WINAPI GetWord(char *, DWORD, int, int)
+{
+    return kAnswer;
+}
+int WINAPI GetNewWord(char *, DWORD, int)
+{
+    return kAnswer;
+}
+int WINAPI AddWord(const char *)
+{
+    return kAnswer;
+}
+int WINAPI DeleteWord(const char *)
+{
+    return kAnswer;
+}
+int WINAPI Options()
+{
+    return kAnswer;
+}
 void WINAPI PackLao(char *) {}
 int WINAPI FontCodeData(int code, BYTE *record)
 {
@@ -23,9 +50,21 @@ int WINAPI FontCodeData(int code, BYTE *record)
         memcpy(record, "\0-Stand-in", 11);
     return code == 0 ? kAnswer : 0;
 }
-int WINAPI SetFontCodeData(int, BYTE *) { return kAnswer; }
-int WINAPI RecodeString(char *, DWORD, int) { return kAnswer; }
-int WINAPI AddLaoSyllable(char *, const char *, const char *) { return 0; }
-int WINAPI UnloadDictionaries() { return kAnswer; }
+int WINAPI SetFontCodeData(int, BYTE *)
+{
+    return kAnswer;
+}
+int WINAPI RecodeString(char *, DWORD, int)
+{
+    return kAnswer;
+}
+int WINAPI AddLaoSyllable(char *, const char *, const char *)
+{
+    return 0;
+}
+int WINAPI UnloadDictionaries()
+{
+    return kAnswer;
+}
 void WINAPI AboutOrvel(int) {}
 }

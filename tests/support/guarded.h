@@ -5,8 +5,10 @@
 
 #include <gtest/gtest.h>
 
-template <typename Unit> class Guarded {
-public:
+template <typename Unit>
+class Guarded
+{
+  public:
     explicit Guarded(size_t size) : size_(size), units_(size + kGuards, Unit(kGuard)) {}
     ~Guarded()
     {
@@ -16,7 +18,7 @@ public:
     Guarded(const Guarded &) = delete;
     Unit *data() { return units_.data(); }
 
-private:
+  private:
     static constexpr size_t kGuards = 16;
     static constexpr int kGuard = 0x5A;
     size_t size_;

@@ -37,8 +37,11 @@ void RegisterInstallFolder(const std::string &folder)
 {
     HKEY key;
     char noClass[] = "";
-    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, noClass, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr), 0);
-    RegSetValueExA(key, "Install", 0, REG_SZ, reinterpret_cast<const BYTE *>(folder.c_str()), DWORD(folder.size() + 1));
+    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, noClass, 0, KEY_ALL_ACCESS,
+                              nullptr, &key, nullptr),
+              0);
+    RegSetValueExA(key, "Install", 0, REG_SZ, reinterpret_cast<const BYTE *>(folder.c_str()),
+                   DWORD(folder.size() + 1));
     RegCloseKey(key);
 }
 
@@ -67,7 +70,10 @@ std::string ReadDataFile(const char *name)
     return content;
 }
 
-void RemoveDataFile(const char *name) { DeleteFileA(DataPath(name).c_str()); }
+void RemoveDataFile(const char *name)
+{
+    DeleteFileA(DataPath(name).c_str());
+}
 
 void ReplaceDictionary(const char *name, const std::string &lines)
 {
@@ -79,7 +85,8 @@ std::string ShowCode(const std::string &code)
 {
     std::string text;
     for (char byte : code)
-        text += (text.empty() ? "" : " ") + (byte == 45 ? std::string("|") : std::to_string(uint8_t(byte)));
+        text += (text.empty() ? "" : " ") +
+                (byte == 45 ? std::string("|") : std::to_string(uint8_t(byte)));
     return text;
 }
 
@@ -90,7 +97,10 @@ static void RemoveAllData()
     UnloadDictionaries();
 }
 
-static void SetOptions(const OptionsRecord &options) { *gProcess.options = options; }
+static void SetOptions(const OptionsRecord &options)
+{
+    *gProcess.options = options;
+}
 
 void StartedLibrary::SetUp()
 {
@@ -110,4 +120,7 @@ void StartedLibrary::SetUp()
                 .fontSubstitution = 0});
 }
 
-void StartedLibrary::TearDown() { RemoveAllData(); }
+void StartedLibrary::TearDown()
+{
+    RemoveAllData();
+}

@@ -1,5 +1,5 @@
-// A started library for tests that link its objects: the keyboard manager's window stands, the install folder is the
-// program's own, the data folder and the registry are empty.
+// A started library for tests that link its objects: the keyboard manager's window stands, the
+// install folder is the program's own, the data folder and the registry are empty.
 #pragma once
 
 #include <string>
@@ -8,10 +8,11 @@
 
 #include "orvel.h"
 
-// Starts the library once; every test begins with the default options, no data files of its own and the companion's
-// dictionaries unloaded.
-class StartedLibrary : public testing::Test {
-protected:
+// Starts the library once; every test begins with the default options, no data files of its own and
+// the companion's dictionaries unloaded.
+class StartedLibrary : public testing::Test
+{
+  protected:
     void SetUp() override;
     void TearDown() override;
 };

@@ -61,5 +61,6 @@ static const ClusterRow kClusterRows[] = {
 TEST(LaoCode, ClustersFollowTheFirstRuleThatApplies)
 {
     for (const ClusterRow &row : kClusterRows)
-        EXPECT_EQ(IsClusterPair(row.pair), row.joins) << int(row.pair[0]) << " " << int(row.pair[1]);
+        EXPECT_EQ(IsClusterPair(row.pair), row.joins)
+            << int(row.pair[0]) << " " << int(row.pair[1]);
 }

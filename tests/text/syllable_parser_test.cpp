@@ -1,4 +1,5 @@
-// The syllable parser on a table of readings; its one-walk version is held against it with the breaks.
+// The syllable parser on a table of readings; its one-walk version is held against it with the
+// breaks.
 #include <cstring>
 
 #include <gtest/gtest.h>
@@ -6,7 +7,10 @@
 #include "text/lao_code.h"
 #include "text/syllable_parser.h"
 
-static const uint8_t *Bytes(const char *text) { return reinterpret_cast<const uint8_t *>(text); }
+static const uint8_t *Bytes(const char *text)
+{
+    return reinterpret_cast<const uint8_t *>(text);
+}
 
 static std::string Show(const uint8_t *field)
 {
@@ -18,8 +22,8 @@ static std::string Show(const uint8_t *field)
 
 static std::string Show(const SyllableParts &parts)
 {
-    return "initial " + Show(parts.initial) + "vowel " + Show(parts.vowel) + "tone " + Show(parts.tone) +
-           "final " + Show(parts.final);
+    return "initial " + Show(parts.initial) + "vowel " + Show(parts.vowel) + "tone " +
+           Show(parts.tone) + "final " + Show(parts.final);
 }
 
 struct ParseRow {
@@ -66,7 +70,10 @@ static const ParseRow kParseRows[] = {
     {"\xC0\xC0\xA1", 0, "", "\xC0", "", ""},
 };
 
-static bool Equals(const uint8_t *field, const char *wanted) { return !strcmp(reinterpret_cast<const char *>(field), wanted); }
+static bool Equals(const uint8_t *field, const char *wanted)
+{
+    return !strcmp(reinterpret_cast<const char *>(field), wanted);
+}
 
 TEST(SyllableParser, ReadsTheTable)
 {
@@ -101,14 +108,17 @@ struct AmbiguityRow {
 };
 
 static const AmbiguityRow kAmbiguityRows[] = {
-    {"\xA1\xB8\xAD", 3, 1}, {"\xC0\xA1\xB8\xAD", 4, 1}, {"\xA1\xB8\xAD", 2, 0}, {"\xC0\xA1\xB8\xAD", 3, 0},
-    {"\xA1\xB8\xAA", 3, 0}, {"\xB8\xB8\xAD", 3, 0},     {"\xA1\xBE\xAD", 3, 0}, {"\xC0", 1, 0},
+    {"\xA1\xB8\xAD", 3, 1}, {"\xC0\xA1\xB8\xAD", 4, 1},
+    {"\xA1\xB8\xAD", 2, 0}, {"\xC0\xA1\xB8\xAD", 3, 0},
+    {"\xA1\xB8\xAA", 3, 0}, {"\xB8\xB8\xAD", 3, 0},
+    {"\xA1\xBE\xAD", 3, 0}, {"\xC0", 1, 0},
 };
 
 TEST(SyllableParser, FindsAmbiguousClusters)
 {
     for (const AmbiguityRow &row : kAmbiguityRows)
-        EXPECT_EQ(IsAmbiguousCluster(Bytes(row.text), row.length), row.result) << Show(Bytes(row.text));
+        EXPECT_EQ(IsAmbiguousCluster(Bytes(row.text), row.length), row.result)
+            << Show(Bytes(row.text));
 }
 
 TEST(SyllableParser, PatternsOfOtherLengthsAreNone)
@@ -126,7 +136,8 @@ TEST(SyllableParser, StaysInsideTheText)
 {
     for (const ParseRow &row : kParseRows) {
         size_t size = strlen(row.text) + 1;
-        std::vector<uint8_t> exact(Bytes(row.text), Bytes(row.text) + size);  // a byte behind is an error
+        std::vector<uint8_t> exact(Bytes(row.text),
+                                   Bytes(row.text) + size);  // a byte behind is an error
         for (int length = -1; length < 12; ++length) {
             SyllableParts parts;
             int result = ParseSyllable(exact.data(), length, &parts);
