@@ -1,6 +1,10 @@
 # Compiler and linker flags of every target: warnings, sanitizers, static linking on Windows.
 # The library, its companion and the layer do without exceptions and RTTI: target orvel-plain.
 add_compile_options(-Wall -Wextra -Wshadow)
+# This version warns of "text" + string by mistake.
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  add_compile_options(-Wno-restrict)
+endif()
 if(NOT WIN32)
   # A module's .def file alone says what leaves it. Calls inside a module stay inside, and a module
   # that is unloaded is gone.

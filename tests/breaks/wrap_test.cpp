@@ -102,7 +102,7 @@ TEST_F(Wrapping, SideBufferTellsTheDictionaries)
     ReplaceDictionary("OldDict.dat", "ມາ\tໝາ\n");
     SetOrvelOption("d", 7, 0);
     Wrapped wrapped = Wrap(CodeOfText("ກາສານາມາປາ"), 40, 13);
-    EXPECT_EQ(wrapped.side, "00030002000400010"s.substr(0, wrapped.side.size()))
+    EXPECT_EQ(wrapped.side, "00030020040010")
         << TextOfCode(wrapped.code);
     EXPECT_EQ(TextOfCode(wrapped.code), "ກາ|ສາ|ນາ|ມາ|ປາ");
     EXPECT_EQ(Wrap(CodeOfText("ມາ"), 40, 13).side, "40");
@@ -123,8 +123,9 @@ TEST_F(Wrapping, WritesNothingBehindItsBuffers)
                                                 : std::vector<std::string>{kCannotComplete});
         Wrapped wrapped = Wrap(source, size, 5);
         EXPECT_EQ(wrapped.result, fits) << size;
-        if (size > source.size())
+        if (size > source.size()) {
             EXPECT_EQ(whole.substr(0, wrapped.code.size()), wrapped.code) << size;
+        }
     }
 }
 
@@ -157,7 +158,7 @@ TEST_F(Wrapping, MarksAreTheFontsOwn)
         ASSERT_NE(RecodeString(source, sizeof source, -font), 0);
         ASSERT_EQ(WrapText(source, marked, sizeof marked, name.c_str(), 13), 1);
         char mark = char(GetBreakChar(name.c_str()));
-        EXPECT_EQ(std::count(marked, marked + strlen(marked), mark), 3) << font;
+        EXPECT_EQ(std::count(marked, marked + strlen(marked), mark), 2) << font;
         ASSERT_EQ(WrapText(marked, unmarked, sizeof unmarked, name.c_str(), 0), 1);
         EXPECT_STREQ(unmarked, source) << font;
     }

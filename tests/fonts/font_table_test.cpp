@@ -18,11 +18,6 @@ class Fonts : public StartedLibrary
         gFonts.count = WORD(ReadFontList());
         return gFonts.count;
     }
-    void TearDown() override
-    {
-        StartedLibrary::TearDown();
-        gFonts.count = WORD(ReadFontList());
-    }
 };
 
 static std::string Describe(const FontRecord &record)

@@ -144,8 +144,9 @@ TEST_F(UnicodeMapping, LaoComesBack)
 {
     for (unsigned character = 0x0E80; character < 0x0EE0; ++character) {
         int byte = ToByte(character);
-        if (byte != '?')
+        if (byte != '?') {
             EXPECT_EQ(ToUnicode(std::string(1, char(byte))), Units{character});
+        }
     }
     for (const char *name : kCorpusFiles) {
         std::string code = CodeOfText(ReadCorpus(name));

@@ -59,8 +59,9 @@ static void ExpectExactFit(int(WINAPI *fetch)(char *, DWORD), const std::string 
         Guarded<char> buffer(size);
         bool fits = size > whole.size();
         EXPECT_EQ(fetch(buffer.data(), size), fits ? int(whole.size()) : 0) << size;
-        if (fits)
+        if (fits) {
             EXPECT_EQ(buffer.data(), whole);
+        }
     }
     EXPECT_EQ(fetch(nullptr, 100), 0);
 }

@@ -66,7 +66,7 @@ TEST_F(OptionsTest, StoredStatesOfEverySize)
     BYTE state[24];
     memset(state, 1, sizeof state);
     for (DWORD size = 1; size <= sizeof state; ++size) {
-        ASSERT_EQ(WriteUserValue("State", size % 2 ? REG_BINARY : REG_SZ, state, size), 1);
+        ASSERT_EQ(WriteUserValue("State", size % 2 ? REG_BINARY : REG_DWORD, state, size), 1);
         SetOrvelOption("c", 5, 0);
         EXPECT_EQ(LoadOptions(), size <= 18 ? 1 : 0) << size;
         const BYTE *record = reinterpret_cast<const BYTE *>(gProcess.options);

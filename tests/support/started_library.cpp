@@ -1,6 +1,7 @@
 // The started library of the tests.
 #include "support/started_library.h"
 
+#include "fonts/font_table.h"
 #include "frame/companion.h"
 #include "frame/paths.h"
 #include "runtime.h"
@@ -109,6 +110,7 @@ void StartedLibrary::SetUp()
     RemoveAllData();
     RegDeleteKeyA(HKEY_CURRENT_USER, kRegistryKey);
     ASSERT_EQ(Initialize(), 1);
+    gFonts.count = WORD(ReadFontList());
     SetOptions({.optionF = 0,
                 .breakMode = 12,
                 .dictionaries = 1,
