@@ -2,6 +2,7 @@
 // counts as loaded, so that the question that comes with every run of text touches no file system.
 #include "dictionary.h"
 #include "dictionary_file.h"
+#include "user_words.h"
 #include <runtime.h>
 
 struct DictionaryName {
@@ -84,6 +85,7 @@ DWORD WINAPI UnloadDictionaries(void)
         dictionary.isLoaded = dictionary.isTrieStale = false;
         ++dictionary.revision;
     }
+    ForgetUserOrder();
     ++gDictionaries.generation;
     return 1;
 }

@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 constexpr size_t kBlock = 64 * 1024;
-constexpr DWORD kLockWait = 500;  // milliseconds; a change takes a few
+constexpr DWORD kLockWait = 2000;  // milliseconds; a change takes a few, and others may be first
 constexpr DWORD kLockPause = 2;
 
 // ---- paths ----

@@ -12,7 +12,8 @@ constexpr uint8_t kRealHyphen = 140;  // U+002D
 constexpr uint8_t kNoBreakSpace = 160;
 constexpr uint8_t kRepeatSign = 197;
 constexpr uint8_t kEllipsis = 198;
-constexpr uint8_t kHoLo = 205;  // HO SUNG with SEMIVOWEL SIGN LO
+constexpr uint8_t kHoSung = 185, kLo = 249;
+constexpr uint8_t kHoLo = 205;  // the two in one
 
 constexpr uint32_t kLaoBlock = 0x0E80;  // first character of kSignOfUnicode
 
@@ -37,7 +38,7 @@ constexpr SignPair kSignPairs[] = {
     {152, 241, 251}, {153, 242, 251}, {154, 243, 251}, {155, 244, 251}, {156, 245, 251}, {157, 246, 251},
     {210, 240, 250}, {211, 240, 251},
     {212, 250, 191}, {213, 251, 191},
-    {kHoLo, 185, 249},
+    {kHoLo, kHoSung, kLo},
 };
 
 // Other forms of a sign; fonts that draw a sign at two heights have them.

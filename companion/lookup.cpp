@@ -58,17 +58,17 @@ static uint32_t CellOfText(Walk *walk, Dictionary *dictionary, const uint8_t *te
     return cell;
 }
 
-static DWORD HandleOfOldWord(const Dictionary *old, const char *text, DWORD length)
+static DWORD HandleOfOldWord(const char *text, DWORD length)
 {
-    char word[kLongestWord + 1];
-    if (!old->isLoaded || length > kLongestWord)
+    constexpr int kOld = 1;  // ORDER Dictionary
+    Dictionary *old = &gDictionaries.dictionaries[kOld];
+    const uint8_t *bytes = reinterpret_cast<const uint8_t *>(text);
+    if (!(CellOfText(&gLookup.walks[kOld], old, bytes, length) & kWordEnd))
         return 0;
-    for (DWORD i = 0; i < length; ++i) {
-        if (!text[i])
-            return 0;
-        word[i] = char(MainForm(uint8_t(text[i])));
-    }
-    word[length] = 0;
+    char found[kLongestWord + 1], word[kLongestWord + 1];  // no entry is longer
+    memcpy(found, text, length);
+    found[length] = 0;
+    NormalizeWord(word, found);
     long place = FindInWordList(&old->list, word);
     if (place < 0)
         return 0;
@@ -80,9 +80,7 @@ DWORD WINAPI FindWord(const char *text, DWORD length, DWORD, DWORD flags)
     if (!text || !length)
         return 0;
     if (flags & kNewWordHandle)
-        return flags & kOldDictionary
-                   ? HandleOfOldWord(DictionaryOfBit(kOldDictionary), text, length)
-                   : 0;
+        return flags & kOldDictionary ? HandleOfOldWord(text, length) : 0;
     const uint8_t *bytes = reinterpret_cast<const uint8_t *>(text);
     for (int i = 0; i < kDictionaryCount; ++i) {
         if (!(flags >> i & 1))

@@ -15,6 +15,8 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
 {
     if (reason == DLL_PROCESS_ATTACH)
         gModule.instance = instance;
+    if (reason == DLL_PROCESS_DETACH)
+        UnloadDictionaries();
     return TRUE;
 }
 

@@ -2,6 +2,9 @@
 // that most walks reach stand close together. The nodes that wait stand in a queue as ranges of the
 // list, so no word however long costs stack, and a node that finds no hole within some tries goes
 // to the end of the array, so no list however odd costs more than a bounded time for each node.
+//
+// Text can have one byte for HO SUNG with LO, where words have two. A node that the two lead on
+// from has a twin of the node behind them as one more child: another cell with the same base.
 #include "trie.h"
 #include "lao_signs.h"
 #include <cstdlib>
@@ -21,6 +24,8 @@ struct WaitingNode {
     uint32_t low, high;  // the words that run through the node
     uint32_t cell;       // its place; 0 is the root
     uint32_t depth;
+    uint32_t twin;        // the cell of its twin, if any
+    uint32_t twinOfNext;  // the cell of the twin of its child by LO, if any
 };
 
 struct TrieBuild {
@@ -50,6 +55,8 @@ static void NumberClasses(Trie *trie, const WordList *list)
         for (const char *p = list->entries[i].word; *p; ++p)
             if (uint8_t *place = &trie->classOf[uint8_t(*p)]; !*place)
                 *place = uint8_t(++trie->classCount);
+    if (trie->classOf[kHoSung] && trie->classOf[kLo])
+        trie->classOf[kHoLo] = uint8_t(++trie->classCount);
     for (int code = 1; code < 256; ++code) {
         trie->classOf[code] = trie->classOf[MainForm(uint8_t(code))];
         trie->runClassOf[code] = IsLaoSign(uint8_t(code)) ? trie->classOf[code] : 0;
@@ -156,10 +163,63 @@ static void ListChildren(const TrieBuild *build, const WaitingNode *node, ChildL
     children->lows[children->count] = node->high;
 }
 
-static void SetBase(Trie *trie, uint32_t cell, uint32_t base)
+// The words behind HO SUNG that go on with LO are neighbours; is there one?
+static bool LeadsToLo(const TrieBuild *build, uint32_t low, uint32_t high, uint32_t depth)
 {
-    uint32_t *node = cell ? &trie->cells[cell] : &trie->root;
-    *node |= base << kBaseShift;
+    for (uint32_t i = low; i < high; ++i)
+        if (ByteAt(build, i, depth) == kLo)
+            return true;
+    return false;
+}
+
+// One more child for a node with the two-byte way; it has no words of its own.
+static void AddTwin(const TrieBuild *build, const WaitingNode *node, ChildList *children)
+{
+    for (uint32_t i = 0; i < children->count; ++i) {
+        uint32_t low = children->lows[i], high = children->lows[i + 1];
+        if (ByteAt(build, low, node->depth) != kHoSung ||
+            !LeadsToLo(build, low, high, node->depth + 1))
+            continue;
+        uint32_t end = children->lows[children->count];
+        children->classes[children->count++] = build->trie->classOf[kHoLo];
+        children->lows[children->count] = end;
+        return;
+    }
+}
+
+static void SetBase(TrieBuild *build, const WaitingNode *node, uint32_t base)
+{
+    Trie *trie = build->trie;
+    build->baseTaken[base] = 1;
+    *(node->cell ? &trie->cells[node->cell] : &trie->root) |= base << kBaseShift;
+    if (node->twin)
+        trie->cells[node->twin] |= base << kBaseShift;
+}
+
+static void PutCell(TrieBuild *build, uint32_t cell, uint32_t content)
+{
+    build->trie->cells[cell] = content;
+    if (cell >= build->end)
+        build->end = cell + 1;
+}
+
+// Places the node's child number i and lets it wait for its own children.
+static void PlaceChild(TrieBuild *build, const WaitingNode *node, const ChildList *children,
+                       uint32_t i, uint32_t base)
+{
+    uint32_t cell = base + children->classes[i], low = children->lows[i];
+    uint8_t code = ByteAt(build, low, node->depth);
+    uint32_t end = ByteAt(build, low, node->depth + 1) ? 0 : kWordEnd;
+    PutCell(build, cell, children->classes[i] | end);
+    WaitingNode child = {low, children->lows[i + 1], cell, node->depth + 1, 0, 0};
+    bool hasTwin = children->classes[children->count - 1] == build->trie->classOf[kHoLo];
+    if (code == kHoSung && hasTwin)
+        child.twinOfNext = base + build->trie->classOf[kHoLo];
+    if (code == kLo && node->twinOfNext) {
+        child.twin = node->twinOfNext;
+        build->trie->cells[child.twin] |= end;
+    }
+    build->queue[build->queueEnd++] = child;
 }
 
 static bool PlaceChildren(TrieBuild *build, const WaitingNode *node)
@@ -168,21 +228,18 @@ static bool PlaceChildren(TrieBuild *build, const WaitingNode *node)
     ListChildren(build, node, &children);
     if (!children.count)
         return true;
+    uint32_t count = children.count;
+    AddTwin(build, node, &children);
     ChildList sorted = children;
     qsort(sorted.classes, sorted.count, 1, CompareBytes);
     uint32_t base = FindBase(build, &sorted);
     if (!GrowCells(build, base))
         return false;
-    build->baseTaken[base] = 1;
-    SetBase(build->trie, node->cell, base);
-    for (uint32_t i = 0; i < children.count; ++i) {
-        uint32_t cell = base + children.classes[i], low = children.lows[i];
-        bool isEnd = !ByteAt(build, low, node->depth + 1);
-        build->trie->cells[cell] = children.classes[i] | (isEnd ? kWordEnd : 0);
-        if (cell >= build->end)
-            build->end = cell + 1;
-        build->queue[build->queueEnd++] = {low, children.lows[i + 1], cell, node->depth + 1};
-    }
+    SetBase(build, node, base);
+    if (children.count > count)
+        PutCell(build, base + children.classes[count], children.classes[count]);
+    for (uint32_t i = 0; i < count; ++i)
+        PlaceChild(build, node, &children, i, base);
     return true;
 }
 
@@ -191,7 +248,7 @@ static bool PlaceAll(TrieBuild *build)
     build->end = kFirstBase;
     if (!GrowCells(build, kFirstBase))
         return false;
-    build->queue[build->queueEnd++] = {0, build->list->count, 0, 0};
+    build->queue[build->queueEnd++] = {0, build->list->count, 0, 0, 0, 0};
     for (uint32_t next = 0; next < build->queueEnd; ++next) {
         WaitingNode node = build->queue[next];
         if (!PlaceChildren(build, &node))

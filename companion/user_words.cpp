@@ -35,7 +35,7 @@ static bool IsLowerPlace(uint32_t a, uint32_t b)
 
 static void SortByLao(UserOrder *order, const Dictionary *user)
 {
-    free(order->places);
+    ForgetUserOrder();
     *order = {static_cast<uint32_t *>(malloc((user->list.count + 1) * sizeof(uint32_t))), 0,
               user->revision};
     if (!order->places)
@@ -44,6 +44,12 @@ static void SortByLao(UserOrder *order, const Dictionary *user)
     for (uint32_t i = 0; i < order->count; ++i)
         order->places[i] = i;
     std::sort(order->places, order->places + order->count, IsLowerPlace);
+}
+
+void ForgetUserOrder(void)
+{
+    free(gOrder.places);
+    gOrder = {};
 }
 
 DWORD WINAPI GetWord(char *buffer, DWORD size, DWORD number, DWORD dictionary)
