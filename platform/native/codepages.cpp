@@ -53,40 +53,45 @@ static int Fail(DWORD code)
 
 constexpr unsigned kBadSequence = ~0u;
 
-struct Utf8Lead {
-    int following;            // bytes that follow
-    unsigned char low, high;  // range of the first of them
-};
-
-// The ranges leave out overlong forms, surrogates and what lies above U+10FFFF.
-static Utf8Lead LeadOf(unsigned char lead)
+// How many bytes follow this one; 0 for a byte that begins nothing.
+static int FollowingBytes(unsigned char lead)
 {
-    if (lead >= 0xC2 && lead <= 0xDF)
-        return {1, 0x80, 0xBF};
-    if (lead >= 0xE0 && lead <= 0xEF)
-        return {2, (unsigned char)(lead == 0xE0 ? 0xA0 : 0x80),
-                (unsigned char)(lead == 0xED ? 0x9F : 0xBF)};
-    if (lead >= 0xF0 && lead <= 0xF4)
-        return {3, (unsigned char)(lead == 0xF0 ? 0x90 : 0x80),
-                (unsigned char)(lead == 0xF4 ? 0x8F : 0xBF)};
-    return {0, 0, 0};
+    if (lead < 0xC2 || lead > 0xF4)
+        return 0;
+    return lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
 }
 
-// The code point at `*at`, or kBadSequence for the longest start of one, which is stepped over.
+// Whether a code point can still come of these bits, with this many bytes to follow: none that is
+// written longer than it needs, no surrogate.
+static int CanGoOn(unsigned bits, int toFollow)
+{
+    if (toFollow == 2)
+        return bits >= 0x10;
+    return toFollow == 0 || (bits >= 0x20 && (bits < 0xD800 >> 6 || bits > 0xDFFF >> 6));
+}
+
+// The code point at `*at`, or kBadSequence for bytes that are none. The bytes that are stepped over
+// then are the system's choice: also the one that showed an overlong form or a surrogate, but not
+// the one that showed a number above U+10FFFF.
 static unsigned NextCodePoint(const unsigned char *text, int length, int *at)
 {
     unsigned char byte = text[(*at)++];
     if (byte < 0x80)
         return byte;
-    Utf8Lead lead = LeadOf(byte);
-    if (lead.following == 0)
+    int toFollow = FollowingBytes(byte);
+    if (toFollow == 0)
         return kBadSequence;
-    unsigned point = byte & (0x3Fu >> lead.following);
-    for (int i = 0; i < lead.following; i++) {
-        unsigned char low = i ? 0x80 : lead.low, high = i ? 0xBF : lead.high;
-        if (*at >= length || text[*at] < low || text[*at] > high)
+    unsigned point = byte & (0x3Fu >> toFollow);
+    while (toFollow > 0) {
+        if (*at >= length || (text[*at] & 0xC0) != 0x80)
             return kBadSequence;
-        point = point << 6 | (text[(*at)++] & 0x3Fu);
+        point = point << 6 | (text[*at] & 0x3Fu);
+        toFollow--;
+        if (toFollow == 1 && point >= 0x110000 >> 6)
+            return kBadSequence;
+        (*at)++;
+        if (!CanGoOn(point, toFollow))
+            return kBadSequence;
     }
     return point;
 }
@@ -178,7 +183,6 @@ static void Narrow1252(const WCHAR *wide, int length, DWORD flags, const char *d
 {
     for (int at = 0; at < length && !sink->overflow; at++) {
         int byte = NarrowUnit(wide[at], !(flags & WC_NO_BEST_FIT_CHARS));
-        // A pair of surrogates is one character, so it is one "?".
         if (byte < 0) {
             *usedDefault = 1;
             byte = defaultChar ? *defaultChar : '?';

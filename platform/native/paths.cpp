@@ -4,6 +4,7 @@
 
 #include <ctype.h>
 #include <errno.h>
+#include <runtime.h>
 #include <stdlib.h>
 #include <string.h>
 #include <sys/stat.h>
@@ -90,6 +91,22 @@ int EnvironmentFolder(const char *variable, const char *below, char *native, int
     if (!home || home[0] != '/')
         return 0;
     return JoinNative(home, below, native, nativeSize);
+}
+
+static void SetFolderVariable(const char *variable, const char *base, const char *name)
+{
+    char native[kNativePathSize];
+    if (JoinNative(base, name, native, sizeof native))
+        setenv(variable, native, 1);
+}
+
+void UseFoldersBelow(const char *folder)
+{
+    char native[kNativePathSize];
+    if (!ToNativePath(folder, native, sizeof native))
+        return;
+    SetFolderVariable("XDG_CONFIG_HOME", native, "config");
+    SetFolderVariable("XDG_DATA_HOME", native, "data");
 }
 
 // A missing name is "file not found" where its folder exists and "path not found" elsewhere.

@@ -114,7 +114,33 @@ static void RemoveRecord(WindowRecord *window)
     FreeWindowRecord(window);
 }
 
-// WM_NCCREATE refused means a window that never was; -1 from WM_CREATE destroys it.
+// The first child that hasn't had this step of the destruction yet.
+static HWND ChildBefore(HWND parent, int step)
+{
+    WindowRecord *record = FindWindowRecord(parent);
+    WindowRecord *child = record ? record->firstChild : nullptr;
+    while (child && child->isDying >= step)
+        child = child->next;
+    return child ? child->handle : nullptr;
+}
+
+// From the children up: WM_NCDESTROY is the last that a window hears.
+static void RemoveTree(HWND window)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (!record)
+        return;
+    record->isDying = 2;
+    while (HWND child = ChildBefore(window, 2))
+        RemoveTree(child);
+    SendMessageA(window, WM_NCDESTROY, 0, 0);
+    record = FindWindowRecord(window);
+    if (record)
+        RemoveRecord(record);
+}
+
+// WM_NCCREATE refused means a window that never was; after -1 from WM_CREATE it hears no more than
+// its end.
 static HWND AnnounceWindow(HWND window, CREATESTRUCTA *create)
 {
     if (!SendMessageA(window, WM_NCCREATE, 0, (LPARAM)create)) {
@@ -124,7 +150,7 @@ static HWND AnnounceWindow(HWND window, CREATESTRUCTA *create)
         return nullptr;
     }
     if (SendMessageA(window, WM_CREATE, 0, (LPARAM)create) == -1) {
-        DestroyWindow(window);
+        RemoveTree(window);
         return nullptr;
     }
     return IsWindow(window) ? window : nullptr;
@@ -171,16 +197,6 @@ static void DestroyOwned(HWND owner)
     }
 }
 
-// The first child that hasn't had this step of the destruction yet.
-static HWND ChildBefore(HWND parent, int step)
-{
-    WindowRecord *record = FindWindowRecord(parent);
-    WindowRecord *child = record ? record->firstChild : nullptr;
-    while (child && child->isDying >= step)
-        child = child->next;
-    return child ? child->handle : nullptr;
-}
-
 // From the window down to its children: all are still there when they hear WM_DESTROY.
 static void SendDestroy(HWND window)
 {
@@ -191,21 +207,6 @@ static void SendDestroy(HWND window)
     SendMessageA(window, WM_DESTROY, 0, 0);
     while (HWND child = ChildBefore(window, 1))
         SendDestroy(child);
-}
-
-// From the children up: WM_NCDESTROY is the last that a window hears.
-static void RemoveTree(HWND window)
-{
-    WindowRecord *record = FindWindowRecord(window);
-    if (!record)
-        return;
-    record->isDying = 2;
-    while (HWND child = ChildBefore(window, 2))
-        RemoveTree(child);
-    SendMessageA(window, WM_NCDESTROY, 0, 0);
-    record = FindWindowRecord(window);
-    if (record)
-        RemoveRecord(record);
 }
 
 BOOL WINAPI DestroyWindow(HWND window)

@@ -42,6 +42,10 @@ MessageBoxAnswerer SetMessageBoxAnswerer(MessageBoxAnswerer answerer);
 // count takes this back. 0 where the target can't do it (Windows).
 int FailAllocationAfter(int count);
 
+// For tests: this process's registry and shared data stand below this folder from now on, so that
+// what the user has stays untouched. On Windows nothing changes.
+void UseFoldersBelow(const char *folder);
+
 #pragma GCC visibility pop
 
 #endif

@@ -141,3 +141,8 @@ int FailAllocationAfter(int)
 {
     return 0;  // the system's allocator takes no orders
 }
+
+void UseFoldersBelow(const char *)
+{
+    // the registry and the shell are the system's
+}

@@ -1,0 +1,232 @@
+// The tree of windows: what each window is told, and that dead handles are known to be dead.
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+#include <runtime.h>
+
+static std::vector<std::string> gHeard;
+static UINT gRefused;  // this message of the creation says no
+
+static LRESULT CALLBACK Listen(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    char name[16];
+    if (message == WM_NCCREATE || message == WM_CREATE) {
+        auto create = reinterpret_cast<CREATESTRUCTA *>(lParam);
+        gHeard.push_back((message == WM_CREATE ? "create " : "nccreate ") +
+                         std::string(create->lpszName));
+        if (message == gRefused)
+            return message == WM_CREATE ? -1 : 0;
+    }
+    if (message == WM_DESTROY || message == WM_NCDESTROY) {
+        GetWindowTextA(window, name, sizeof name);
+        gHeard.push_back((message == WM_DESTROY ? "destroy " : "ncdestroy ") + std::string(name));
+        EXPECT_TRUE(IsWindow(window));
+    }
+    if (message == WM_APP)
+        return LRESULT(wParam * 2 + lParam);
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+class Windows : public testing::Test
+{
+  protected:
+    void SetUp() override
+    {
+        WNDCLASSA windowClass = {};
+        windowClass.lpfnWndProc = Listen;
+        windowClass.hInstance = GetModuleHandleA(nullptr);
+        windowClass.lpszClassName = "OrvelTestWindow";
+        ASSERT_TRUE(RegisterClassA(&windowClass));
+        gHeard.clear();
+        gRefused = 0;
+    }
+    void TearDown() override
+    {
+        EXPECT_TRUE(UnregisterClassA("OrvelTestWindow", GetModuleHandleA(nullptr)));
+    }
+};
+
+static HWND Make(const char *name, DWORD style, HWND parent = nullptr, int id = 0,
+                 DWORD exStyle = 0)
+{
+    return CreateWindowExA(exStyle, "OrvelTestWindow", name, style, 10, 20, 100, 50, parent,
+                           reinterpret_cast<HMENU>(LONG_PTR(id)), GetModuleHandleA(nullptr),
+                           nullptr);
+}
+
+TEST_F(Windows, DestructionGoesDownAndComesUpAgain)
+{
+    HWND outer = Make("outer", WS_POPUP);
+    HWND first = Make("first", WS_CHILD, outer, 1);
+    Make("inner", WS_CHILD, first, 2);
+    Make("second", WS_CHILD, outer, 3);
+    HWND owned = Make("owned", WS_POPUP, outer);
+    gHeard.clear();
+    EXPECT_TRUE(DestroyWindow(outer));
+    EXPECT_EQ(gHeard, (std::vector<std::string>{"destroy owned", "ncdestroy owned", "destroy outer",
+                                                "destroy first", "destroy inner", "destroy second",
+                                                "ncdestroy inner", "ncdestroy first",
+                                                "ncdestroy second", "ncdestroy outer"}));
+    for (HWND gone : {outer, first, owned})
+        EXPECT_FALSE(IsWindow(gone));
+}
+
+TEST_F(Windows, CreationCanBeRefused)
+{
+    struct Row {
+        UINT refused;
+        std::vector<std::string> heard;
+    } const rows[] = {
+        {WM_CREATE, {"nccreate w", "create w", "ncdestroy w"}},
+        {WM_NCCREATE, {"nccreate w"}},
+    };
+    for (const Row &row : rows) {
+        gRefused = row.refused;
+        gHeard.clear();
+        EXPECT_FALSE(Make("w", WS_POPUP));
+        if (row.refused == WM_NCCREATE && gHeard.size() > 1)
+            gHeard.resize(1);  // what a window that never was hears after that differs by system
+        EXPECT_EQ(gHeard, row.heard);
+        EXPECT_FALSE(FindWindowA("OrvelTestWindow", nullptr));
+    }
+}
+
+TEST_F(Windows, DeadHandlesAreRefusedEverywhere)
+{
+    HWND dead = Make("dead", WS_POPUP);
+    ASSERT_TRUE(DestroyWindow(dead));
+    HWND other = Make("other", WS_POPUP);  // may get the same slot, never the same handle
+    EXPECT_NE(dead, other);
+    RECT rect;
+    for (HWND window : {dead, (HWND) nullptr, (HWND)(LONG_PTR)12345, (HWND)(LONG_PTR)-77}) {
+        EXPECT_FALSE(IsWindow(window));
+        EXPECT_FALSE(DestroyWindow(window));
+        EXPECT_EQ(SendMessageA(window, WM_APP, 1, 1), 0);
+        EXPECT_FALSE(GetWindowRect(window, &rect));
+        EXPECT_EQ(GetLastError(), DWORD(ERROR_INVALID_WINDOW_HANDLE));
+        EXPECT_FALSE(SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE));
+        EXPECT_FALSE(SetWindowTextA(window, "x"));
+        EXPECT_EQ(GetWindowLongA(window, GWL_EXSTYLE), 0);
+        EXPECT_FALSE(GetDlgItem(window, 1));
+    }
+    EXPECT_FALSE(Make("child", WS_CHILD, dead));
+    EXPECT_FALSE(Make("child", WS_CHILD));
+    DestroyWindow(other);
+}
+
+TEST_F(Windows, MessagesAndText)
+{
+    HWND window = Make("title", WS_POPUP);
+    EXPECT_EQ(SendMessageA(window, WM_APP, 20, 2), 42);
+    EXPECT_EQ(SendMessageA(window, WM_GETTEXTLENGTH, 0, 0), 5);
+    struct Row {
+        int size;
+        const char *text;
+    } const rows[] = {{20, "title"}, {6, "title"}, {5, "titl"}, {1, ""}};
+    for (const Row &row : rows) {
+        char text[21];
+        memset(text, '#', sizeof text);
+        EXPECT_EQ(GetWindowTextA(window, text, row.size), int(strlen(row.text)));
+        EXPECT_STREQ(text, row.text);
+        EXPECT_EQ(text[row.size], '#');
+    }
+    EXPECT_TRUE(SetWindowTextA(window, "n\xE9w"));
+    char text[20];
+    EXPECT_EQ(GetWindowTextA(window, text, sizeof text), 3);
+    EXPECT_STREQ(text, "n\xE9w");
+    EXPECT_TRUE(SetWindowTextA(window, nullptr));
+    EXPECT_EQ(GetWindowTextA(window, text, sizeof text), 0);
+    SendMessageA(window, WM_CLOSE, 0, 0);
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(Windows, AreFoundByClassAndTitle)
+{
+    HWND window = Make("Find Me", WS_POPUP);
+    HWND child = Make("child title", WS_CHILD, window, 7);
+    EXPECT_EQ(FindWindowA("orveltestwindow", nullptr), window);
+    EXPECT_EQ(FindWindowA("OrvelTestWindow", "find me"), window);
+    EXPECT_EQ(FindWindowA(nullptr, "Find Me"), window);
+    EXPECT_FALSE(FindWindowA("OrvelTestWindow", "find"));
+    EXPECT_FALSE(FindWindowA("OrvelTestWindow", "child title"));
+    EXPECT_FALSE(FindWindowA("NoSuchOrvelClass", nullptr));
+    EXPECT_EQ(GetDlgItem(window, 7), child);
+    EXPECT_FALSE(GetDlgItem(window, 8));
+    EXPECT_EQ(GetParent(child), window);
+    EXPECT_EQ(GetWindowLongA(child, GWL_ID), 7);
+    DestroyWindow(window);
+    EXPECT_FALSE(FindWindowA("OrvelTestWindow", nullptr));
+}
+
+static std::string PlaceOf(HWND window)
+{
+    RECT rect = {};
+    GetWindowRect(window, &rect);
+    return std::to_string(rect.left) + " " + std::to_string(rect.top) + " " +
+           std::to_string(rect.right) + " " + std::to_string(rect.bottom);
+}
+
+TEST_F(Windows, PlaceAndOrder)
+{
+    HWND window = Make("w", WS_POPUP);
+    HWND child = Make("c", WS_CHILD, window, 1);
+    EXPECT_EQ(PlaceOf(window), "10 20 110 70");
+    EXPECT_EQ(PlaceOf(child), "20 40 120 90");
+    EXPECT_TRUE(SetWindowPos(window, HWND_TOPMOST, 1, 2, 9, 9, SWP_NOSIZE | SWP_NOACTIVATE));
+    EXPECT_EQ(PlaceOf(window), "1 2 101 52");
+    EXPECT_EQ(PlaceOf(child), "11 22 111 72");
+    EXPECT_TRUE(GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOPMOST);
+    EXPECT_TRUE(SetWindowPos(window, HWND_NOTOPMOST, 0, 0, 30, 40, SWP_NOMOVE | SWP_NOACTIVATE));
+    EXPECT_EQ(PlaceOf(window), "1 2 31 42");
+    EXPECT_FALSE(GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOPMOST);
+    EXPECT_FALSE(SetWindowPos(window, (HWND)(LONG_PTR)12346, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE));
+    EXPECT_GT(GetSystemMetrics(SM_CXSCREEN), 100);
+    EXPECT_GT(GetSystemMetrics(SM_CYSCREEN), 100);
+    DestroyWindow(window);
+}
+
+TEST_F(Windows, ShownWindowIsActiveUntilItGoes)
+{
+    HWND owner = Make("owner", WS_POPUP | WS_VISIBLE);
+    EXPECT_EQ(GetActiveWindow(), owner);
+    HWND owned = Make("owned", WS_POPUP | WS_VISIBLE, owner);
+    EXPECT_EQ(GetActiveWindow(), owned);
+    EXPECT_EQ(SetActiveWindow(owner), owned);
+    EXPECT_EQ(GetActiveWindow(), owner);
+    SetActiveWindow(owned);
+    DestroyWindow(owned);
+    EXPECT_EQ(GetActiveWindow(), owner);
+    DestroyWindow(owner);
+    EXPECT_NE(GetActiveWindow(), owner);
+}
+
+TEST_F(Windows, ClassesBelongToOneName)
+{
+    HINSTANCE instance = GetModuleHandleA(nullptr);
+    WNDCLASSA again = {};
+    again.lpfnWndProc = DefWindowProcA;
+    again.hInstance = instance;
+    again.lpszClassName = "ORVELTESTWINDOW";
+    EXPECT_FALSE(RegisterClassA(&again));
+    EXPECT_EQ(GetLastError(), DWORD(ERROR_CLASS_ALREADY_EXISTS));
+    HWND window = Make("w", WS_POPUP);
+    EXPECT_FALSE(UnregisterClassA("OrvelTestWindow", instance));
+    EXPECT_EQ(GetLastError(), DWORD(ERROR_CLASS_HAS_WINDOWS));
+    DestroyWindow(window);
+    EXPECT_FALSE(UnregisterClassA("NoSuchOrvelClass", instance));
+    EXPECT_EQ(GetLastError(), DWORD(ERROR_CLASS_DOES_NOT_EXIST));
+    EXPECT_FALSE(CreateWindowExA(0, "NoSuchOrvelClass", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                 instance, nullptr));
+}
+
+TEST(RegisteredMessages, SameNameSameNumber)
+{
+    UINT first = RegisterWindowMessageA("OrvelTestMessage");
+    EXPECT_GE(first, 0xC000u);
+    EXPECT_LE(first, 0xFFFFu);
+    EXPECT_EQ(RegisterWindowMessageA("orveltestMESSAGE"), first);
+    EXPECT_NE(RegisterWindowMessageA("OrvelTestMessage2"), first);
+    EXPECT_EQ(RegisterWindowMessageA(""), 0u);
+    EXPECT_EQ(RegisterWindowMessageA(std::string(256, 'm').c_str()), 0u);
+}
