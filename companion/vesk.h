@@ -73,8 +73,9 @@ void WINAPI PackLao(char *text);
 DWORD WINAPI ReadLaoDict(const char *fileName, DWORD dictionary);
 
 /* Is there an entry in one of the dictionaries of flags that begins with the first length bytes of
-   text or, with flag 64, that is these bytes? 0 no. Nothing behind a terminator is read. With the
-   flags 194 the result is the entry's handle for GetNewWord. */
+   text or, with flag 64, that is these bytes? Another form of a sign counts as the sign. 0 no.
+   Nothing behind a terminator is read. With the flags 194 the result is the entry's handle for
+   GetNewWord. */
 DWORD WINAPI FindWord(const char *text, DWORD length, DWORD unused, DWORD flags);
 
 /* For each dictionary asked for and loaded, the lengths of 2 to 15 bytes at which FindWord finds a
