@@ -4,6 +4,13 @@ function(orvel_exports target def)
   get_filename_component(def ${def} ABSOLUTE)
   if(WIN32)
     target_sources(${target} PRIVATE ${def})
+    get_target_property(type ${target} TYPE)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND type STREQUAL SHARED_LIBRARY)
+      add_custom_command(TARGET ${target} POST_BUILD
+        COMMAND ${CMAKE_COMMAND} -DMODULE=$<TARGET_FILE:${target}> -DDEF=${def}
+                -DLIBRARY=$<TARGET_LINKER_FILE:${target}> -DNM=${CMAKE_NM} -DDLLTOOL=${CMAKE_DLLTOOL}
+                -P ${CMAKE_SOURCE_DIR}/cmake/import_library.cmake)
+    endif()
     return()
   endif()
   file(STRINGS ${def} lines REGEX "^ +[A-Za-z_]")
