@@ -263,8 +263,7 @@ static LONG AddKeys(Session *session, const char *path)
     return code;
 }
 
-static LONG CreateKey(const char *path, REGSAM parentAccess, REGSAM access, PHKEY result,
-                      DWORD *disposition)
+static LONG CreateKey(const char *path, REGSAM access, PHKEY result, DWORD *disposition)
 {
     Session *session;
     LONG code = BeginSession(1, &session);
@@ -273,7 +272,7 @@ static LONG CreateKey(const char *path, REGSAM parentAccess, REGSAM access, PHKE
     int isThere = KeyExists(session, path);
     *disposition = isThere ? REG_OPENED_EXISTING_KEY : REG_CREATED_NEW_KEY;
     if (!isThere)
-        code = parentAccess & KEY_CREATE_SUB_KEY ? AddKeys(session, path) : ERROR_ACCESS_DENIED;
+        code = AddKeys(session, path);
     EndSession(session);
     return code == ERROR_SUCCESS ? OpenSlot(path, access, result) : code;
 }
@@ -282,18 +281,17 @@ LONG WINAPI RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR, DWOR
                             const SECURITY_ATTRIBUTES *, PHKEY result, LPDWORD disposition)
 {
     char path[kMaxKeyPath];
-    REGSAM parentAccess;
-    DWORD told = 0;
+    REGSAM ignored;  // whether a key may be made is asked of the key above, not of its handle
     if (reserved || !result)
         return ERROR_INVALID_PARAMETER;
-    LONG code = ResolveKey(key, subKey, path, &parentAccess);
+    LONG code = ResolveKey(key, subKey, path, &ignored);
     if (code != ERROR_SUCCESS)
         return code;
-    // What is there needs no change of the file, and so no right to change it.
+    // What is there needs no change of the file.
     code = RegOpenKeyExA(key, subKey, 0, access, result);
-    told = REG_OPENED_EXISTING_KEY;
+    DWORD told = REG_OPENED_EXISTING_KEY;
     if (code == ERROR_FILE_NOT_FOUND)
-        code = CreateKey(path, parentAccess, access, result, &told);
+        code = CreateKey(path, access, result, &told);
     if (code == ERROR_SUCCESS && disposition)
         *disposition = told;
     return code;

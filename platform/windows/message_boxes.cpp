@@ -1,22 +1,21 @@
-// Answers the message boxes of the calling thread. A hook sees every window that is made or
-// activated in it; a window that user32 itself runs as a dialog is a message box. Its caption, text
-// and buttons are read from the real window. A box that is never activated is found by a timer, so
-// that none can wait for a person who isn't there.
+// Answers the message boxes of the calling thread. A hook sees every dialog that is made in it;
+// while there is one, a timer looks for message boxes: it ticks in the box's own loop, when the box
+// is complete, whether it was ever activated or not. A dialog that user32 itself runs is a message
+// box. Its caption, text and buttons are read from the real window.
 #include <runtime.h>
 
 #include <string.h>
 
 constexpr int kMaxBoxText = 4096;
-constexpr UINT kTimerPeriod = 100;  // milliseconds
+constexpr UINT kTimerPeriod = 10;              // milliseconds
+constexpr char kAnswered[] = "OrvelAnswered";  // a property of boxes that have their answer
 constexpr int kTextId = 0xFFFF;
 
 struct BoxState {
     MessageBoxAnswerer answerer;
     HHOOK hook;
     UINT_PTR timer;
-    HWND answered;  // the box that has its answer and is about to go
-    char text[kMaxBoxText];
-    char caption[kMaxBoxText];
+    int dialogs;  // how many there are
 };
 static thread_local BoxState gBox;
 
@@ -37,12 +36,17 @@ static constexpr BoxButtons kBoxButtons[] = {  // those with more buttons first
 };
 // clang-format on
 
+static bool IsDialog(HWND window)
+{
+    char className[16];
+    return GetClassNameA(window, className, sizeof className) && strcmp(className, "#32770") == 0;
+}
+
 // Whether the dialog's procedure lies in user32: then nobody but MessageBox made it.
 static bool IsMessageBox(HWND window)
 {
-    char className[16];
     HMODULE module = nullptr;
-    if (!GetClassNameA(window, className, sizeof className) || strcmp(className, "#32770") != 0)
+    if (!IsDialog(window))
         return false;
     LONG_PTR procedure = GetWindowLongPtrW(window, DWLP_DLGPROC);
     const DWORD flags =
@@ -60,11 +64,20 @@ static bool HasButtons(HWND box, const BoxButtons &buttons)
     return true;
 }
 
+// The button that Enter would press: a box gives the focus to its default button.
+static int DefaultButton(HWND box)
+{
+    HWND focus = GetFocus();
+    if (focus && IsChild(box, focus))
+        return GetDlgCtrlID(focus);
+    LRESULT answer = SendMessageA(box, DM_GETDEFID, 0, 0);
+    return HIWORD(answer) == DC_HASDEFID ? LOWORD(answer) : 0;
+}
+
 // The type and the default button, as far as the box's buttons tell them.
 static UINT ReadFlags(HWND box)
 {
-    LRESULT answer = SendMessageA(box, DM_GETDEFID, 0, 0);
-    int defaultId = HIWORD(answer) == DC_HASDEFID ? LOWORD(answer) : 0;
+    int defaultId = DefaultButton(box);
     for (const BoxButtons &buttons : kBoxButtons) {
         if (!HasButtons(box, buttons))
             continue;
@@ -77,39 +90,53 @@ static UINT ReadFlags(HWND box)
     return MB_OK;
 }
 
+// The answerer may show a box itself, so the texts are this call's own.
 static void Answer(HWND box)
 {
-    if (!gBox.answerer || gBox.answered == box || !IsMessageBox(box))
-        return;
-    gBox.answered = box;
-    gBox.text[0] = gBox.caption[0] = '\0';
-    GetWindowTextA(box, gBox.caption, kMaxBoxText);
-    GetDlgItemTextA(box, kTextId, gBox.text, kMaxBoxText);
+    char text[kMaxBoxText] = "";
+    char caption[kMaxBoxText] = "";
+    SetPropA(box, kAnswered, box);
+    GetWindowTextA(box, caption, kMaxBoxText);
+    GetDlgItemTextA(box, kTextId, text, kMaxBoxText);
     HWND owner = GetWindow(box, GW_OWNER);
-    EndDialog(box, gBox.answerer(owner, gBox.text, gBox.caption, ReadFlags(box)));
+    int answer = gBox.answerer(owner, text, caption, ReadFlags(box));
+    RemovePropA(box, kAnswered);
+    EndDialog(box, answer);
 }
 
-static BOOL CALLBACK AnswerLeftOver(HWND window, LPARAM)
+static BOOL CALLBACK AnswerIfBox(HWND window, LPARAM)
 {
-    if (IsWindowVisible(window))
-        Answer(window);
-    return TRUE;
+    if (!gBox.answerer || !IsWindowVisible(window) || GetPropA(window, kAnswered) ||
+        !IsMessageBox(window))
+        return TRUE;
+    Answer(window);
+    return FALSE;
 }
 
 static void CALLBACK LookForBoxes(HWND, UINT, UINT_PTR, DWORD)
 {
-    EnumThreadWindows(GetCurrentThreadId(), AnswerLeftOver, 0);
+    EnumThreadWindows(GetCurrentThreadId(), AnswerIfBox, 0);
+}
+
+static void StopTimer()
+{
+    if (gBox.timer)
+        KillTimer(nullptr, gBox.timer);
+    gBox.timer = 0;
 }
 
 static LRESULT CALLBACK WatchWindows(int code, WPARAM wParam, LPARAM lParam)
 {
-    HWND window = (HWND)wParam;
-    if (code == HCBT_ACTIVATE)
-        Answer(window);
-    if (code == HCBT_CREATEWND && !gBox.timer)
-        gBox.timer = SetTimer(nullptr, 0, kTimerPeriod, LookForBoxes);
-    if (code == HCBT_DESTROYWND && gBox.answered == window)
-        gBox.answered = nullptr;
+    bool isDialog = (code == HCBT_CREATEWND || code == HCBT_DESTROYWND) && IsDialog((HWND)wParam);
+    if (isDialog && code == HCBT_CREATEWND) {
+        gBox.dialogs++;
+        if (!gBox.timer)
+            gBox.timer = SetTimer(nullptr, 0, kTimerPeriod, LookForBoxes);
+    }
+    if (isDialog && code == HCBT_DESTROYWND && --gBox.dialogs <= 0) {
+        gBox.dialogs = 0;
+        StopTimer();
+    }
     return CallNextHookEx(gBox.hook, code, wParam, lParam);
 }
 
@@ -117,10 +144,9 @@ static void StopWatching()
 {
     if (gBox.hook)
         UnhookWindowsHookEx(gBox.hook);
-    if (gBox.timer)
-        KillTimer(nullptr, gBox.timer);
     gBox.hook = nullptr;
-    gBox.timer = 0;
+    gBox.dialogs = 0;
+    StopTimer();
 }
 
 MessageBoxAnswerer SetMessageBoxAnswerer(MessageBoxAnswerer answerer)
