@@ -2,16 +2,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <unistd.h>
 
 #include "commands.h"
 #include "pieces.h"
+#include "runtime.h"
 #include "session.h"
-
-#ifndef O_BINARY
-constexpr int O_BINARY = 0;  // only where the C runtime knows text files
-#endif
 
 int WriteOutput(std::string_view text)
 {
@@ -72,7 +68,7 @@ static int OpenAndProcess(const std::string &name, const PartWorker &work)
 {
     if (name == "-")
         return ProcessFile(STDIN_FILENO, name, work);
-    int file = open(name.c_str(), O_RDONLY | O_BINARY);
+    int file = OpenUtf8Path(name.c_str());
     if (file < 0) {
         fprintf(stderr, "orvel: %s: %s\n", name.c_str(), strerror(errno));
         return kNotDone;

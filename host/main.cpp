@@ -1,19 +1,9 @@
 // The command orvel: the library for people and pipes. The command line is read here; each
 // subcommand has a file.
 #include <cstdio>
-#include <fcntl.h>
 
 #include "commands.h"
-
-#ifdef O_BINARY
-static void LeaveBytesAlone()
-{
-    setmode(0, O_BINARY);
-    setmode(1, O_BINARY);
-}
-#else
-static void LeaveBytesAlone() {}
-#endif
+#include "runtime.h"
 
 int main(int argc, char **argv)
 {
@@ -21,6 +11,7 @@ int main(int argc, char **argv)
     Command chosen;
     app.set_version_flag("--version", "orvel " ORVEL_VERSION);
     app.require_subcommand(1);
+    app.allow_windows_style_options(false);  // a path may begin with a slash
     app.footer("Example: orvel wrap --mark '|' letter.txt\n"
                "orvel COMMAND --help tells more. Exit status: 0 done, 1 something in the input "
                "could not be\n"
@@ -30,7 +21,8 @@ int main(int argc, char **argv)
     AddOptionsCommand(&app, &chosen);
     AddFontsCommand(&app, &chosen);
     AddDictCommand(&app, &chosen);
-    LeaveBytesAlone();
+    UseByteStreams();
+    argv = Utf8Arguments(&argc, argv);
     try {
         app.parse(argc, argv);
         return chosen ? chosen() : kWrongUsage;

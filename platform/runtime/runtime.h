@@ -29,6 +29,14 @@ int EndReplaceFile(FILE *file, const char *path, int keep);
 // whatever locale the host has set.
 int CompareNoCase(const char *left, const char *right);
 
+// For programs that take UTF-8: the arguments as such, whatever the system's code page is (valid until
+// the program ends; `given` where that is what it was given), a file opened for reading as bytes by a
+// UTF-8 path of the system's own form (a descriptor, -1 with errno set), and the standard streams as
+// bytes.
+char **Utf8Arguments(int *count, char **given);
+int OpenUtf8Path(const char *path);
+void UseByteStreams(void);
+
 // Every message box of this thread goes to the answerer instead of waiting for a person, and the
 // answerer's result is the box's. None gives the boxes back to the person (on native: to standard
 // error, each answered with its default button). The answerer gets those bits of the flags that

@@ -1,0 +1,43 @@
+// The command line as UTF-8: the C runtime gives it in the system's code page, which has no Lao.
+#include <fcntl.h>
+#include <io.h>
+#include <runtime.h>
+#include <shellapi.h>
+#include <stdlib.h>
+
+static char *Utf8Copy(const wchar_t *text)
+{
+    int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    char *copy = (char *)malloc((size_t)size);
+    if (copy)
+        WideCharToMultiByte(CP_UTF8, 0, text, -1, copy, size, nullptr, nullptr);
+    return copy;
+}
+
+char **Utf8Arguments(int *count, char **given)
+{
+    int wideCount;
+    wchar_t **wide = CommandLineToArgvW(GetCommandLineW(), &wideCount);
+    char **arguments = wide ? (char **)calloc((size_t)wideCount + 1, sizeof *arguments) : nullptr;
+    if (!arguments)
+        return given;
+    for (int i = 0; i < wideCount; i++)
+        arguments[i] = Utf8Copy(wide[i]);
+    LocalFree(wide);
+    *count = wideCount;
+    return arguments;
+}
+
+int OpenUtf8Path(const char *path)
+{
+    wchar_t wide[32768];  // no path is longer
+    if (!MultiByteToWideChar(CP_UTF8, 0, path, -1, wide, (int)(sizeof wide / sizeof *wide)))
+        return _open(path, _O_RDONLY | _O_BINARY);
+    return _wopen(wide, _O_RDONLY | _O_BINARY);
+}
+
+void UseByteStreams(void)
+{
+    _setmode(0, _O_BINARY);
+    _setmode(1, _O_BINARY);
+}
