@@ -1,6 +1,8 @@
 // Memory, modules and folders.
 #include <cstring>
 #include <gtest/gtest.h>
+#include <windows.h>
+#include <shlobj.h>
 
 #include "support/temp_folder.h"
 
@@ -180,4 +182,12 @@ TEST(Folders, TempPathEndsInABackslash)
     EXPECT_EQ(path[length - 1], '\\');
     EXPECT_EQ(GetTempPathA(length, path), length + 1);
     EXPECT_EQ(GetTempPathA(0, nullptr), length + 1);
+}
+
+TEST(Folders, SharedDataFolderIsThere)
+{
+    char path[MAX_PATH] = "#";
+    EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, path),
+              S_OK);
+    EXPECT_TRUE(GetFileAttributesA(path) & FILE_ATTRIBUTE_DIRECTORY) << path;
 }
