@@ -5,6 +5,7 @@
 
 constexpr int kUserDictionary = 4;
 constexpr int kWordSize = 256;
+constexpr size_t kLongestSought = 15;  // bytes of a word that breaks are made by
 enum AddResult { kAdded, kTooShort, kThereAlready };
 
 typedef int (*WordAction)(const CodeTrace &trace, const std::string &word);
@@ -30,13 +31,20 @@ static std::string CodeOfWord(const CodeTrace &trace, const std::string &word)
     return text.packed;
 }
 
+// Added all the same: other programs may find it.
+static int WarnOfLength(const std::string &word)
+{
+    Refuse(word, "it is added, but breaks are made by words of at most 15 signs");
+    return kDone;
+}
+
 static int AddOneWord(const CodeTrace &trace, const std::string &word)
 {
     std::string code = CodeOfWord(trace, word);
     if (code.empty())
         return Refuse(word, "a word has Lao letters alone");
     switch (AddUserWord(code.c_str())) {
-    case kAdded: return kDone;
+    case kAdded: return code.size() > kLongestSought ? WarnOfLength(word) : int(kDone);
     case kTooShort: return Refuse(word, "a word has at least two characters");
     case kThereAlready: return Refuse(word, "it is in the user dictionary already");
     default: return Refuse(word, "it could not be saved");
