@@ -166,6 +166,51 @@ int WINAPI GetLaoFontInfo(char *name, char *substitute, DWORD size, int *scale, 
  * no such code or it does not fit. */
 int WINAPI GetFontCodeName(char *buffer, DWORD size, int code);
 
+/* ---- Substitutes ----
+ * Changes are in memory until WriteFontList. */
+
+/* Name of the first font of a code: its length, 0 when there is none or it does not fit. */
+int WINAPI GetDefaultFontName(char *buffer, DWORD size, int code);
+
+/* The font that replaces a font (may be empty). 1 when copied; 0 when the font is unknown or the name does not fit.
+ * Setting cuts the substitute to 36 bytes and doesn't look at it further. */
+int WINAPI GetReplacementFontName(const char *name, char *buffer, DWORD size);
+int WINAPI SetReplacementFontName(const char *name, const char *substitute);
+
+/* The substitute's size in percent of the font's; 100 for an unknown font. Setting takes 10 to 1000: 1 set, 0 not. */
+int WINAPI GetReplacementFontSize(const char *name);
+int WINAPI SetReplacementFontSize(const char *name, int scale);
+
+/* Gives a font the substitute whose name is most like its own among the fonts of the current code (a common
+ * beginning of two letters or more, case counts), or the first of that code. 1 set; 0 when the font is unknown or
+ * the current code has no font. */
+int WINAPI UpdateReplacementFont(const char *name);
+
+/* Whether a font uses the private-use characters U+E000 to U+E01F: 1 or 0, also 0 for an unknown font. Setting: 1 set; 0
+ * when the font is unknown or isn't one of a Unicode code, which alone keep it in the list's file. */
+int WINAPI GetFontExtended(const char *name);
+int WINAPI SetFontExtended(const char *name, int extended);
+
+/* ---- Recoding and keyboards ---- */
+
+/* Copies text in the code of font to buffer, recoded to the current font code (LaoMode). 1 done, also as a plain copy
+ * where the font is unknown or has the current code; 0 when source does not fit size, buffer is then untouched. A
+ * text that outgrows size in recoding is cut. */
+int WINAPI ConvertText(const char *source, char *buffer, DWORD size, const char *font);
+
+/* The keyboard's number, which is its font code, and 16 while it is on. */
+int WINAPI GetKeybdNo(void);
+
+/* Turns keyboard `number` on (its low four bits), or off for a negative number. Always 1. */
+int WINAPI SetKeybdNo(int number);
+
+/* Turns the keyboard of a name on, which may be shortened and in any case; an empty name turns it off. 1 done; 0 for an
+ * unknown name. */
+int WINAPI SetKeyboard(const char *name);
+
+/* Turns the Lao keyboard on. The companion's result. */
+int WINAPI SetLaoDefaultKeyboard(void);
+
 /* ---- Unicode ---- */
 
 /* Internal code to 16-bit characters. characters holds, on entry, one character for each byte of text:

@@ -16,7 +16,7 @@
 #include "orvel.h"
 #include "runtime.h"
 
-enum { kLineSize = 255, kTokenSize = 64, kLeastScale = 10, kMostScale = 1000 };
+enum { kLineSize = 255, kTokenSize = 64 };
 
 static const FontRecord kDefaultRecord = {"Saysettha Lao", "", 1, 100, 0};
 

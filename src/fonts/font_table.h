@@ -11,6 +11,8 @@ enum {
     kMostFonts = 127,
     kMostFontCodes = 16,
     kFontCodeNameSize = 32,
+    kLeastScale = 10,  // of a substitute, in percent
+    kMostScale = 1000,
 };
 
 struct FontRecord {
@@ -38,6 +40,9 @@ FontRecord *FontAt(int index);
 
 // Name of the first font of a code, or none.
 const char *FirstFontOfCode(int code);
+
+// Number of leading characters in which two names agree.
+int FontPrefixLength(const char *first, const char *second, int ignoreCase);
 
 // Takes a record out of the table in memory: 1 done, 0 when there is none or it is the only one.
 int RemoveFontRecord(int index);

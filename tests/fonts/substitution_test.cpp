@@ -1,0 +1,109 @@
+// Substitutes: exact fits, fonts of one name, likeness of names, and what the list's file keeps.
+#include "fonts/font_table.h"
+#include "support/guarded.h"
+#include "support/started_library.h"
+
+class Substitution : public StartedLibrary
+{
+  protected:
+    static void Read(const std::string &content)
+    {
+        WriteDataFile("LaoFonts.dat", content);
+        gFonts.count = WORD(ReadFontList());
+    }
+    static std::string Substitute(const char *name)
+    {
+        char buffer[37] = "none";
+        return GetReplacementFontName(name, buffer, sizeof buffer) ? buffer : "unknown";
+    }
+};
+
+TEST_F(Substitution, NamesFitExactlyOrNotAtAll)
+{
+    Read("Alice,Unicode,Bob\n");
+    for (DWORD size = 0; size < 8; ++size) {
+        Guarded<char> name(size), substitute(size);
+        EXPECT_EQ(GetDefaultFontName(name.data(), size, 1), size > 5 ? 5 : 0);
+        EXPECT_EQ(GetReplacementFontName("ALICE", substitute.data(), size), size > 3);
+        EXPECT_STREQ(size > 3 ? substitute.data() : "Bob", "Bob");
+    }
+    char buffer[37];
+    EXPECT_EQ(GetDefaultFontName(buffer, sizeof buffer, 2), 0);
+    EXPECT_EQ(GetDefaultFontName(nullptr, sizeof buffer, 1), 0);
+    EXPECT_EQ(GetReplacementFontName(nullptr, buffer, sizeof buffer), 0);
+    EXPECT_EQ(GetReplacementFontName("Alice", nullptr, sizeof buffer), 0);
+}
+
+// The first record of a name whose substitute fits answers; an empty one fits too.
+TEST_F(Substitution, ALongSubstituteIsPassedOver)
+{
+    Read("A,Unicode,a long one\na,Lao95,short\n");
+    char buffer[8];
+    EXPECT_EQ(GetReplacementFontName("A", buffer, 8), 1);
+    EXPECT_STREQ(buffer, "short");
+    Read("A,Unicode\n");
+    EXPECT_EQ(GetReplacementFontName("A", buffer, 1), 1);
+    EXPECT_STREQ(buffer, "");
+}
+
+TEST_F(Substitution, SettersRefuseWhatTheyCanNotKeep)
+{
+    Read("A,Unicode,B,90,1\nB,Lao95\n");
+    std::string longName(60, 'n');
+    EXPECT_EQ(SetReplacementFontName("a", longName.c_str()), 1);
+    EXPECT_EQ(Substitute("A"), longName.substr(0, 36));
+    EXPECT_EQ(SetReplacementFontName("C", "A") + SetReplacementFontName(nullptr, "A") +
+                  SetReplacementFontName("A", nullptr),
+              0);
+    EXPECT_EQ(GetReplacementFontSize("a"), 90);
+    for (int scale : {9, 1001, 0, -1, 65536 + 100})
+        EXPECT_EQ(SetReplacementFontSize("A", scale), 0) << scale;
+    EXPECT_EQ(SetReplacementFontSize("A", 1000), 1);
+    EXPECT_EQ(GetReplacementFontSize("A"), 1000);
+    gFonts.records[0].scale = 0;
+    for (const char *name : {"A", "C", static_cast<const char *>(nullptr)})
+        EXPECT_EQ(GetReplacementFontSize(name), 100);
+    EXPECT_EQ(GetFontExtended("A"), 1);
+    EXPECT_EQ(SetFontExtended("A", 0), 1);
+    EXPECT_EQ(GetFontExtended("A") + GetFontExtended("C"), 0);
+    EXPECT_EQ(SetFontExtended("B", 1) + SetFontExtended("C", 1), 0);
+}
+
+struct LikenessRow {
+    const char *name, *chosen;
+};
+
+// The current code is 1.
+static const LikenessRow kLikenessRows[] = {
+    {"Alice0 Lao", "Alice0 Unicode"},
+    {"ALICE0 LAO", "Saysettha OT"},  // case counts: one common letter is no likeness
+    {"Al", "Alice0 Unicode"},        // two are one
+    {"Axe", "Saysettha OT"},
+    {"Say", "Saysettha OT"},
+    {"Alice0 Unicode", "Alice0 Unicode"},
+    {"Zebra", "Saysettha OT"},
+};
+
+TEST_F(Substitution, TheMostAlikeFontOfTheCurrentCodeIsChosen)
+{
+    DWORD mode = LaoMode(1, 15);
+    for (const LikenessRow &row : kLikenessRows) {
+        Read("Saysettha OT,Unicode\nAlice0 Unicode,Unicode\nAlice0 UniTwo,Unicode\n" +
+             std::string(row.name) + ",Lao95\n");
+        EXPECT_EQ(UpdateReplacementFont(row.name), 1);
+        EXPECT_EQ(Substitute(row.name), row.chosen) << row.name;
+    }
+    EXPECT_EQ(UpdateReplacementFont("not there") + UpdateReplacementFont(nullptr), 0);
+    LaoMode(6, 15);  // a code without a font
+    EXPECT_EQ(UpdateReplacementFont("Saysettha OT"), 0);
+    LaoMode(mode, 63);
+}
+
+TEST_F(Substitution, PrefixLengths)
+{
+    EXPECT_EQ(FontPrefixLength("abc", "abd", 0), 2);
+    EXPECT_EQ(FontPrefixLength("abc", "ABC", 0), 0);
+    EXPECT_EQ(FontPrefixLength("abc", "ABX", 1), 2);
+    EXPECT_EQ(FontPrefixLength("ab", "abc", 0), 2);
+    EXPECT_EQ(FontPrefixLength("", "abc", 0), 0);
+}
