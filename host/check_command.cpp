@@ -95,7 +95,7 @@ static int RunCheck(const std::vector<std::string> &files)
     if (!StartLibrary() || !PrepareTrace(&trace))
         return kNotDone;
     SetOrvelOption("d", WORD(GetOrvelOption("d") | kOldSpellings), 0);
-    return ProcessFiles(files, [&](const TextPart &part, std::string *output) {
+    return ProcessParts(files, [&](const TextPart &part, std::string *output) {
         if (!DivideLaoText(trace, part.text, kInsertBoth, &text))
             return int(kNotDone);
         return ReportChunks(trace, text, {part.line, part.column, 0, 0}, output);

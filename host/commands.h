@@ -16,6 +16,10 @@ void AddCheckCommand(CLI::App *app, Command *chosen);
 void AddOptionsCommand(CLI::App *app, Command *chosen);
 void AddFontsCommand(CLI::App *app, Command *chosen);
 void AddDictCommand(CLI::App *app, Command *chosen);
+void AddSortCommand(CLI::App *app, Command *chosen);
+void AddRomanizeCommand(CLI::App *app, Command *chosen);
+void AddEmailCommand(CLI::App *app, Command *chosen);
+void AddRecodeCommand(CLI::App *app, Command *chosen);
 
 enum ExitStatus { kDone = 0, kNotDone = 1, kWrongUsage = 2 };
 
@@ -28,11 +32,14 @@ struct TextPart {
 // Handles one part: appends to the output, gives a status.
 typedef std::function<int(const TextPart &part, std::string *output)> PartWorker;
 
-// Runs a worker over all files, "-" and no file at all being standard input, and writes what it
-// gives to standard output. A part in which the library shows a message is done again line by line,
-// so that the message can name its line. The worst status of all; a file that can't be read is told
-// and is 1.
-int ProcessFiles(const std::vector<std::string> &files, const PartWorker &work);
+// Run a worker over all files, "-" and no file at all being standard input, and write what it gives
+// to standard output. The worst status of all; a file that can't be read is told and is 1. Messages
+// of the library name file and line. ProcessParts hands over many lines at once; where the library
+// shows a message it does the part again line by line, so its worker must give the same for the
+// same text. ProcessLines hands over each line with its end; of one that is longer than a part the
+// column tells which piece it is.
+int ProcessParts(const std::vector<std::string> &files, const PartWorker &work);
+int ProcessLines(const std::vector<std::string> &files, const PartWorker &work);
 
 // Writes to standard output: 0, or 1 with a message when not all could be written.
 int WriteOutput(std::string_view text);

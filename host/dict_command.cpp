@@ -105,29 +105,15 @@ static std::string_view TrimLine(std::string_view line)
     return line.substr(start, line.find_last_not_of(" \t\r\n") + 1 - start);
 }
 
-static int ImportLines(const CodeTrace &trace, const TextPart &part)
-{
-    int worst = kDone;
-    gMessages.line = part.line;
-    for (std::string_view left = part.text; !left.empty(); ++gMessages.line) {
-        size_t end = left.find('\n');
-        std::string_view line = left.substr(0, end == left.npos ? end : end + 1);
-        std::string_view word = TrimLine(line);
-        if (!word.empty())
-            worst = std::max(worst, AddOneWord(trace, std::string(word)));
-        left.remove_prefix(line.size());
-    }
-    gMessages.line = 0;
-    return worst;
-}
-
 static int ImportWords(const std::string &file)
 {
     CodeTrace trace;
     if (!StartLibrary() || !PrepareTrace(&trace))
         return kNotDone;
-    int status = ProcessFiles(
-        {file}, [&](const TextPart &part, std::string *) { return ImportLines(trace, part); });
+    int status = ProcessLines({file}, [&](const TextPart &line, std::string *) {
+        std::string_view word = TrimLine(line.text);
+        return word.empty() ? int(kDone) : AddOneWord(trace, std::string(word));
+    });
     if (CountUserWords() > 0)
         SwitchDictionaryOn();
     return status;

@@ -18,7 +18,7 @@ int WriteOutput(std::string_view text)
     return kNotDone;
 }
 
-static int ProcessLines(TextPart part, const PartWorker &work, std::string *output)
+static int WorkByLine(TextPart part, const PartWorker &work, std::string *output)
 {
     int worst = kDone;
     for (std::string_view left = part.text; !left.empty(); left.remove_prefix(part.text.size())) {
@@ -33,17 +33,16 @@ static int ProcessLines(TextPart part, const PartWorker &work, std::string *outp
     return worst;
 }
 
-static int ProcessPart(const TextPart &part, const PartWorker &work, std::string *output)
+static int WorkByPart(const TextPart &part, const PartWorker &work, std::string *output)
 {
     size_t messages = gMessages.count;
-    output->clear();
     gMessages.heldBack = true;
     int status = work(part, output);
     gMessages.heldBack = false;
     if (gMessages.count == messages)
         return status;
     output->clear();
-    ProcessLines(part, work, output);
+    WorkByLine(part, work, output);
     return kNotDone;
 }
 
@@ -54,7 +53,8 @@ static int ProcessFile(int file, const std::string &name, const PartWorker &work
     int worst = kDone;
     gMessages.file = name;
     for (std::string_view piece; !(piece = ReadPiece(&reader)).empty();) {
-        worst = std::max(worst, ProcessPart({piece, reader.line, reader.column}, work, &output));
+        output.clear();
+        worst = std::max(worst, work({piece, reader.line, reader.column}, &output));
         if (WriteOutput(output))
             return kNotDone;
     }
@@ -78,7 +78,7 @@ static int OpenAndProcess(const std::string &name, const PartWorker &work)
     return status;
 }
 
-int ProcessFiles(const std::vector<std::string> &files, const PartWorker &work)
+static int ProcessFiles(const std::vector<std::string> &files, const PartWorker &work)
 {
     if (files.empty())
         return OpenAndProcess("-", work);
@@ -86,4 +86,18 @@ int ProcessFiles(const std::vector<std::string> &files, const PartWorker &work)
     for (const std::string &name : files)
         worst = std::max(worst, OpenAndProcess(name, work));
     return worst;
+}
+
+int ProcessParts(const std::vector<std::string> &files, const PartWorker &work)
+{
+    return ProcessFiles(files, [&](const TextPart &part, std::string *output) {
+        return WorkByPart(part, work, output);
+    });
+}
+
+int ProcessLines(const std::vector<std::string> &files, const PartWorker &work)
+{
+    return ProcessFiles(files, [&](const TextPart &part, std::string *output) {
+        return WorkByLine(part, work, output);
+    });
 }

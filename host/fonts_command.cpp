@@ -1,35 +1,17 @@
 // orvel fonts: the list of registered Lao fonts.
 #include "commands.h"
+#include "font_codes.h"
 #include "session.h"
 
 #include "orvel.h"
 
-constexpr int kNameSize = 37, kCodeNameSize = 32, kMostCodes = 16;
+constexpr int kNameSize = 37;
 
 struct FontSettings {
-    std::string name, substitute, code = "Unicode";
+    std::string name, substitute, code = "Unicode", extended;
     int scale = 100;
-    bool isPrivate = false;
+    bool isPrivate = false, setsSubstitute = false, setsScale = false;
 };
-
-static std::string CodeName(int code)
-{
-    char name[kCodeNameSize];
-    return GetFontCodeName(name, sizeof name, code) ? name : std::to_string(code);
-}
-
-// A code by its number or by the companion's name for it; -1 when there is none such.
-static int FindCode(const std::string &text)
-{
-    for (int code = 0; code < kMostCodes; ++code) {
-        char name[kCodeNameSize];
-        bool exists = GetFontCodeName(name, sizeof name, code);
-        if (exists && (text == std::to_string(code) ||
-                       CLI::detail::to_lower(text) == CLI::detail::to_lower(name)))
-            return code;
-    }
-    return -1;
-}
 
 static int ListFonts()
 {
@@ -42,8 +24,8 @@ static int ListFonts()
         int code = GetLaoFontInfo(name, substitute, sizeof name, &scale, number);
         if (code < 0)
             return WriteOutput(text);
-        text += std::string(name) + "\t" + CodeName(code) + "\t" + substitute + "\t" +
-                std::to_string(scale) + "\n";
+        text += std::string(name) + "\t" + FontCodeName(code) + "\t" + substitute + "\t" +
+                std::to_string(scale) + (GetFontExtended(name) ? "\textended\n" : "\n");
     }
 }
 
@@ -65,7 +47,7 @@ static int AddFont(const FontSettings &font)
         return Refuse("a font's name has 1 to 36 bytes and no comma", kWrongUsage);
     if (!StartLibrary())
         return kNotDone;
-    int code = FindCode(font.code);
+    int code = FindFontCode(font.code);
     if (code < 0)
         return Refuse("there is no font code \"" + font.code + "\"", kWrongUsage);
     if (FontIndex(font.name.c_str()) >= 0)
@@ -90,15 +72,51 @@ static int RemoveFont(const std::string &name)
                   kNotDone);
 }
 
+static bool ChangeFont(const FontSettings &font)
+{
+    const char *name = font.name.c_str();
+    bool done = !font.setsSubstitute || SetReplacementFontName(name, font.substitute.c_str());
+    done = done && (!font.setsScale || SetReplacementFontSize(name, font.scale));
+    return done && (font.extended.empty() || SetFontExtended(name, font.extended == "yes"));
+}
+
+static int SetFont(const FontSettings &font)
+{
+    if (!CanBeStored(font.substitute))
+        return Refuse("a font's name has 1 to 36 bytes and no comma", kWrongUsage);
+    if (!StartLibrary())
+        return kNotDone;
+    if (FontIndex(font.name.c_str()) < 0)
+        return Refuse("\"" + font.name + "\" isn't registered", kNotDone);
+    if (!font.substitute.empty() && FontIndex(font.substitute.c_str()) < 0)
+        return Refuse("the substitute \"" + font.substitute + "\" isn't registered", kNotDone);
+    if (!ChangeFont(font))
+        return Refuse("only fonts of the Unicode code have private-use characters", kNotDone);
+    return WriteFontList() ? kDone : kNotDone;
+}
+
+static int ShowDefault(const std::string &codeName)
+{
+    char name[kNameSize];
+    if (!StartLibrary())
+        return kNotDone;
+    int code = FindFontCode(codeName);
+    if (code < 0)
+        return Refuse("there is no font code \"" + codeName + "\"", kWrongUsage);
+    if (!GetDefaultFontName(name, sizeof name, code))
+        return Refuse("no font of the code " + FontCodeName(code) + " is registered", kNotDone);
+    return WriteOutput(std::string(name) + "\n");
+}
+
 void AddFontsCommand(CLI::App *app, Command *chosen)
 {
     auto font = std::make_shared<FontSettings>();
-    CLI::App *fonts = app->add_subcommand("fonts", "list, add or remove registered Lao fonts");
+    CLI::App *fonts = app->add_subcommand("fonts", "list and change the registered Lao fonts");
     fonts->require_subcommand(1);
     fonts->footer("Example: orvel fonts add \"Alice_0\" --code Lao95");
 
-    CLI::App *list =
-        fonts->add_subcommand("list", "name, font code, substitute, scale; tabs between");
+    CLI::App *list = fonts->add_subcommand(
+        "list", "name, font code, substitute, scale and \"extended\"; tabs between");
     list->footer("Example: orvel fonts list");
     list->callback([=] { *chosen = ListFonts; });
 
@@ -117,4 +135,24 @@ void AddFontsCommand(CLI::App *app, Command *chosen)
     remove->add_option("name", font->name, "the font's name")->required();
     remove->footer("Example: orvel fonts remove \"Alice_0\"");
     remove->callback([=] { *chosen = [=] { return RemoveFont(font->name); }; });
+
+    CLI::App *set = fonts->add_subcommand("set", "change a font's substitute, scale or characters");
+    set->add_option("name", font->name, "the font's name")->required();
+    set->add_option("--substitute", font->substitute, "the font that replaces it; \"\" for none");
+    set->add_option("--scale", font->scale, "the substitute's size in percent")
+        ->check(CLI::Range(10, 1000));
+    set->add_option("--extended", font->extended,
+                    "yes or no: whether it has the private-use characters")
+        ->check(CLI::IsMember({"yes", "no"}));
+    set->footer("Example: orvel fonts set \"Alice_0\" --substitute \"Saysettha OT\" --scale 90");
+    set->callback([=] {
+        font->setsSubstitute = set->count("--substitute") > 0;
+        font->setsScale = set->count("--scale") > 0;
+        *chosen = [=] { return SetFont(*font); };
+    });
+
+    CLI::App *standard = fonts->add_subcommand("default", "the first font of a font code");
+    standard->add_option("code", font->code, "the code, by name or number")->required();
+    standard->footer("Example: orvel fonts default Lao2000");
+    standard->callback([=] { *chosen = [=] { return ShowDefault(font->code); }; });
 }

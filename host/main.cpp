@@ -21,6 +21,7 @@ int main(int argc, char **argv)
     AddOptionsCommand(&app, &chosen);
     AddFontsCommand(&app, &chosen);
     AddDictCommand(&app, &chosen);
+    AddRecodeCommand(&app, &chosen);
     UseByteStreams();
     argv = Utf8Arguments(&argc, argv);
     try {

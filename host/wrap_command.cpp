@@ -23,7 +23,7 @@ static int RunWrap(const WrapSettings &settings)
     if (!StartLibrary() || !PrepareTrace(&trace))
         return kNotDone;
     DWORD flags = kInsert | kModes.at(settings.by);
-    return ProcessFiles(settings.files, [&](const TextPart &part, std::string *output) {
+    return ProcessParts(settings.files, [&](const TextPart &part, std::string *output) {
         if (DivideLaoText(trace, part.text, flags, &text)) {
             AppendMarked(text, settings.mark, output);
             return kDone;

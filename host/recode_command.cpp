@@ -1,0 +1,160 @@
+// orvel recode: text between the encodings of the old fonts, and UTF-8.
+#include <algorithm>
+#include <cstring>
+
+#include "commands.h"
+#include "font_codes.h"
+#include "lao_text.h"
+#include "session.h"
+#include "utf8.h"
+
+#include "orvel.h"
+
+constexpr int kUtf8 = -2;      // as a code of the command line
+constexpr size_t kGrowth = 3;  // bytes that one byte can become in any code
+constexpr WCHAR kReplacement = '?';
+constexpr uint8_t kNoBreakSpace = 160;
+
+struct Recoder {
+    CodeTrace trace;
+    int from, to;
+    size_t lost;  // bytes or characters without a place
+};
+
+// The next character of UTF-8 as one unit; what is above U+FFFF or no UTF-8 has no place in any
+// code.
+static WCHAR TakeCharacter(std::string_view *text)
+{
+    size_t size = CharacterSize(*text);
+    const char *bytes = text->data();
+    unsigned character = uint8_t(bytes[0]);
+    if (size > 1) {
+        character &= 0x7Fu >> size;
+        for (size_t i = 1; i < size; ++i)
+            character = character << 6 | (uint8_t(bytes[i]) & 63u);
+    } else if (character >= 0x80) {
+        character = 0xFFFF;
+    }
+    text->remove_prefix(size);
+    return WCHAR(character > 0xFFFF ? 0xFFFF : character);
+}
+
+static std::string CodeFromUtf8(Recoder *recoder, std::string_view text)
+{
+    std::vector<WCHAR> characters;
+    std::string code;
+    while (!text.empty()) {
+        characters.push_back(TakeCharacter(&text));
+        code += characters.back() == 0xA0 ? char(kNoBreakSpace) : '?';
+        recoder->lost -= characters.back() == '?';
+    }
+    int length = UnicodeToLao(characters.data(), code.data(), DWORD(code.size() + 1),
+                              recoder->trace.font.index);
+    code.resize(size_t(std::max(length, 0)));
+    recoder->lost += size_t(std::count(code.begin(), code.end(), '?'));
+    return code;
+}
+
+static std::string Utf8FromInternal(Recoder *recoder, const std::string &code)
+{
+    std::vector<WCHAR> characters(2 * code.size() + 1);
+    for (size_t i = 0; i < code.size(); ++i) {
+        uint8_t byte = uint8_t(code[i]);
+        characters[i] = byte < 0x80 ? WCHAR(byte) : byte == 0x8C ? WCHAR('-') : kReplacement;
+    }
+    int count = LaoToUnicode(code.c_str(), characters.data(), DWORD(characters.size()),
+                             recoder->trace.font.index);
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        AppendUtf8(&text, char16_t(characters[size_t(i)]));
+    recoder->lost += size_t(std::count(text.begin(), text.end(), '?') -
+                            std::count(code.begin(), code.end(), '?'));
+    return text;
+}
+
+// In place of RecodeString: with room, and what turned into "?" is counted.
+static std::string RecodeWhole(Recoder *recoder, const std::string &text, int code)
+{
+    std::vector<char> buffer(kGrowth * text.size() + 1);
+    memcpy(buffer.data(), text.c_str(), text.size() + 1);
+    RecodeString(buffer.data(), DWORD(buffer.size()), code);
+    std::string recoded = buffer.data();
+    recoder->lost += size_t(std::count(recoded.begin(), recoded.end(), '?') -
+                            std::count(text.begin(), text.end(), '?'));
+    return recoded;
+}
+
+static std::string RecodeText(Recoder *recoder, std::string_view text)
+{
+    if (recoder->from == recoder->to)
+        return std::string(text);
+    std::string code = recoder->from == kUtf8
+                           ? CodeFromUtf8(recoder, text)
+                           : RecodeWhole(recoder, std::string(text), recoder->from);
+    PackLao(code.data());
+    code.resize(strlen(code.c_str()));
+    return recoder->to == kUtf8 ? Utf8FromInternal(recoder, code)
+                                : RecodeWhole(recoder, code, -recoder->to);
+}
+
+// A NUL ends a text of the library, so it stands between texts.
+static void RecodePart(Recoder *recoder, std::string_view part, std::string *output)
+{
+    for (;;) {
+        size_t end = part.find('\0');
+        *output += RecodeText(recoder, part.substr(0, end));
+        if (end == part.npos)
+            return;
+        *output += '\0';
+        part.remove_prefix(end + 1);
+    }
+}
+
+static bool ReadCode(const std::string &name, int *code)
+{
+    *code = CLI::detail::to_lower(name) == "utf-8" ? kUtf8 : FindFontCode(name);
+    if (*code < 0 && *code != kUtf8)
+        *code = FontType(name.c_str());
+    if (*code >= 0 || *code == kUtf8)
+        return true;
+    fprintf(stderr, "orvel: there is no font code or font \"%s\"; the codes are: UTF-8%s\n",
+            name.c_str(), ListFontCodes().c_str());
+    return false;
+}
+
+static int RunRecode(const std::string &from, const std::string &to,
+                     const std::vector<std::string> &files)
+{
+    Recoder recoder = {};
+    if (!StartLibrary() || !PrepareTrace(&recoder.trace))
+        return kNotDone;
+    if (!ReadCode(from, &recoder.from) || !ReadCode(to, &recoder.to))
+        return kWrongUsage;
+    int worst = ProcessParts(files, [&](const TextPart &part, std::string *output) {
+        RecodePart(&recoder, part.text, output);
+        return int(kDone);
+    });
+    if (!recoder.lost)
+        return worst;
+    fprintf(stderr, "orvel: %zu characters have no place in %s and became \"?\"\n", recoder.lost,
+            to.c_str());
+    return kNotDone;
+}
+
+void AddRecodeCommand(CLI::App *app, Command *chosen)
+{
+    auto from = std::make_shared<std::string>(), to = std::make_shared<std::string>();
+    auto files = std::make_shared<std::vector<std::string>>();
+    CLI::App *recode =
+        app->add_subcommand("recode", "recode text between the encodings of old fonts and UTF-8");
+    recode
+        ->add_option("--from", *from,
+                     "a font code's name or number, a registered font's name, or UTF-8")
+        ->required();
+    recode->add_option("--to", *to, "the same")->required();
+    recode->add_option("files", *files, "files; none or - reads standard input");
+    recode->footer(
+        "What has no place becomes \"?\" and is counted on standard error; exit status 1 then.\n"
+        "Example: orvel recode --from Lao2000 --to UTF-8 old.txt");
+    recode->callback([=] { *chosen = [=] { return RunRecode(*from, *to, *files); }; });
+}
