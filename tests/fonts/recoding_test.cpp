@@ -49,6 +49,36 @@ TEST_F(Recoding, TextGoesThereAndBack)
     }
 }
 
+static std::string Meaning(const std::string &text, int code)
+{
+    return TextOfCode(Convert(text, code, 0));
+}
+
+// The real hyphen has no byte of its own in some codes, and the other codes of three letters become
+// their main form.
+static bool HasOneMeaning(const std::string &text, int code)
+{
+    return Convert(text, code, 0).find_first_of("\x8C\xAC\xB6\xB7") == std::string::npos;
+}
+
+// A byte that another code has a place for means the same when it has gone there and back.
+TEST_F(Recoding, EveryByteThatTwoCodesShareComesBack)
+{
+    for (int from = 0; from < 7; ++from)
+        for (int to = 0; to < 7; ++to)
+            for (int byte = 32; byte < 256; ++byte) {
+                std::string source(1, char(byte));
+                std::string there = Convert(source, from, to);
+                if (byte == '?' || there.find('?') != std::string::npos ||
+                    !HasOneMeaning(source, from))
+                    continue;
+                EXPECT_EQ(Meaning(there, to), Meaning(source, from))
+                    << from << " to " << to << ": " << byte;
+                EXPECT_EQ(Meaning(Convert(there, to, from), from), Meaning(source, from))
+                    << from << " to " << to << " and back: " << byte;
+            }
+}
+
 TEST_F(Recoding, EqualCodesAndUnknownFontsGiveAPlainCopy)
 {
     const std::string unpacked = "\xA1\xF2\xFA";
