@@ -2,7 +2,6 @@
 // counts as loaded, so that the question that comes with every run of text touches no file system.
 #include "dictionary.h"
 #include "dictionary_file.h"
-#include "user_words.h"
 #include <runtime.h>
 
 struct DictionaryName {
@@ -77,7 +76,7 @@ DWORD WINAPI ReadLaoDict(const char *fileName, DWORD dictionary)
     return count < 0xFFFF ? count : 0xFFFF;
 }
 
-DWORD WINAPI UnloadDictionaries(void)
+void ForgetDictionaries(void)
 {
     for (Dictionary &dictionary : gDictionaries.dictionaries) {
         FreeWordList(&dictionary.list);
@@ -85,7 +84,5 @@ DWORD WINAPI UnloadDictionaries(void)
         dictionary.isLoaded = dictionary.isTrieStale = false;
         ++dictionary.revision;
     }
-    ForgetUserOrder();
     ++gDictionaries.generation;
-    return 1;
 }

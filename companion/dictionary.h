@@ -27,6 +27,9 @@ Dictionary *DictionaryOfBit(DWORD bit);
 // The name of a dictionary's file.
 const char *DictionaryFileName(DWORD bit);
 
+// Frees all of them; handles given so far are worth nothing any more.
+void ForgetDictionaries(void);
+
 // Builds the trie of a list that has changed; many additions in a row so cost one build.
 void RebuildTrie(Dictionary *dictionary);
 

@@ -1,6 +1,8 @@
 // The module's entry and its mode word: font code in bits 0 to 3, Lao keyboard in bit 4. The word
 // is one for the process and lasts as long as the module is loaded.
 #include "module.h"
+#include "dictionary.h"
+#include "user_words.h"
 #include "vesk.h"
 
 constexpr DWORD kKeyboardBit = 16;
@@ -23,6 +25,13 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
 HINSTANCE ModuleInstance(void)
 {
     return gModule.instance;
+}
+
+DWORD WINAPI UnloadDictionaries(void)
+{
+    ForgetUserOrder();
+    ForgetDictionaries();
+    return 1;
 }
 
 DWORD WINAPI LaoMode(DWORD value, DWORD mask)
