@@ -1,5 +1,5 @@
-// Files that the library, its companion and the layer read: the list of fonts, the dictionaries, the registry. The first
-// byte says which one the rest becomes.
+// Files that the library, its companion and the layer read: the list of fonts, the dictionaries,
+// the registry. The first byte says which one the rest becomes.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -16,7 +16,8 @@ static void ReadFonts()
     char name[37], substitute[37];
     int count = ReadFontList();
     Require(count >= 1 && count <= 127, "the table holds 1 to 127 fonts");
-    for (int number = 1; GetLaoFontInfo(name, substitute, sizeof name, nullptr, number) >= 0; ++number)
+    for (int number = 1; GetLaoFontInfo(name, substitute, sizeof name, nullptr, number) >= 0;
+         ++number)
         Require(FontIndex(name) >= 0, "every font is found by its name");
 }
 
@@ -37,8 +38,9 @@ static void ReadRegistry()
     Require(SetOrvelOption("b", 4, 1) == 1, "a damaged registry can be written");
 }
 
-static const HostileFile kFiles[] = {
-    {"Orvel/LaoFonts.dat", ReadFonts}, {"Orvel/UserDict.dat", ReadWords}, {"orvel/registry", ReadRegistry}};
+static const HostileFile kFiles[] = {{"Orvel/LaoFonts.dat", ReadFonts},
+                                     {"Orvel/UserDict.dat", ReadWords},
+                                     {"orvel/registry", ReadRegistry}};
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

@@ -1,5 +1,5 @@
-// The road of the command: bytes of any kind come out as they came but for the marks, and marked text is marked the
-// same again.
+// The road of the command: bytes of any kind come out as they came but for the marks, and marked
+// text is marked the same again.
 #include "start.h"
 #include "utf8.h"
 

@@ -1,4 +1,5 @@
-// What the fuzz targets share: a started library with folders of its own, and a check that stops the run.
+// What the fuzz targets share: a started library with folders of its own, and a check that stops
+// the run.
 #pragma once
 
 #include "lao_text.h"

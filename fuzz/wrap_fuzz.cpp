@@ -1,5 +1,5 @@
-// The exports on buffers of every size: nothing is written behind them (the sanitizer sees it), results are
-// terminated, and with an unknown font the text stays.
+// The exports on buffers of every size: nothing is written behind them (the sanitizer sees it),
+// results are terminated, and with an unknown font the text stays.
 #include <cstring>
 #include <vector>
 

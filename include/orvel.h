@@ -11,9 +11,9 @@
  *   size           capacity of the caller's buffer in bytes, terminator included, unless a
  *                  description gives another unit. Nothing is written behind it.
  *
- * Results: 1 done, 0 not done, -1 no such font, or a length, as each description says. What the user
- * must see is shown in a message box by the library itself; the caller sees only the 0. A pointer
- * that is null where a text or a buffer is needed gives 0 (-1 in the Unicode operations).
+ * Results: 1 done, 0 not done, -1 no such font, or a length, as each description says. What the
+ * user must see is shown in a message box by the library itself; the caller sees only the 0. A
+ * pointer that is null where a text or a buffer is needed gives 0 (-1 in the Unicode operations).
  *
  * All state is process-wide and belongs to one thread, the host's. Call Initialize first; before it
  * no font is known, and the text operations leave all text as it came.
@@ -32,9 +32,9 @@ extern "C" {
 /* Entry point of the library: reason 1 attaches, 0 detaches, all others do nothing. Always 1. */
 int WINAPI LibMain(HINSTANCE instance, DWORD reason, void *reserved);
 
-/* Starts the library: binds the companion module Vesk.dll from the install folder (only while a window
- * of the class "KerrinDLL" exists), loads the options and the list of fonts. 1 when it is started, also
- * when it was before; 0 when it isn't, and a later call tries again. */
+/* Starts the library: binds the companion module Vesk.dll from the install folder (only while a
+ * window of the class "KerrinDLL" exists), loads the options and the list of fonts. 1 when it is
+ * started, also when it was before; 0 when it isn't, and a later call tries again. */
 int WINAPI Initialize(void);
 
 /* Kept for old hosts: does nothing. */
@@ -42,27 +42,28 @@ void WINAPI SetLaoDefaultFont(const char *name);
 
 /* ---- Companion module ---- */
 
-/* Replaces the bits of the companion's mode word under mask by those of value; the word from before.
- * Bits 0 to 3: current font code; bit 4: Lao keyboard on. LaoMode(0, 0) only reads. 0 when unbound. */
+/* Replaces the bits of the companion's mode word under mask by those of value; the word from
+ * before. Bits 0 to 3: current font code; bit 4: Lao keyboard on. LaoMode(0, 0) only reads. 0 when
+ * unbound. */
 DWORD WINAPI LaoMode(DWORD value, DWORD mask);
 
 /* Turns the Lao keyboard on (value 1). The companion's result; 0 when unbound. */
 int WINAPI LaoOn(int value);
 
-/* Copies word `number` (from 1, in the companion's order) of a dictionary (4: user) to the buffer, in
- * the internal code. Nonzero when a word was stored. */
+/* Copies word `number` (from 1, in the companion's order) of a dictionary (4: user) to the buffer,
+ * in the internal code. Nonzero when a word was stored. */
 int WINAPI GetWord(char *buffer, DWORD size, int number, int dictionary);
 
 /* Copies the modern spelling that belongs to the handle of an old one. Nonzero when stored. */
 int WINAPI GetNewWord(char *buffer, DWORD size, int handle);
 
-/* Normalises internal-code text in place: joins a vowel sign and its tone mark, and AM written in two
- * signs. Never lengthens. */
+/* Normalises internal-code text in place: joins a vowel sign and its tone mark, and AM written in
+ * two signs. Never lengthens. */
 void WINAPI PackLao(char *text);
 
-/* Recodes text in place. Positive code: from that font code to the internal code; negative: from the
- * internal code to font code -code. Nonzero when done; 0 when the text did not fit `size` (it is then cut,
- * terminated) or without a companion. */
+/* Recodes text in place. Positive code: from that font code to the internal code; negative: from
+ * the internal code to font code -code. Nonzero when done; 0 when the text did not fit `size` (it
+ * is then cut, terminated) or without a companion. */
 int WINAPI RecodeString(char *text, DWORD size, int code);
 
 /* Shows the companion's about box. */
@@ -74,12 +75,12 @@ void WINAPI ShowAbout(HWND ignored, int value);
  * Its length; 0 when it is unknown or does not fit. */
 int WINAPI GetOrvelAppDir(char *buffer, DWORD size);
 
-/* Copies the data folder: the common application data folder and "Orvel"; it is created. Its length; 0
- * when there is none or it does not fit. */
+/* Copies the data folder: the common application data folder and "Orvel"; it is created. Its
+ * length; 0 when there is none or it does not fit. */
 int WINAPI GetOrvelDataDir(char *buffer, DWORD size);
 
-/* A message box. Without an owner it is task modal and comes to the foreground; without a caption it
- * has "Orvel". Result and flags as MessageBoxA. */
+/* A message box. Without an owner it is task modal and comes to the foreground; without a caption
+ * it has "Orvel". Result and flags as MessageBoxA. */
 int WINAPI OrvelMsg(HWND window, const char *text, const char *caption, UINT flags);
 
 /* Moves a window to the middle of the screen and makes it topmost. Nonzero when moved. */
@@ -93,18 +94,21 @@ int WINAPI IsLaoCode(int code);
 
 /* ---- Breaks ---- */
 
-/* Copies source, a text in the code of font, to buffer with an invisible break mark at each boundary
- * inside a run of Lao. Old marks are taken out, signs are normalised.
- *   flags bits 0 and 1: 0 only takes marks out, 1 to 3 inserts them;
- *   flags bits 2 and 3: 4 syllables, 8 dictionary words, 12 both, 0 as the option "b" says.
- * The length of source must be below size (a message says so otherwise), and size bounds the result.
- * An unknown font means text that isn't Lao: buffer holds source as it is, result 1. 1 done, 0 failed. */
+/* Copies source, a text in the code of font, to buffer with an invisible break mark at each
+ * boundary inside a run of Lao. Old marks are taken out, signs are normalised.
+ * - flags bits 0 and 1: 0 only takes marks out, 1 to 3 inserts them;
+ * - flags bits 2 and 3: 4 syllables, 8 dictionary words, 12 both, 0 as the option "b" says.
+ *
+ * The length of source must be below size (a message says so otherwise), and size bounds the
+ * result. An unknown font means text that isn't Lao: buffer holds source as it is, result 1. 1
+ * done, 0 failed. */
 int WINAPI WrapText(const char *source, char *buffer, DWORD size, const char *font, DWORD flags);
 
 /* As WrapText, and tells in side what starts at each byte of the text in the internal code, marks
- * included (with a font of code 0 or 1: of the result): 0 nothing, 1 a syllable that no dictionary knows,
- * 2, 3, 4 a word of the main, the user, the old spellings dictionary, 5 a stretch that can't be divided. The
- * first chunk of a run shows only 4 and 5. side needs `size` bytes and gets no terminator. */
+ * included (with a font of code 0 or 1: of the result): 0 nothing, 1 a syllable that no dictionary
+ * knows, 2, 3, 4 a word of the main, the user, the old spellings dictionary, 5 a stretch that can't
+ * be divided. The first chunk of a run shows only 4 and 5. side needs `size` bytes and gets no
+ * terminator. */
 int WINAPI WrapLaoEx(const char *source, char *buffer, BYTE *side, DWORD size, const char *font,
                      DWORD flags);
 
@@ -114,56 +118,61 @@ int WINAPI SetBreakBuf(BYTE *side);
 /* The byte that stands for an invisible break in text of the font's code; 0 for an unknown font. */
 int WINAPI GetBreakChar(const char *font);
 
-/* 1 when word, a whole word in the internal code, is an old spelling: buffer then holds the modern one. */
+/* 1 when word, a whole word in the internal code, is an old spelling: buffer then holds the modern
+ * one. */
 int WINAPI FindOldWord(const char *word, char *buffer, DWORD size);
 
 /* ---- User dictionary ---- */
 
-/* Loads the user's words and gives their number; GetWord(…, 4) lists them by it. 0 without a companion. */
+/* Loads the user's words and gives their number; GetWord(…, 4) lists them by it. 0 without a
+ * companion. */
 int WINAPI CountUserWords(void);
 
-/* Adds a word in the internal code: 0 added, 1 shorter than two bytes, 2 already there, other values: it
- * could not be saved. */
+/* Adds a word in the internal code: 0 added, 1 shorter than two bytes, 2 already there, other
+ * values: it could not be saved. */
 int WINAPI AddUserWord(const char *word);
 
-/* Removes a word in the internal code: 0 removed, other values: it isn't there or could not be saved. */
+/* Removes a word in the internal code: 0 removed, other values: it isn't there or could not be
+ * saved. */
 int WINAPI DeleteUserWord(const char *word);
 
 /* ---- Fonts ---- */
 
-/* Reads LaoFonts.dat of the data folder into the table of fonts; without the file one default font stands
- * there. The number of records; 0 before Initialize. */
+/* Reads LaoFonts.dat of the data folder into the table of fonts; without the file one default font
+ * stands there. The number of records; 0 before Initialize. */
 int WINAPI ReadFontList(void);
 
-/* Writes the table to LaoFonts.dat, beside the old file and renamed over it. 1 when written; 0 with a
- * message when not, and the old file stands. */
+/* Writes the table to LaoFonts.dat, beside the old file and renamed over it. 1 when written; 0 with
+ * a message when not, and the old file stands. */
 int WINAPI WriteFontList(void);
 
-/* Adds a font: name and substitute (may be null) cut to 36 bytes, its font code, the substitute's size in
- * percent (below 1: 100), and whether it uses the private-use characters. A substitute that isn't
- * registered becomes the first font of the current code. 1 when added and written; 0 when refused (table
- * full at 127, name empty or there already, no such font code) or not written. */
+/* Adds a font: name and substitute (may be null) cut to 36 bytes, its font code, the substitute's
+ * size in percent (below 1: 100), and whether it uses the private-use characters. A substitute that
+ * isn't registered becomes the first font of the current code. 1 when added and written; 0 when
+ * refused (table full at 127, name empty or there already, no such font code) or not written. */
 int WINAPI AddFontToList(const char *name, const char *substitute, WORD code, short scale,
                          WORD extended);
 
-/* Takes a font out of the table and writes the list. 1 done; 0 when the name is unknown, it is the only
- * font, or the list could not be written (the font stays). */
+/* Takes a font out of the table and writes the list. 1 done; 0 when the name is unknown, it is the
+ * only font, or the list could not be written (the font stays). */
 int WINAPI RemoveFontFromList(const char *name);
 
-/* Index of a font from 0, and its font code; -1 when it isn't registered. Names are compared without
- * regard to case. LaoFontType and OldFontType are FontType under old names; ThaiFontType gives 0. */
+/* Index of a font from 0, and its font code; -1 when it isn't registered. Names are compared
+ * without regard to case. LaoFontType and OldFontType are FontType under old names; ThaiFontType
+ * gives 0. */
 int WINAPI FontIndex(const char *name);
 int WINAPI FontType(const char *name);
 int WINAPI LaoFontType(const char *name);
 int WINAPI OldFontType(const char *name);
 int WINAPI ThaiFontType(const char *name);
 
-/* Record `number` (from 1): name and substitute, each cut or zero-filled to exactly `size` bytes (37 hold
- * any), the scale in percent where scale isn't null. Result the font code, -1 behind the last. */
+/* Record `number` (from 1): name and substitute, each cut or zero-filled to exactly `size` bytes
+ * (37 hold any), the scale in percent where scale isn't null. Result the font code, -1 behind the
+ * last. */
 int WINAPI GetLaoFontInfo(char *name, char *substitute, DWORD size, int *scale, int number);
 
-/* Copies the companion's name of a font code, as in "Unicode" (at most 31 bytes). Its length; 0 when there is
- * no such code or it does not fit. */
+/* Copies the companion's name of a font code, as in "Unicode" (at most 31 bytes). Its length; 0
+ * when there is no such code or it does not fit. */
 int WINAPI GetFontCodeName(char *buffer, DWORD size, int code);
 
 /* ---- Substitutes ----
@@ -172,30 +181,32 @@ int WINAPI GetFontCodeName(char *buffer, DWORD size, int code);
 /* Name of the first font of a code: its length, 0 when there is none or it does not fit. */
 int WINAPI GetDefaultFontName(char *buffer, DWORD size, int code);
 
-/* The font that replaces a font (may be empty). 1 when copied; 0 when the font is unknown or the name does not fit.
- * Setting cuts the substitute to 36 bytes and doesn't look at it further. */
+/* The font that replaces a font (may be empty). 1 when copied; 0 when the font is unknown or the
+ * name does not fit. Setting cuts the substitute to 36 bytes and doesn't look at it further. */
 int WINAPI GetReplacementFontName(const char *name, char *buffer, DWORD size);
 int WINAPI SetReplacementFontName(const char *name, const char *substitute);
 
-/* The substitute's size in percent of the font's; 100 for an unknown font. Setting takes 10 to 1000: 1 set, 0 not. */
+/* The substitute's size in percent of the font's; 100 for an unknown font. Setting takes 10 to
+ * 1000: 1 set, 0 not. */
 int WINAPI GetReplacementFontSize(const char *name);
 int WINAPI SetReplacementFontSize(const char *name, int scale);
 
-/* Gives a font the substitute whose name is most like its own among the fonts of the current code (a common
- * beginning of two letters or more, case counts), or the first of that code. 1 set; 0 when the font is unknown or
- * the current code has no font. */
+/* Gives a font the substitute whose name is most like its own among the fonts of the current code
+ * (a common beginning of two letters or more, case counts), or the first of that code. 1 set; 0
+ * when the font is unknown or the current code has no font. */
 int WINAPI UpdateReplacementFont(const char *name);
 
-/* Whether a font uses the private-use characters U+E000 to U+E01F: 1 or 0, also 0 for an unknown font. Setting: 1 set; 0
- * when the font is unknown or isn't one of a Unicode code, which alone keep it in the list's file. */
+/* Whether a font uses the private-use characters U+E000 to U+E01F: 1 or 0, also 0 for an unknown
+ * font. Setting: 1 set; 0 when the font is unknown or isn't one of a Unicode code, which alone keep
+ * it in the list's file. */
 int WINAPI GetFontExtended(const char *name);
 int WINAPI SetFontExtended(const char *name, int extended);
 
 /* ---- Recoding and keyboards ---- */
 
-/* Copies text in the code of font to buffer, recoded to the current font code (LaoMode). 1 done, also as a plain copy
- * where the font is unknown or has the current code; 0 when source does not fit size, buffer is then untouched. A
- * text that outgrows size in recoding is cut. */
+/* Copies text in the code of font to buffer, recoded to the current font code (LaoMode). 1 done,
+ * also as a plain copy where the font is unknown or has the current code; 0 when source does not
+ * fit size, buffer is then untouched. A text that outgrows size in recoding is cut. */
 int WINAPI ConvertText(const char *source, char *buffer, DWORD size, const char *font);
 
 /* The keyboard's number, which is its font code, and 16 while it is on. */
@@ -204,8 +215,8 @@ int WINAPI GetKeybdNo(void);
 /* Turns keyboard `number` on (its low four bits), or off for a negative number. Always 1. */
 int WINAPI SetKeybdNo(int number);
 
-/* Turns the keyboard of a name on, which may be shortened and in any case; an empty name turns it off. 1 done; 0 for an
- * unknown name. */
+/* Turns the keyboard of a name on, which may be shortened and in any case; an empty name turns it
+ * off. 1 done; 0 for an unknown name. */
 int WINAPI SetKeyboard(const char *name);
 
 /* Turns the Lao keyboard on. The companion's result. */
@@ -213,23 +224,23 @@ int WINAPI SetLaoDefaultKeyboard(void);
 
 /* ---- Unicode ---- */
 
-/* Internal code to 16-bit characters. characters holds, on entry, one character for each byte of text:
- * what to keep where a byte has no character of its own (all of ASCII but the break mark). capacity counts
- * characters. The number written, without a terminator; -1 when they do not fit. */
+/* Internal code to 16-bit characters. characters holds, on entry, one character for each byte of
+ * text: what to keep where a byte has no character of its own (all of ASCII but the break mark).
+ * capacity counts characters. The number written, without a terminator; -1 when they do not fit. */
 int WINAPI LaoToUnicode(const char *text, WCHAR *characters, DWORD capacity, int font);
 
-/* 16-bit characters to internal code. text holds, on entry, one byte for each character: what to keep
- * where a character has no code; its length sets their number. capacity counts bytes. The length after
- * PackLao; -1 when the text's length isn't below capacity. */
+/* 16-bit characters to internal code. text holds, on entry, one byte for each character: what to
+ * keep where a character has no code; its length sets their number. capacity counts bytes. The
+ * length after PackLao; -1 when the text's length isn't below capacity. */
 int WINAPI UnicodeToLao(const WCHAR *characters, char *text, DWORD capacity, int font);
 
 /* ---- Options ---- */
 
-/* Options by letter, in either case: b breaks (4 syllables, 8 words, 12 both), d dictionaries (1 main,
- * 2 old spellings, 4 user), o old spellings (0 keep, 1 ask, 2 change), r romanized breaks (0, 31, 32), s
- * sort order (0 vowels last, 1 natural), c font substitution (0 auto, 1 user), f, i, e (hosts' own).
- * GetOrvelOption gives 0 for an unknown letter. SetOrvelOption: 1 set, and saved when save isn't 0;
- * 0 for an unknown letter or when it could not be saved. */
+/* Options by letter, in either case: b breaks (4 syllables, 8 words, 12 both), d dictionaries (1
+ * main, 2 old spellings, 4 user), o old spellings (0 keep, 1 ask, 2 change), r romanized breaks (0,
+ * 31, 32), s sort order (0 vowels last, 1 natural), c font substitution (0 auto, 1 user), f, i, e
+ * (hosts' own). GetOrvelOption gives 0 for an unknown letter. SetOrvelOption: 1 set, and saved when
+ * save isn't 0; 0 for an unknown letter or when it could not be saved. */
 WORD WINAPI GetOrvelOption(const char *key);
 int WINAPI SetOrvelOption(const char *key, WORD value, int save);
 
