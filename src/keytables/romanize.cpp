@@ -1,0 +1,61 @@
+// Romanization: Lao text in Latin letters.
+#include <cstring>
+
+#include "frame/companion.h"
+#include "frame/records.h"
+#include "frame/strings.h"
+#include "keytables/builtin_tables.h"
+#include "keytables/control_file.h"
+#include "keytables/convert.h"
+#include "keytables/work_table.h"
+#include "orvel.h"
+
+enum : uint8_t { kNoSeparator = 0, kHiddenSeparator = 31, kBlankSeparator = 32 };
+
+struct RomanState {
+    WorkTable work;
+};
+static RomanState gRoman = {{{"Empty", {}, {}, 0, 0, kRomanTable, {}}, {}}};
+
+static void FillRomanTable()
+{
+    if (FillWorkTable(&gRoman.work, &kBuiltInRomanTable))
+        SetRomanFontName("Arial");
+}
+
+// A control file may rule the separator; else the option does, at each call.
+static void ChooseSeparator(KeyTable *table)
+{
+    if (table->separator == kNoSeparator || table->separator == kHiddenSeparator ||
+        table->separator == kBlankSeparator)
+        table->separator = uint8_t(gProcess.options->romanBreak);
+}
+
+int WINAPI Romanize(const char *text, char *output, DWORD size, const char *font)
+{
+    if (!text || !output || strlen(text) >= size)
+        return 0;
+    memmove(output, text, strlen(text) + 1);
+    FillRomanTable();
+    int code = FontType(font);
+    if (code < 0)
+        return 1;  // not Lao text
+    ChooseSeparator(&gRoman.work.table);
+    RecodeString(output, size, code);
+    PackLao(output);
+    return ConvertByKeyTable(output, size, &gRoman.work.table);
+}
+
+// The empty text loads the table, so that a bad file is told now.
+int WINAPI SetRomanKey(char *file)
+{
+    char output[4];
+    NameControlFile(&gRoman.work, file);
+    return Romanize("", output, sizeof output, "Arial");
+}
+
+void WINAPI GetRomanFont(char *buffer, DWORD size)
+{
+    if (buffer && size)
+        CopyCut(buffer, size, RomanFontName());
+}

@@ -1,0 +1,27 @@
+// Filling of work tables.
+#include "keytables/work_table.h"
+
+#include <cstring>
+
+#include "frame/strings.h"
+#include "runtime.h"
+
+void NameControlFile(WorkTable *work, char *file)
+{
+    CopyCut(work->table.name, sizeof work->table.name, kUnloadedName);
+    work->fileName[0] = 0;
+    if (!file || !*TrimSpaces(file))
+        return;
+    if (!CopyWhole(work->fileName, sizeof work->fileName, file))
+        TellMissingControlFile();
+}
+
+int FillWorkTable(WorkTable *work, const KeyTable *builtIn)
+{
+    if (CompareNoCase(work->table.name, kUnloadedName))
+        return 0;
+    if (work->fileName[0] && LoadControlFile(&work->table, work->fileName, builtIn->type))
+        return 0;
+    work->table = *builtIn;
+    return 1;
+}
