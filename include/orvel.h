@@ -226,44 +226,45 @@ int WINAPI SetLaoDefaultKeyboard(void);
  * Both work with a table: the built-in one, or a control file of the data folder
  * (docs/control-files.md). Text is in the code of font. */
 
-/* The control file for sort keys, a plain file name; null or an empty name means the built-in table.
- * file is trimmed in place. The file is read at once: one that is missing or bad shows a message, and
- * the built-in table is used. 1 done, whichever table it became. */
+/* The control file for sort keys, a plain file name; null or an empty name means the built-in
+ * table. file is trimmed in place. The file is read at once: one that is missing or bad shows a
+ * message, and the built-in table is used. 1 done, whichever table it became. */
 int WINAPI SetSortKey(char *file);
 
-/* Writes the sort key of text: "##" and digits that, compared as bytes, put Lao in its order (option
- * "s"). Other bytes pass through. Text longer than size less 3 is cut. With the built-in table a
- * syllable takes eight bytes. 1 done, also for an unknown font ("##" and the text as it is); 0 when
- * size is below 8, or with a message when the key needs more than size less 2 bytes (what fitted
- * stands there). */
+/* Writes the sort key of text: "##" and digits that, compared as bytes, put Lao in its order
+ * (option "s"). Other bytes pass through. Text longer than size less 3 is cut. With the built-in
+ * table a syllable takes eight bytes. 1 done, also for an unknown font ("##" and the text as it
+ * is); 0 when size is below 8, or with a message when the key needs more than size less 2 bytes
+ * (what fitted stands there). */
 int WINAPI SortString(const char *text, char *key, DWORD size, const char *font);
 
 /* The control file for romanization, as SetSortKey has it. */
 int WINAPI SetRomanKey(char *file);
 
-/* Copies the name of the font in which romanized text is to be shown, cut to size: "Arial", or what a
- * control file says. */
+/* Copies the name of the font in which romanized text is to be shown, cut to size: "Arial", or
+ * what a control file says. */
 void WINAPI GetRomanFont(char *buffer, DWORD size);
 
 /* Writes text in Latin letters, with the byte of option "r" between words (option "b" with 8) or
  * syllables (without). A repeat sign gives the last syllable again, also that of the call before;
- * where there is none of two letters or more it gives "(rep.)". An ellipsis gives "(etc.)". 1 done,
- * also as a plain copy for an unknown font; 0 when text does not fit size, or with a message when the
- * result needs more than size less 2 bytes (what fitted stands there). */
+ * where there is none of two letters or more it gives "(rep.)". An ellipsis gives "(etc.)". 1
+ * done, also as a plain copy for an unknown font; 0 when text does not fit size, or with a
+ * message when the result needs more than size less 2 bytes (what fitted stands there). */
 int WINAPI Romanize(const char *text, char *output, DWORD size, const char *font);
 
 /* ---- E-mail coding ----
- * Lao as ASCII: a syllable in letters with its tone as a digit, "-" between syllables, Latin passages
- * between [ and ], "#" the repeat sign, "&" the ellipsis. state is the caller's: 0 at the start of a
- * document, then what the call before left (1 inside of brackets); coding and decoding each need
- * their own. */
+ * Lao as ASCII: a syllable in letters with its tone as a digit, "-" between syllables, Latin
+ * passages between [ and ], "#" the repeat sign, "&" the ellipsis. state is the caller's: 0 at
+ * the start of a document, then what the call before left (1 inside of brackets); coding and
+ * decoding each need their own. */
 
-/* Codes text, which is in the code of font. 1 done, also as a plain copy for an unknown font; 0 when
- * text does not fit size, or with a message when the result needs more than size less 2 bytes. */
+/* Codes text, which is in the code of font. 1 done, also as a plain copy for an unknown font; 0
+ * when text does not fit size, or with a message when the result needs more than size less 2
+ * bytes. */
 int WINAPI EncodeEmail(const char *text, char *output, DWORD size, const char *font, DWORD *state);
 
-/* Decodes text to the internal code, breaks as break marks; font is not looked at. 1 done; 0 when text
- * does not fit size (output is untouched) or the result doesn't (it is cut). */
+/* Decodes text to the internal code, breaks as break marks; font is not looked at. 1 done; 0 when
+ * text does not fit size (output is untouched) or the result doesn't (it is cut). */
 int WINAPI DecodeEmail(const char *text, char *output, DWORD size, const char *font, DWORD *state);
 
 /* ---- Unicode ---- */
