@@ -1,0 +1,321 @@
+// Style tracking. The order of the search for a font is that of word processors of the format's
+// time: what a run says itself, its style, its paragraph's style, the paragraph's own fonts, the
+// style "Normal".
+#include "xmlconv/styles.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+
+#include "frame/strings.h"
+#include "runtime.h"
+#include "xmlconv/report.h"
+
+enum { kFirstCapacity = 256 };
+
+StyleState gStyles = {.table = nullptr,
+                      .capacity = kFirstCapacity,
+                      .last = -1,
+                      .normal = nullptr,
+                      .paragraph = nullptr,
+                      .run = nullptr,
+                      .paragraphFonts = {},
+                      .runFonts = {},
+                      .activeParagraphFonts = nullptr,
+                      .activeRunFonts = nullptr};
+
+int StartStyles()
+{
+    int capacity = gStyles.capacity;
+    FreeStyles();
+    gStyles = {};
+    gStyles.last = -1;
+    gStyles.capacity = capacity;
+    gStyles.table = static_cast<StyleRecord *>(calloc(size_t(capacity), sizeof(StyleRecord)));
+    return gStyles.table != nullptr;
+}
+
+void FreeStyles()
+{
+    for (int i = 0; i <= gStyles.last; ++i)
+        free(gStyles.table[i].fonts);
+    free(gStyles.table);
+    gStyles.table = nullptr;
+    gStyles.last = -1;
+}
+
+StyleRecord *FindStyle(const char *name)
+{
+    if (!name || !*name)
+        return nullptr;
+    for (int i = 0; i <= gStyles.last; ++i)
+        if (CompareNoCase(gStyles.table[i].name, name) == 0)
+            return &gStyles.table[i];
+    return nullptr;
+}
+
+static StyleRecord *LastStyle()
+{
+    return gStyles.last < 0 ? nullptr : &gStyles.table[gStyles.last];
+}
+
+// The value of an attribute, none when the tag lacks it or it has none.
+static const char *ValueOf(TagRecord *tag, const char *name)
+{
+    const TagAttribute *attribute = FindTagAttribute(tag, name);
+    return attribute ? attribute->value : nullptr;
+}
+
+struct NamedNumber {
+    const char *name;
+    int number;
+};
+
+// The number of an attribute's value in a table, or what is there already.
+static int NumberOf(TagRecord *tag, const char *name, const NamedNumber *rows, size_t count,
+                    int standard)
+{
+    const TagAttribute *attribute = FindTagAttribute(tag, name);
+    for (size_t i = 0; attribute && i < count; ++i)
+        if (AttributeValueIs(attribute, rows[i].name))
+            return rows[i].number;
+    return standard;
+}
+
+constexpr NamedNumber kStyleTypes[] = {{"paragraph", kParagraphStyle},
+                                       {"character", kCharacterStyle},
+                                       {"list", kListStyle},
+                                       {"table", kTableStyle}};
+
+static int AddStyle(TagRecord *tag)
+{
+    if (!tag->parent || !TagNameIs(tag->parent, "w:styles"))
+        return 1;
+    if (gStyles.last >= gStyles.capacity - 1) {
+        gReport.restart = kStylesFull;
+        return 0;
+    }
+    StyleRecord *style = &gStyles.table[++gStyles.last];
+    const TagAttribute *id = FindTagAttribute(tag, "w:styleid");
+    if (id && id->value)
+        CopyCut(style->name, sizeof style->name, id->value);
+    if (id && AttributeValueIs(id, "Normal"))
+        gStyles.normal = style;
+    style->type =
+        StyleType(NumberOf(tag, "w:type", kStyleTypes, std::size(kStyleTypes), kParagraphStyle));
+    return 1;
+}
+
+static int SetBasedOnName(TagRecord *tag)
+{
+    StyleRecord *style = LastStyle();
+    const char *value = ValueOf(tag, "w:val");
+    if (style && value && tag->parent && TagNameIs(tag->parent, "w:style"))
+        CopyCut(style->basedOnName, sizeof style->basedOnName, value);
+    return 1;
+}
+
+constexpr NamedNumber kHints[] = {
+    {"ascii", kAsciiHint}, {"h-ansi", kAsciiHint}, {"fareast", kFarEastHint}, {"cs", kComplexHint}};
+
+struct FontSlot {
+    const char *attribute;
+    int slot, hint;
+};
+constexpr FontSlot kFontSlots[] = {{"w:ascii", 0, kAsciiHint},
+                                   {"w:fareast", 1, kFarEastHint},
+                                   {"w:h-ansi", 3, kAsciiHint},
+                                   {"w:cs", 2, kComplexHint}};
+enum { kAsciiSlot = 0, kComplexSlot = 2 };
+
+static void ApplyFontName(const TagAttribute &attribute, RunFontBlock *block)
+{
+    for (const FontSlot &row : kFontSlots) {
+        if (!attribute.value || !AttributeNameIs(&attribute, row.attribute))
+            continue;
+        CopyCut(block->names[row.slot], kFontNameSlot, attribute.value);
+        if (block->hint == kNoHint)
+            block->hint = row.hint;
+    }
+}
+
+// The block goes on holding legacy names, since the text that follows is in their code; the tag
+// gets a name for complex script beside a legacy one, which is renamed with the others when it is
+// written.
+static int ApplyFontsTag(TagRecord *tag, RunFontBlock *block)
+{
+    block->hint = NumberOf(tag, "w:hint", kHints, std::size(kHints), block->hint);
+    for (int i = 0; i < tag->attributeCount; ++i)
+        ApplyFontName(tag->attributes[i], block);
+    block->isSet = true;
+    const char *ascii = block->names[kAsciiSlot];
+    if (!FindFontMapEntry(ascii) || FindTagAttribute(tag, "w:cs"))
+        return 1;
+    if (!AddTagAttribute(tag, "w:cs", ascii))
+        return 0;
+    CopyCut(block->names[kComplexSlot], kFontNameSlot, ascii);
+    return 1;
+}
+
+static int ApplyToStyle(TagRecord *tag)
+{
+    StyleRecord *style = LastStyle();
+    if (!style)
+        return 1;
+    if (!style->fonts) {
+        style->fonts = static_cast<RunFontBlock *>(calloc(1, sizeof(RunFontBlock)));
+        if (!style->fonts)
+            return SetConversionError(0, 506);
+        style->fonts->hint = kNoHint;
+    }
+    return ApplyFontsTag(tag, style->fonts) ? 1 : SetConversionError(0, 509);
+}
+
+static int ApplyToParagraph(TagRecord *tag)
+{
+    gStyles.activeParagraphFonts = &gStyles.paragraphFonts;
+    return ApplyFontsTag(tag, &gStyles.paragraphFonts) ? 1 : SetConversionError(0, 514);
+}
+
+static int ApplyToRun(TagRecord *tag)
+{
+    gStyles.activeRunFonts = &gStyles.runFonts;
+    return ApplyFontsTag(tag, &gStyles.runFonts) ? 1 : SetConversionError(0, 519);
+}
+
+static int Ignore(TagRecord *)
+{
+    return 1;
+}
+
+struct TagWork {
+    const char *name;
+    int (*work)(TagRecord *tag);
+};
+
+// Whom the fonts of a w:rPr belong to.
+constexpr TagWork kFontOwners[] = {
+    {"w:style", ApplyToStyle}, {"w:pPr", ApplyToParagraph}, {"w:r", ApplyToRun}, {"w:lvl", Ignore}};
+
+static int TrackFontsTag(TagRecord *tag)
+{
+    TagRecord *parent = tag->parent, *grandparent = parent ? parent->parent : nullptr;
+    if (!grandparent)
+        return 1;
+    if (TagNameIs(parent, "w:rPr"))
+        for (const TagWork &owner : kFontOwners)
+            if (TagNameIs(grandparent, owner.name))
+                return owner.work(tag);
+    AddConversionNote("unprocessed %s tag,child of %s,of %s", tag->name, parent->name,
+                      grandparent->name);
+    return 1;
+}
+
+// The style that a tag names, where it stands in parent and grandparent.
+static void SetStyle(TagRecord *tag, const char *parent, const char *grandparent,
+                     StyleRecord **style)
+{
+    const TagRecord *above = tag->parent, *top = above ? above->parent : nullptr;
+    const char *value = ValueOf(tag, "w:val");
+    if (top && value && CompareNoCase(above->name, parent) == 0 &&
+        CompareNoCase(top->name, grandparent) == 0)
+        *style = FindStyle(value);
+}
+
+static int SetParagraphStyle(TagRecord *tag)
+{
+    SetStyle(tag, "w:pPr", "w:p", &gStyles.paragraph);
+    return 1;
+}
+
+static int SetRunStyle(TagRecord *tag)
+{
+    SetStyle(tag, "w:rPr", "w:r", &gStyles.run);
+    return 1;
+}
+
+static int ResetRunState(TagRecord *)
+{
+    gStyles.activeRunFonts = nullptr;
+    gStyles.run = nullptr;
+    return 1;
+}
+
+static int ResetParagraphState(TagRecord *tag)
+{
+    gStyles.activeParagraphFonts = nullptr;
+    gStyles.paragraph = nullptr;
+    return ResetRunState(tag);
+}
+
+// The style sheet is read to its end now, so that a base may stand behind its style.
+static int LinkStyles(TagRecord *)
+{
+    for (int i = 0; i <= gStyles.last; ++i)
+        gStyles.table[i].basedOn = FindStyle(gStyles.table[i].basedOnName);
+    return 1;
+}
+
+constexpr TagWork kTracked[] = {
+    {"w:style", AddStyle},           {"w:basedOn", SetBasedOnName}, {"w:rFonts", TrackFontsTag},
+    {"w:pStyle", SetParagraphStyle}, {"w:p", ResetParagraphState},  {"w:pPr", ResetParagraphState},
+    {"w:r", ResetRunState},          {"w:rPr", ResetRunState},      {"w:rStyle", SetRunStyle},
+    {"w:body", LinkStyles},
+};
+
+int TrackTag(TagRecord *tag)
+{
+    for (const TagWork &row : kTracked)
+        if (TagNameIs(tag, row.name))
+            return row.work(tag);
+    return 1;
+}
+
+static const char *FontOfBlock(const RunFontBlock &block)
+{
+    return block.names[block.hint];
+}
+
+// The font of a style or the nearest of its bases that has one. A ring of bases ends after as many
+// steps as there are styles; a block that names no font is none.
+static const char *FontOfChain(const StyleRecord *style)
+{
+    for (int steps = 0; style && steps <= gStyles.last; ++steps, style = style->basedOn)
+        if (style->fonts && style->fonts->hint != kNoHint)
+            return FontOfBlock(*style->fonts);
+    return nullptr;
+}
+
+const char *StyleFontName(const StyleRecord *runStyle, const StyleRecord *paragraphStyle)
+{
+    const char *font = FontOfChain(runStyle);
+    if (font || !paragraphStyle)
+        return font;
+    if (paragraphStyle != gStyles.normal)
+        font = FontOfChain(paragraphStyle);
+    if (font || !gStyles.normal)
+        return font;
+    const RunFontBlock *block = gStyles.normal->fonts;
+    return block && block->hint != kNoHint ? FontOfBlock(*block) : nullptr;
+}
+
+const char *ResolveTextFont()
+{
+    if (gStyles.activeRunFonts)
+        return FontOfBlock(*gStyles.activeRunFonts);
+    if (gStyles.run)
+        return StyleFontName(gStyles.run, gStyles.paragraph);
+    if (gStyles.paragraph)
+        return StyleFontName(nullptr, gStyles.paragraph);
+    if (gStyles.activeParagraphFonts)
+        return FontOfBlock(*gStyles.activeParagraphFonts);
+    return StyleFontName(nullptr, gStyles.normal);
+}
+
+long ConvertTextIfLegacy(const TagRecord *tag, const TextRoom &room, size_t length)
+{
+    if (!tag || CompareNoCase(tag->name, "w:t") != 0)
+        return long(length);
+    const FontMapEntry *entry = FindFontMapEntry(ResolveTextFont());
+    return entry ? ConvertTextNode(room, length, *entry) : long(length);
+}

@@ -1,0 +1,164 @@
+// The font map and its file, and text of each kind of legacy font through the pipeline.
+#include "xmlconv/font_map.h"
+
+#include "support/guarded.h"
+#include "support/started_library.h"
+#include "xmlconv/translate.h"
+
+class ConverterFonts : public StartedLibrary
+{
+  protected:
+    void TearDown() override
+    {
+        RemoveDataFile("FontList.ini");
+        FreeFontMap();
+        StartedLibrary::TearDown();
+    }
+    static std::string Find(const char *name)
+    {
+        const FontMapEntry *entry = FindFontMapEntry(name);
+        return entry ? std::to_string(entry->conversionType) + " " + entry->unicodeName : "none";
+    }
+};
+
+TEST_F(ConverterFonts, NothingIsFoundOutsideOfAConversion)
+{
+    EXPECT_EQ(Find("Saysettha Lao"), "none");
+    EXPECT_EQ(LoadFontMap(), 38);
+    EXPECT_EQ(Find("SAYSETTHA LAO"), "0 Saysettha OT");
+    EXPECT_EQ(Find("xayawath"), "5 Saysettha OT");
+    EXPECT_EQ(Find("Arial") + Find("") + Find(nullptr), "nonenonenone");
+}
+
+struct MapRow {
+    std::string file;
+    int count;
+    std::string name, found;
+};
+
+static const std::string k70(70, 'n'), k63(63, 'n');
+static const MapRow kMapRows[] = {
+    {"My Font,3,My Unicode\n", 1, "my font", "3 My Unicode"},
+    {"My Font,3,My Unicode", 1, "Saysettha Lao", "none"},
+    {" My Font ,, 3 ,My Unicode\t, rest\r\n", 1, "My Font", "3 My Unicode"},
+    {",A,x,B\n", 1, "A", "0 B"},
+    {"A,1,B\nA,2,C\n", 2, "a", "1 B"},
+    {"; a comment\n\nA,1\n", 38, "Saysettha Lao", "0 Saysettha OT"},
+    {"", 38, "Saysettha Lao", "0 Saysettha OT"},
+    {k70 + ",1," + k70 + "\n", 1, k63, "1 " + k63},
+    {"A,99999999999,B\n", 1, "A", std::to_string(int(strtol("99999999999", nullptr, 10))) + " B"},
+};
+
+TEST_F(ConverterFonts, LinesOfTheFile)
+{
+    for (const MapRow &row : kMapRows) {
+        WriteDataFile("FontList.ini", row.file);
+        EXPECT_EQ(LoadFontMap(), row.count) << row.file;
+        EXPECT_EQ(Find(row.name.c_str()), row.found) << row.file;
+    }
+}
+
+TEST_F(ConverterFonts, HostileFilesGiveAMapAllTheSame)
+{
+    std::string many;
+    for (int i = 0; i < 5000; ++i)
+        many += "Font " + std::to_string(i) + ",1,Unicode\n";
+    for (const std::string &content :
+         {std::string(1 << 20, ','), std::string(1 << 20, 'x'), std::string(5000, '\0'), many}) {
+        WriteDataFile("FontList.ini", content);
+        EXPECT_GE(LoadFontMap(), 38);
+    }
+    EXPECT_EQ(Find("Font 4999"), "1 Unicode");
+}
+
+struct RenameRow {
+    const char *source, *attribute, *written;
+};
+
+static const RenameRow kRenameRows[] = {
+    {"<w:rFonts w:ascii=\"alice_0\">", "w:ascii", "Alice0 Unicode"},
+    {"<W:RFONTS W:CS=\"alice_0\">", "w:cs", "Alice0 Unicode"},
+    {"<wx:font wx:val=\"alice_0\">", "wx:val", "Alice0 Unicode"},
+    {"<w:font w:name=\"alice_0\">", "w:name", "Alice0 Unicode"},
+    {"<w:font w:name=\"Arial\">", "w:name", "Arial"},
+    {"<w:font w:other=\"alice_0\">", "w:other", "alice_0"},
+    {"<w:t w:name=\"alice_0\">", "w:name", "alice_0"},
+};
+
+TEST_F(ConverterFonts, NamesAreReplacedWhereTheyNameFonts)
+{
+    LoadFontMap();
+    for (const RenameRow &row : kRenameRows) {
+        TagRecord *tag = ParseTag(row.source);
+        ASSERT_TRUE(tag);
+        TagAttribute *attribute = FindTagAttribute(tag, row.attribute);
+        EXPECT_STREQ(RenameFontAttribute(tag, attribute, attribute->value), row.written)
+            << row.source;
+        FreeTag(tag);
+    }
+}
+
+// ---- text ----
+
+static std::string Convert(const std::string &text, int type, size_t size = 1000)
+{
+    Guarded<char> room(size);
+    Guarded<WCHAR> wide(size);
+    FontMapEntry entry = {"", type, ""};
+    if (text.size() > size)
+        return "-";
+    memcpy(room.data(), text.data(), text.size());
+    long length = ConvertTextNode({room.data(), wide.data(), size}, text.size(), entry);
+    return length < 0 ? std::to_string(length) : std::string(room.data(), size_t(length));
+}
+
+struct TextRow {
+    int type;
+    const char *text, *converted;
+};
+
+static const TextRow kTextRows[] = {
+    {0, "¡", "ກ"},                                 // 0xA1
+    {0, "a-b", "a​b"},                           // the hyphen's byte is a break
+    {0, "Œ", "-"},                                 // and 0x8C the hyphen
+    {0, "Ω", "O"},                                 // the code page's best fit
+    {0, "ⓐ日", "​​"},  {1, "¡-–", "ກ-​"},  // 0x96 is the break
+    {2, "À", "ກ"},         {2, "ÀÏ&amp;x", "ກຜ&amp;x"},
+    {2, "¢", "?"},         {3, "d", "ກ"},
+    {3, "d\tdé", "ກ\tກ?"}, {3, "&amp;", nullptr},  // references are letters like others
+    {4, "¡a", "ກa"},       {-1, "¡a", "ກa"},
+    {0, "Ò", "ໍ່"},   // two signs in one byte
+    {1, "Ç", "Ç"},  // no sign: the byte itself
+};
+
+TEST_F(ConverterFonts, TextOfEachType)
+{
+    for (const TextRow &row : kTextRows) {
+        std::string converted = Convert(row.text, row.type);
+        if (row.converted)
+            EXPECT_EQ(converted, row.converted) << row.type << " " << row.text;
+        else
+            EXPECT_NE(converted, row.text);
+    }
+}
+
+// Every room from nothing up: converted whole, or told to be too long, and nothing behind the room
+// is touched.
+TEST_F(ConverterFonts, TextStaysInItsRoom)
+{
+    const std::string text = "¡Ò-¡Ò", whole = Convert(text, 0);
+    ASSERT_EQ(whole, "ກໍ່​ກໍ່");
+    for (size_t size = 0; size < 40; ++size) {
+        std::string converted = Convert(text, 0, size);
+        EXPECT_EQ(converted, size < text.size() ? "-" : size < whole.size() ? "-1" : whole) << size;
+    }
+}
+
+TEST_F(ConverterFonts, BytesOfAnyKindDoNoHarm)
+{
+    std::string bytes;
+    for (int i = 0; i < 5000; ++i)
+        bytes += char(i * 7 + i / 256);
+    for (int type = -1; type < 7; ++type)
+        EXPECT_GT(Convert(bytes, type, 40000).size(), 1000u) << type;
+}
