@@ -122,7 +122,7 @@ int WINAPI RemoveFontFromList(const char *name)
 
 int WINAPI GetLaoFontInfo(char *name, char *substitute, DWORD size, int *scale, int number)
 {
-    const FontRecord *record = FontAt(number - 1);
+    const FontRecord *record = number > 0 ? FontAt(number - 1) : nullptr;
     if (!record || !name || !substitute)
         return -1;
     strncpy(name, record->name, size);

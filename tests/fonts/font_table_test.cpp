@@ -1,6 +1,7 @@
 // The table of fonts and its file: what is read from good, odd and hostile lines, what is written
 // back, limits and refusals.
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <filesystem>
 
@@ -130,6 +131,17 @@ TEST_F(Fonts, WhatIsWrittenIsReadBackTheSame)
     EXPECT_EQ(again, "A,Unicode,,100,0\nAlice_0,Lao95,a,90\nSaysettha OT,Unicode,A,100,1\n");
 }
 
+// The count is the table's, whatever a host reads again.
+TEST_F(Fonts, ReadingAgainKeepsTheCount)
+{
+    Read("A,Unicode\nB,Unicode\n");
+    WriteDataFile("LaoFonts.dat", "C,Unicode\nD,Unicode\nE,Unicode\n");
+    EXPECT_EQ(ReadFontList(), 3);
+    EXPECT_EQ(gFonts.count, 2);
+    EXPECT_EQ(FontIndex("D"), 1);
+    EXPECT_EQ(FontIndex("E"), -1);
+}
+
 struct RefusedRow {
     const char *name;
     WORD code;
@@ -145,6 +157,17 @@ TEST_F(Fonts, AddRefuses)
     EXPECT_EQ(RemoveFontFromList("Alice"), 0);  // the only one
     EXPECT_EQ(RemoveFontFromList("B"), 0);
     EXPECT_EQ(RemoveFontRecord(-1) + RemoveFontRecord(1), 0);
+}
+
+TEST_F(Fonts, AFontWithoutANameStaysInMemory)
+{
+    Read("A,Unicode,,100,0\n");
+    EXPECT_EQ(AddFontToList("", "", 3, 100, 0), 1);
+    EXPECT_EQ(FontType(""), 3);
+    EXPECT_EQ(AddFontToList("", "", 3, 100, 0), 0);
+    std::string file = ReadDataFile("LaoFonts.dat");
+    std::erase(file, '\r');
+    EXPECT_EQ(file, "A,Unicode,,100,0\n");
 }
 
 TEST_F(Fonts, LongNamesAreCutAndStayUnique)
@@ -194,8 +217,8 @@ TEST_F(Fonts, InfoFillsExactlyItsSize)
                   std::string("Bob\0\0\0\0\0\0\0", 10).substr(0, size));
     }
     char name[37], substitute[37];
-    EXPECT_EQ(GetLaoFontInfo(name, substitute, 37, nullptr, 0), -1);
-    EXPECT_EQ(GetLaoFontInfo(name, substitute, 37, nullptr, 2), -1);
+    for (int number : {0, 2, -1, INT_MAX, INT_MIN})
+        EXPECT_EQ(GetLaoFontInfo(name, substitute, 37, nullptr, number), -1) << number;
     EXPECT_EQ(GetLaoFontInfo(nullptr, substitute, 37, nullptr, 1), -1);
 }
 
