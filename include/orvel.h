@@ -13,7 +13,7 @@
  *
  * Results: 1 done, 0 not done, -1 no such font, or a length, as each description says. What the
  * user must see is shown in a message box by the library itself; the caller sees only the 0. A
- * pointer that is null where a text or a buffer is needed gives 0 (-1 in the Unicode operations).
+ * pointer that is null where a text or a buffer is needed gives the result of a failure.
  *
  * All state is process-wide and belongs to one thread, the host's. Call Initialize first; before it
  * no font is known, and the text operations leave all text as it came.
@@ -148,8 +148,9 @@ int WINAPI WriteFontList(void);
 
 /* Adds a font: name and substitute (may be null) cut to 36 bytes, its font code, the substitute's
  * size in percent (below 1: 100), and whether it uses the private-use characters. A substitute that
- * isn't registered becomes the first font of the current code. 1 when added and written; 0 when
- * refused (table full at 127, name empty or there already, no such font code) or not written. */
+ * isn't registered becomes the first font of the current code. A font without a name stays in memory
+ * alone: the file has no line for it. 1 when added and written; 0 when refused (table full at 127,
+ * name there already, no such font code) or when it was added but the file could not be written. */
 int WINAPI AddFontToList(const char *name, const char *substitute, WORD code, short scale,
                          WORD extended);
 
