@@ -26,10 +26,7 @@ int FindHelpLibrary(char *buffer)
     DWORD length = kPathSize;
     LONG failure = RegQueryValueExA(key, "", nullptr, nullptr, AsBytes(buffer), &length);
     RegCloseKey(key);
-    if (failure)
-        return 0;
-    buffer[length < kPathSize ? length : kPathSize - 1] = 0;
-    return 1;
+    return !failure && TerminateText(buffer, kPathSize, length);
 }
 
 static HMODULE LoadHelpLibrary()

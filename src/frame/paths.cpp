@@ -15,14 +15,6 @@ struct PathBlocks {
 };
 static PathBlocks gPaths;
 
-// A registry text may stand without its terminator, or fill the block to the last byte.
-static int TerminateValue(char *buffer, DWORD capacity, DWORD length)
-{
-    if (length < capacity)
-        buffer[length] = 0;
-    return memchr(buffer, 0, capacity) != nullptr;
-}
-
 int ReadInstallFolder(char *buffer, DWORD capacity)
 {
     HKEY key;
@@ -31,7 +23,7 @@ int ReadInstallFolder(char *buffer, DWORD capacity)
     DWORD length = capacity;
     LONG failure = RegQueryValueExA(key, "Install", nullptr, nullptr, AsBytes(buffer), &length);
     RegCloseKey(key);
-    return !failure && TerminateValue(buffer, capacity, length);
+    return !failure && TerminateText(buffer, capacity, length);
 }
 
 char *JoinPath(char *target, const char *folder, const char *name)

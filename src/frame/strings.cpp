@@ -29,6 +29,13 @@ void CopyCut(char *target, size_t size, const char *text)
     target[length] = 0;
 }
 
+int TerminateText(char *block, size_t capacity, size_t length)
+{
+    if (length < capacity)
+        block[length] = 0;
+    return memchr(block, 0, capacity) != nullptr;
+}
+
 int CopyWhole(char *target, size_t size, const char *text)
 {
     size_t length = strlen(text);

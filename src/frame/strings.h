@@ -13,6 +13,10 @@ void CopyCut(char *target, size_t size, const char *text);
 // Copies text only when it fits size bytes with its terminator: its length, else 0.
 int CopyWhole(char *target, size_t size, const char *text);
 
+// Ends a text of length bytes that was read into a block of capacity bytes, perhaps without its
+// terminator: 1, or 0 when there is no room for one.
+int TerminateText(char *block, size_t capacity, size_t length);
+
 // The bytes of a text as numbers from 0 to 255.
 inline const uint8_t *AsBytes(const char *text)
 {
