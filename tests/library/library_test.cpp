@@ -91,6 +91,20 @@ TEST_F(LoadedLibrary, StartsOnceTheKeyboardManagerRuns)
     EXPECT_EQ(ENTRY(library_, Initialize)(), 1);  // started stays started
 }
 
+TEST_F(LoadedLibrary, StartsWhenThereIsMemoryAgain)
+{
+    if (!FailAllocationAfter(0))
+        GTEST_SKIP() << "allocations can't be made to fail here";
+    {
+        ExpectBoxes boxes({"Out of memory. If using Word, save file, exit and restart, then select "
+                           "smaller blocks to process."});
+        EXPECT_EQ(ENTRY(library_, Initialize)(), 0);
+    }
+    EXPECT_EQ(ENTRY(library_, FontType)("Saysettha Lao"), -1);
+    EXPECT_EQ(ENTRY(library_, Initialize)(), 1);
+    EXPECT_EQ(ENTRY(library_, FontType)("Saysettha Lao"), 1);
+}
+
 TEST_F(LoadedLibrary, SecondStartReadsNothingAgain)
 {
     WriteDataFile("LaoFonts.dat", "A,Unicode\n");
@@ -185,6 +199,7 @@ TEST_F(LoadedLibrary, WithoutFindWordAllIsFound)
     BYTE side[40];
     EXPECT_EQ(ENTRY(library_, WrapLaoEx)("\xAA\xAA\xAA\xAA \xAA\xAA", buffer, side, 40, "A", 9), 1);
     EXPECT_STREQ(buffer, "\xAA\xAA\xAA\xAA \xAA\xAA");
+    EXPECT_EQ(std::string(side, side + 7), std::string(7, '\0')) << "a 5 where nothing is found";
 }
 
 // ---- the list of exports ----
