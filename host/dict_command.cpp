@@ -89,10 +89,9 @@ static int ListWords()
         return kNotDone;
     std::string text;
     char word[kWordSize];
-    int count = CountUserWords();
-    for (int number = 1; number <= count; ++number)
-        if (GetWord(word, sizeof word, number, kUserDictionary))
-            text += Utf8FromCode(trace, word) + "\n";
+    CountUserWords();  // loads them; the count itself ends at 65535
+    for (int number = 1; GetWord(word, sizeof word, number, kUserDictionary); ++number)
+        text += Utf8FromCode(trace, word) + "\n";
     return WriteOutput(text);
 }
 
@@ -141,11 +140,9 @@ void AddDictCommand(CLI::App *app, Command *chosen)
     remove->footer("Example: orvel dict delete ວຽງຈັນ");
     remove->callback([=] { *chosen = [=] { return RunWords(*words, DeleteOneWord); }; });
 
-    CLI::App *import = dict->add_subcommand(
+    CLI::App *importer = dict->add_subcommand(
         "import", "add all words of a UTF-8 file, one a line, # begins a comment");
-    import->add_option("file", *file, "the file; - reads standard input")->required();
-    import->footer("Example: orvel dict import words.txt");
-    import->callback([=] { *chosen = [=] { return ImportWords(*file);
-};
-});
+    importer->add_option("file", *file, "the file; - reads standard input")->required();
+    importer->footer("Example: orvel dict import words.txt");
+    importer->callback([=] { *chosen = [=] { return ImportWords(*file); }; });
 }

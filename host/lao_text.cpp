@@ -7,7 +7,7 @@
 
 #include "utf8.h"
 
-constexpr char kBreakMark = 45;
+constexpr char kBreakMark = 45, kRealHyphen = '\x8C';
 constexpr char kNoCode = ' ';
 
 bool PrepareTrace(CodeTrace *trace)
@@ -164,7 +164,7 @@ std::string Utf8FromCode(const CodeTrace &trace, const std::string &code)
 {
     std::vector<WCHAR> characters(2 * code.size() + 1);
     for (size_t i = 0; i < code.size(); ++i)
-        characters[i] = WCHAR(uint8_t(code[i]));
+        characters[i] = code[i] == kRealHyphen ? WCHAR('-') : WCHAR(uint8_t(code[i]));
     int count =
         LaoToUnicode(code.c_str(), characters.data(), DWORD(characters.size()), trace.font.index);
     std::string text;
