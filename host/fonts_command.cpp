@@ -6,6 +6,7 @@
 #include "orvel.h"
 
 constexpr int kNameSize = 37;
+constexpr char kNameRule[] = "a font's name has 1 to 36 bytes, no comma and no blanks around it";
 
 struct FontSettings {
     std::string name, substitute, code = "Unicode", extended;
@@ -35,16 +36,22 @@ static int Refuse(const std::string &why, int status)
     return status;
 }
 
-// The list's file has no quoting.
+static bool IsBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// The list's file has no quoting, and blanks around a name don't count there.
 static bool CanBeStored(const std::string &name)
 {
-    return name.find_first_of(",\r\n") == name.npos && name.size() < kNameSize;
+    bool hasEdges = !name.empty() && (IsBlank(name.front()) || IsBlank(name.back()));
+    return !hasEdges && name.find_first_of(",\r\n\x1A") == name.npos && name.size() < kNameSize;
 }
 
 static int AddFont(const FontSettings &font)
 {
     if (!CanBeStored(font.name) || !CanBeStored(font.substitute) || font.name.empty())
-        return Refuse("a font's name has 1 to 36 bytes and no comma", kWrongUsage);
+        return Refuse(kNameRule, kWrongUsage);
     if (!StartLibrary())
         return kNotDone;
     int code = FindFontCode(font.code);
@@ -83,7 +90,7 @@ static bool ChangeFont(const FontSettings &font)
 static int SetFont(const FontSettings &font)
 {
     if (!CanBeStored(font.substitute))
-        return Refuse("a font's name has 1 to 36 bytes and no comma", kWrongUsage);
+        return Refuse(kNameRule, kWrongUsage);
     if (!StartLibrary())
         return kNotDone;
     if (FontIndex(font.name.c_str()) < 0)
