@@ -58,9 +58,9 @@ static int ProcessFile(int file, const std::string &name, const PartWorker &work
         if (WriteOutput(output))
             return kNotDone;
     }
-    if (!reader.failed)
+    if (!reader.failure)
         return worst;
-    fprintf(stderr, "orvel: %s: %s\n", name.c_str(), strerror(errno));
+    fprintf(stderr, "orvel: %s: %s\n", name.c_str(), strerror(reader.failure));
     return kNotDone;
 }
 

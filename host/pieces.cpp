@@ -18,7 +18,7 @@ PieceReader StartReading(int file)
             .buffer = {},
             .used = 0,
             .ended = false,
-            .failed = false,
+            .failure = 0,
             .line = 1,
             .column = 1};
 }
@@ -34,11 +34,10 @@ static void Fill(PieceReader *reader)
     while (got < 0 && errno == EINTR);
     reader->buffer.resize(old + size_t(got > 0 ? got : 0));
     reader->ended = got <= 0;
-    reader->failed = got < 0;
+    reader->failure = got < 0 ? errno : 0;
 }
 
-// A place that is sure to be outside of a run: in front of an ASCII byte that can't be a part of
-// anything.
+// A place that is sure to be outside of a run: behind an ASCII byte, which nothing can go on from.
 static size_t FindRunEnd(std::string_view text)
 {
     for (size_t i = text.size(); i > kCharacterSize; --i)

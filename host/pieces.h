@@ -10,7 +10,8 @@ struct PieceReader {
     int file;  // a descriptor
     std::string buffer;
     size_t used;  // bytes of the buffer that were given out
-    bool ended, failed;
+    bool ended;
+    int failure;          // errno of a read that failed, 0 for none
     size_t line, column;  // of the current piece's first character, from 1
 };
 
@@ -18,5 +19,5 @@ struct PieceReader {
 PieceReader StartReading(int file);
 
 // The next piece, valid until the next call; empty at the end. An input that can't be read ends
-// there, with `failed` set.
+// there, with `failure` set.
 std::string_view ReadPiece(PieceReader *reader);
