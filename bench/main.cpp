@@ -7,8 +7,9 @@
 #include <benchmark/benchmark.h>
 
 void RegisterBreaks();
+void RegisterKeys();
 
-// Keeps the best rate of each benchmark beside the usual table.
+// Keeps the median rate of each benchmark beside the usual table.
 struct RatioReporter : benchmark::ConsoleReporter {
     std::map<std::string, double> medians;
     void ReportRuns(const std::vector<Run> &runs) override
@@ -16,7 +17,7 @@ struct RatioReporter : benchmark::ConsoleReporter {
         ConsoleReporter::ReportRuns(runs);
         for (const Run &run : runs)
             if (run.aggregate_name == "median" || run.repetitions == 1)
-                medians[run.run_name.function_name] = run.counters.at("char/s");
+                medians[run.run_name.function_name] = run.counters.at("per_s");
     }
 };
 
@@ -24,6 +25,7 @@ int main(int argc, char **argv)
 {
     benchmark::Initialize(&argc, argv);
     RegisterBreaks();
+    RegisterKeys();
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     printf("\n");
@@ -32,7 +34,7 @@ int main(int argc, char **argv)
         auto peer = ours == name.npos ? reporter.medians.end()
                                       : reporter.medians.find(name.substr(0, ours) + "/icu");
         if (peer != reporter.medians.end())
-            printf("%-28s %6.1f Mchar/s, peer %6.1f, ratio %.2f\n", name.substr(0, ours).c_str(),
+            printf("%-28s %6.1f M/s, peer %6.1f, ratio %.2f\n", name.substr(0, ours).c_str(),
                    rate / 1e6, peer->second / 1e6, rate / peer->second);
     }
 }

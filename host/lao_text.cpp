@@ -31,7 +31,8 @@ bool PrepareTrace(CodeTrace *trace)
     return true;
 }
 
-// A break that holds the halves of a broken character apart stays: without it they would become another one.
+// A break that holds the halves of a broken character apart stays: without it they would become
+// another one.
 static bool IsOldBreak(std::string_view text)
 {
     size_t size = kZeroWidthSpace.size();

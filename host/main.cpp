@@ -21,6 +21,9 @@ int main(int argc, char **argv)
     AddOptionsCommand(&app, &chosen);
     AddFontsCommand(&app, &chosen);
     AddDictCommand(&app, &chosen);
+    AddSortCommand(&app, &chosen);
+    AddRomanizeCommand(&app, &chosen);
+    AddEmailCommand(&app, &chosen);
     AddRecodeCommand(&app, &chosen);
     UseByteStreams();
     argv = Utf8Arguments(&argc, argv);

@@ -1,0 +1,75 @@
+// Texts and the started library of the benchmarks.
+#include "corpus.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+constexpr size_t kTextSize = 3'000'000;
+
+static std::string ReadWhole(const std::string &path)
+{
+    std::string text;
+    char block[4096];
+    FILE *file = fopen(path.c_str(), "rb");
+    if (!file) {
+        perror(path.c_str());
+        exit(1);
+    }
+    for (size_t got; (got = fread(block, 1, sizeof block, file)) > 0;)
+        text.append(block, got);
+    fclose(file);
+    return text;
+}
+
+std::string ReadCorpusOnce(const std::string &name)
+{
+    return ReadWhole(std::string(ORVEL_CORPUS) + "/" + name + ".txt");
+}
+
+std::string ReadCorpusRepeated(const std::string &name)
+{
+    std::string once = ReadCorpusOnce(name), text;
+    while (text.size() < kTextSize)
+        text += once;
+    return text;
+}
+
+std::vector<std::string> SplitLines(const std::string &text)
+{
+    std::vector<std::string> lines;
+    for (size_t start = 0; start < text.size();) {
+        size_t end = std::min(text.find('\n', start), text.size());
+        lines.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    return lines;
+}
+
+std::vector<std::string> ReadDictionary()
+{
+    std::vector<std::string> words = SplitLines(ReadWhole(ORVEL_DICTIONARY));
+    std::erase_if(words, [](const std::string &word) { return word.empty() || word[0] == '#'; });
+    return words;
+}
+
+const CodeTrace &Trace()
+{
+    static CodeTrace trace;
+    static bool ready = StartLibrary() && PrepareTrace(&trace);
+    if (!ready)
+        exit(1);
+    return trace;
+}
+
+void SetRate(benchmark::State &state, double amount)
+{
+    state.counters["per_s"] =
+        benchmark::Counter(amount * double(state.iterations()), benchmark::Counter::kIsRate);
+}
+
+void AddBenchmark(const std::string &name, BenchBody body, const std::string &text)
+{
+    benchmark::RegisterBenchmark(name.c_str(), [body, text](benchmark::State &state) {
+        body(state, text);
+    })->Unit(benchmark::kMillisecond);
+}

@@ -1,0 +1,29 @@
+// Texts and the started library of the benchmarks, and their rates.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "lao_text.h"
+
+inline const char *const kCorpusNames[] = {"udhr", "cldr_annotations", "web_phrases"};
+
+// A corpus file once, and repeated to some megabytes; the lines of a text.
+std::string ReadCorpusOnce(const std::string &name);
+std::string ReadCorpusRepeated(const std::string &name);
+std::vector<std::string> SplitLines(const std::string &text);
+
+// The words of the shipped dictionary, as UTF-8.
+std::vector<std::string> ReadDictionary();
+
+const CodeTrace &Trace();
+
+// Counts `amount` characters or keys for each iteration.
+void SetRate(benchmark::State &state, double amount);
+
+// Adds a benchmark under a name; one that ends in "/orvel" is set beside the one that ends in
+// "/icu".
+typedef void (*BenchBody)(benchmark::State &, const std::string &text);
+void AddBenchmark(const std::string &name, BenchBody body, const std::string &text);

@@ -1,0 +1,28 @@
+// The peer for sort keys, by its public interface.
+#include "icu_keys.h"
+
+#include <cstdlib>
+#include <memory>
+
+#include <unicode/coll.h>
+#include <unicode/unistr.h>
+
+static icu::Collator &LaoCollator()
+{
+    UErrorCode status = U_ZERO_ERROR;
+    static std::unique_ptr<icu::Collator> collator(
+        icu::Collator::createInstance(icu::Locale("lo"), status));
+    if (!collator)
+        exit(1);
+    return *collator;
+}
+
+size_t MakeIcuKeys(const std::vector<std::string> &words)
+{
+    icu::Collator &collator = LaoCollator();
+    uint8_t key[1024];
+    size_t size = 0;
+    for (const std::string &word : words)
+        size += size_t(collator.getSortKey(icu::UnicodeString::fromUTF8(word), key, sizeof key));
+    return size;
+}
