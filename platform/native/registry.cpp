@@ -248,17 +248,20 @@ static int KeepAll(const RegistryLine *, void *)
 static LONG AddKeys(Session *session, const char *path)
 {
     RegistryLine *added = (RegistryLine *)calloc(kMaxKeyDepth, sizeof *added);
+    size_t length = strlen(path), i = 0;
     int count = 0;
     if (!added)
         return ERROR_NOT_ENOUGH_MEMORY;
-    for (size_t i = 0; i <= strlen(path) && count < kMaxKeyDepth; i++) {
+    for (; i <= length && count < kMaxKeyDepth; i++) {
         if (path[i] != '\\' && path[i] != '\0')
             continue;
         memcpy(added[count].key, path, i);
         added[count].key[i] = '\0';
         count += !KeyExists(session, added[count].key);
     }
-    LONG code = WriteRegistry(&session->text, KeepAll, nullptr, added, count);
+    LONG code = ERROR_INVALID_PARAMETER;  // too deep
+    if (i > length)
+        code = WriteRegistry(&session->text, KeepAll, nullptr, added, count);
     free(added);
     return code;
 }

@@ -74,6 +74,20 @@ TEST_F(RegistryFile, IsReadable)
               "[HKEY_CURRENT_USER\\Software\\Kept] \"empty\" = type 3 size 0:\n");
 }
 
+TEST_F(RegistryFile, AKeyTooDeepIsRefusedAsAWhole)
+{
+    Fill();
+    std::string before = ReadWholeFile(path), deep = "a";
+    for (int i = 0; i < 600; i++)
+        deep += "\\a";
+    HKEY key = nullptr;
+    EXPECT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, deep.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
+                              nullptr, &key, nullptr),
+              ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(key, nullptr);
+    EXPECT_EQ(ReadWholeFile(path), before);
+}
+
 // A value is there as it was or not at all; and what is there survives the next change.
 TEST_F(RegistryFile, EveryCutLeavesWholeValues)
 {
