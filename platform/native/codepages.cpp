@@ -178,14 +178,20 @@ static int NarrowUnit(WCHAR unit, int bestFit)
     return run->byte + (unit - run->first) * run->step;
 }
 
-static void Narrow1252(const WCHAR *wide, int length, DWORD flags, const char *defaultChar,
-                       ByteSink *sink, int *usedDefault)
+// What becomes of a unit without a byte of its own.
+struct Fallback {
+    int bestFit;  // a byte that looks alike will do
+    char byte;    // where there is none
+    int used;
+};
+
+static void Narrow1252(const WCHAR *wide, int length, Fallback *fallback, ByteSink *sink)
 {
     for (int at = 0; at < length && !sink->overflow; at++) {
-        int byte = NarrowUnit(wide[at], !(flags & WC_NO_BEST_FIT_CHARS));
+        int byte = NarrowUnit(wide[at], fallback->bestFit);
         if (byte < 0) {
-            *usedDefault = 1;
-            byte = defaultChar ? *defaultChar : '?';
+            fallback->used = 1;
+            byte = fallback->byte;
         }
         char stored = (char)byte;
         PutBytes(sink, &stored, 1);
@@ -232,7 +238,7 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int leng
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int length, LPSTR text,
                                int textSize, LPCSTR defaultChar, LPBOOL usedDefault)
 {
-    int wellFormed = 1, defaulted = 0;
+    int wellFormed = 1;
     if (!wide || length == 0 || textSize < 0 || (textSize && !text) || !IsKnownCodePage(codePage))
         return Fail(ERROR_INVALID_PARAMETER);
     if (codePage == CP_UTF8 && (defaultChar || usedDefault))
@@ -242,13 +248,14 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int len
     if (length < 0)
         length = WideLength(wide);
     ByteSink sink = {text, textSize, 0, 0};
+    Fallback fallback = {!(flags & WC_NO_BEST_FIT_CHARS), defaultChar ? *defaultChar : '?', 0};
     if (codePage == CP_UTF8)
         wellFormed = NarrowUtf8(wide, length, &sink);
     else
-        Narrow1252(wide, length, flags, defaultChar, &sink, &defaulted);
+        Narrow1252(wide, length, &fallback, &sink);
     if (!wellFormed && (flags & WC_ERR_INVALID_CHARS))
         return Fail(ERROR_NO_UNICODE_TRANSLATION);
     if (usedDefault)
-        *usedDefault = defaulted;
+        *usedDefault = fallback.used;
     return sink.overflow ? Fail(ERROR_INSUFFICIENT_BUFFER) : sink.count;
 }

@@ -295,18 +295,15 @@ BOOL WINAPI GetWindowRect(HWND window, LPRECT rect)
     return TRUE;
 }
 
-static void MoveWindowTo(WindowRecord *window, int x, int y, int width, int height, UINT flags)
+static void MoveTo(RECT *rect, int x, int y)
 {
-    RECT *rect = &window->rect;
-    if (flags & SWP_NOSIZE) {
-        width = rect->right - rect->left;
-        height = rect->bottom - rect->top;
-    }
-    if (flags & SWP_NOMOVE) {
-        x = rect->left;
-        y = rect->top;
-    }
-    *rect = {x, y, x + (width > 0 ? width : 0), y + (height > 0 ? height : 0)};
+    *rect = {x, y, x + rect->right - rect->left, y + rect->bottom - rect->top};
+}
+
+static void Resize(RECT *rect, int width, int height)
+{
+    rect->right = rect->left + (width > 0 ? width : 0);
+    rect->bottom = rect->top + (height > 0 ? height : 0);
 }
 
 static void Reorder(WindowRecord *window, HWND after)
@@ -340,7 +337,10 @@ BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int h
         return FALSE;
     if (!(flags & SWP_NOZORDER) && !IsPlaceInOrder(after) && !FindWindowRecord(after))
         return FALSE;
-    MoveWindowTo(record, x, y, width, height, flags);
+    if (!(flags & SWP_NOMOVE))
+        MoveTo(&record->rect, x, y);
+    if (!(flags & SWP_NOSIZE))
+        Resize(&record->rect, width, height);
     if (!(flags & SWP_NOZORDER) && after != window)
         Reorder(record, after);
     if (flags & SWP_SHOWWINDOW)

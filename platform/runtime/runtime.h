@@ -29,10 +29,10 @@ int EndReplaceFile(FILE *file, const char *path, int keep);
 // whatever locale the host has set.
 int CompareNoCase(const char *left, const char *right);
 
-// For programs that take UTF-8: the arguments as such, whatever the system's code page is (valid until
-// the program ends; `given` where that is what it was given), a file opened for reading as bytes by a
-// UTF-8 path of the system's own form (a descriptor, -1 with errno set), and the standard streams as
-// bytes.
+// For programs that take UTF-8: the arguments as such, whatever the system's code page is (valid
+// until the program ends; `given` where that is what it was given), a file opened for reading as
+// bytes by a UTF-8 path of the system's own form (a descriptor, -1 with errno set), and the
+// standard streams as bytes.
 char **Utf8Arguments(int *count, char **given);
 int OpenUtf8Path(const char *path);
 void UseByteStreams(void);
