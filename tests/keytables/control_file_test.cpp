@@ -1,0 +1,308 @@
+// Control files: every rule of a line, every way in which a file is refused, and files that are
+// cut, damaged or hostile.
+#include <cstring>
+
+#include "keytables/builtin_tables.h"
+#include "keytables/control_file.h"
+#include "keytables/key_support.h"
+#include "support/message_boxes.h"
+
+class ControlFiles : public KeyTables
+{
+};
+
+// What a table holds, drawn: sequence, separator and replacement break where there are any, and the
+// sections that have entries, as "I161=k,=". Bytes that aren't ASCII stand as numbers.
+static std::string ShowBytes(const char *text)
+{
+    std::string shown;
+    for (; *text; ++text)
+        shown += uint8_t(*text) < 128 ? std::string(1, *text)
+                                      : (shown.empty() ? "" : " ") + std::to_string(uint8_t(*text));
+    return shown;
+}
+
+static std::string Draw(const KeyTable &table)
+{
+    std::string drawn = table.sequence;
+    if (table.separator || table.replacementBreak)
+        drawn +=
+            " " + std::to_string(table.separator) + "/" + std::to_string(table.replacementBreak);
+    for (int section = 0; section < kSectionCount; ++section) {
+        if (table.first[section] < table.first[section + 1])
+            drawn += std::string(" ") + "ICVFTHN"[section];
+        for (int i = table.first[section]; i < table.first[section + 1]; ++i)
+            drawn += (i > table.first[section] ? "," : "") + ShowBytes(table.entries[i].key) + "=" +
+                     ShowBytes(table.entries[i].value);
+    }
+    return drawn;
+}
+
+struct FileRow {
+    std::string content;
+    const char *drawn;
+};
+
+// All sections in their order, with lines in one or two of them.
+static std::string File(const std::string &section, const std::string &lines,
+                        const std::string &second = "", const std::string &secondLines = "")
+{
+    std::string content = "IV\n";
+    for (std::string keyword : {"Initial", "Cluster", "Vowel", "Final", "Tone", "Change", "Number"})
+        content += keyword + "\n" +
+                   (keyword == section  ? lines
+                    : keyword == second ? secondLines
+                                        : "");
+    return content;
+}
+
+static const FileRow kFileRows[] = {
+    // a Sequence line at the top, with and without the keyword; in upper case; the last one counts
+    {"i2vf\n", "I2VF"},
+    {"Sequence\nIV\nSeq\nFT - |\nSEQUENCE and more\nNX\n", "NX 45/124"},
+    {"I2VF #32 #0\n", "I2VF 32/0"},
+    {"I2VF #300\n", "I2VF 44/0"},
+    {"I2VF #\n", "I2VF"},
+    {"longlonger -\nIV\n", "IV"},  // more than seven letters: no sequence line
+    // comments, and words that begin like them
+    {"Comment\ncolour\nc\nCInitial\n" + File("Initial", "C\n\xA1 k\nCx y\n"), "IV I161=k"},
+    {"IV\nINITIALS\n0\nClusters\n0\nVow\n0\nfinally\n0\ntone x y\n0\nchange\n? x\nnumbered\n1 "
+     "one\n",
+     "IV I= C= V= F= T= H?=x N1=one"},
+    {" Comment\n", "COMMENT"},  // behind a blank it is a sequence of seven letters
+    {File("Number", " Comment x\n"), "IV NComment=x"},
+    // tokens: blanks, tabs, line feeds; the rest of a line is free text
+    {File("Initial", " \t \xA1 \t k \t free text\n\n  \n\xA2\n"), "IV I161=k,162="},
+    {"In\n", "IN"},  // two letters are no keyword
+    {"IV\r\nInitial\r\n0\r\nCluster\r\n0 k\r\nNumber\r\n", "IV I= H=,=k"},
+    {File("Number", "1 k\n2 x"), "IV N1=k,2=x"},  // no line end
+    // keys: the default, too long, not in Lao code
+    {File("Initial", "0\n0abc x\n0 00\n"), "IV I=,=x,=00"},
+    {File("Initial", "\xA1\xA1\xA1\xA1\xA1\xA1\xA1\xA1 k\n"), "IV"},
+    {File("Initial", "x k\n\xFF k\n\xA1x k\n", "Cluster", "x k\n"), "IV I161x=k"},
+    {File("Vowel", "x k\n", "Final", "x k\n\xE0 k\n"), "IV"},
+    {File("Tone", "x k\n- k\n", "Change", "x k\n"), "IV Hx=k"},
+    {File("Vowel", "\xA1 a\n\xC0\xA1\xBD e\n\xA1\xF1\xA1 o\n"), "IV V=a,192 189=e,241=o"},
+    {File("Tone", "\xA1\xC8 1\n\xCC 5\n\xFA 1\n\xA1 0\n"), "IV T250=1,254=5,250=1,=0"},
+    {File("Change", "\xA1\xC8 x\n0 y\n", "Number", "0 z\n"), "IV H161 200=x,=y N=z"},
+    {File("Initial", "\xA1\xC8 x\n", "Final", "\xA1\xC8 y\n"), "IV I161 200=x F161 200=y"},
+    // escapes in values, never in keys
+    {File("Initial", "\xA1 a#161b\n\xA2 #300\n\xA3 #0ab\n\xA4 a#\n\xA5 #35#0#35\n", "Number",
+          "#65 #65\n"),
+     "IV I161=a 161b,162=,,163=,164=a,165=# N#65=A"},
+    {File("Initial", "\xA1 #97#98#99#100#101#102#103\n"), "IV I161=abcdefg"},
+    {File("Initial", "\xA1 #25600000000000000000000000000000000000000097\n"), "IV I161=a"},
+    // a keyword again moves its section's start
+    {File("Initial", "\xA1 a\nInitial\n\xA2 b\n"), "IV I162=b"},
+    // without "Number" no change is ever applied
+    {"IV\nInitial\nCluster\nVowel\nFinal\nTone\nChange\n? x\n", "IV N?=x"},
+    // no section at all, nothing at all
+    {"IV\n", "IV"},
+    {"", ""},
+    {"\n\n  \t\n", ""},
+    // a byte 26 ends the file; what stands behind a NUL in a line isn't seen
+    {File("Number", "1 k\n\x1A"
+                    "2 k\n"),
+     "IV N1=k"},
+    {File("Number", std::string("1 k\0 x\n2 m\n", 11)), "IV N1=k,2=m"},
+};
+
+TEST_F(ControlFiles, AreReadLineByLine)
+{
+    for (const FileRow &row : kFileRows) {
+        KeyTable table = {};
+        WriteDataFile(kFile, row.content);
+        EXPECT_EQ(LoadControlFile(&table, kFile, kEmailTable), 1) << ShowBytes(row.content.c_str());
+        EXPECT_EQ(Draw(table), row.drawn) << ShowBytes(row.content.c_str());
+        EXPECT_STREQ(table.name, kFile);
+        EXPECT_EQ(table.type, kEmailTable);
+    }
+}
+
+TEST_F(ControlFiles, GiveTheBuiltInTablesAgain)
+{
+    const struct {
+        const KeyTable *table;
+        const char *sequence;
+    } rows[] = {{&kBuiltInSortTable, "i2fvt"},
+                {&kBuiltInRomanTable, "I2VF"},
+                {&kBuiltInEmailTable, "I2VFT -"}};
+    for (const auto &row : rows) {
+        KeyTable table = {};
+        WriteDataFile(kFile, ControlFileOf(*row.table, row.sequence));
+        ASSERT_EQ(LoadControlFile(&table, kFile, row.table->type), 1);
+        EXPECT_EQ(Draw(table), Draw(*row.table));
+    }
+}
+
+TEST_F(ControlFiles, NamesAreCutAndFontsKept)
+{
+    KeyTable table = {};
+    const char *name = "a-very-long-name.key";
+    WriteDataFile(name, "IV - x  Phetsarath OT \t free\n");
+    EXPECT_EQ(LoadControlFile(&table, name, kRomanTable), 1);
+    EXPECT_STREQ(table.name, "a-very-long-nam");
+    EXPECT_STREQ(RomanFontName(), "Phetsarath OT");
+    const struct {
+        const char *line, *font;
+    } rows[] = {
+        {"IV - #0 \t\t Saysettha\n", "Saysettha"},  // tabs in front of a name
+        {"IV - #0\n", "Saysettha"},                 // none: the font stays
+        {"IV - #0 \t \t \n", "Saysettha"},
+        {"IV\n", "Saysettha"},
+        {"IV - | Arial\tUnicode", "Arial"},
+        {"IV - Alice 0\nIV - | Alice 5\n", "Alice 5"},
+    };
+    for (const auto &row : rows) {
+        WriteDataFile(name, row.line);
+        EXPECT_EQ(LoadControlFile(&table, name, kRomanTable), 1);
+        EXPECT_STREQ(RomanFontName(), row.font) << row.line;
+    }
+    RemoveDataFile(name);
+}
+
+// The sequence stays where a file has none; separators are the file's alone.
+TEST_F(ControlFiles, ForgetWhatTheTableHeldButTheSequence)
+{
+    KeyTable table = kBuiltInEmailTable;
+    WriteDataFile(kFile, "Initial\n");
+    EXPECT_EQ(LoadControlFile(&table, kFile, kRomanTable), 1);
+    EXPECT_STREQ(table.sequence, "I2VFT");
+    EXPECT_EQ(table.separator, 0);
+    EXPECT_EQ(table.first[kSectionCount], 0);
+    EXPECT_EQ(table.type, kRomanTable);
+}
+
+static std::string Entries(int count)
+{
+    std::string content = "IV\nNumber\n";
+    for (int i = 0; i < count; ++i)
+        content += "x y\n";
+    return content;
+}
+
+static const FileRow kRefusedRows[] = {
+    {"IV\nInitial\n\xA1 12345678\n", "IV"},
+    {"IV\nInitial\n\xA1 12345678", "IV"},  // read to its end all the same
+    {"IV\nCluster\n\xA1 12345678\n\xA2 k\n", "IV"},
+    {"IV\nVowel\n0 a\n\xA1 #97#98#99#100#101#102#103#104\n", "IV V=a"},
+    {"IV\nTone\nx 12345678\n", "IV"},  // also where the entry would be dropped
+    {"IV\nChange\n? 12345678\n", "IV"},
+    {"IV\nNumber\n1 12345678\n", "IV"},
+    {Entries(200) + "x y\n", ""},
+    {Entries(200) + "x y", ""},
+    {Entries(200) + "\n", ""},
+    {Entries(200) + "Comment", ""},
+    {Entries(200) + " ", ""},
+    {Entries(5000), ""},
+};
+
+TEST_F(ControlFiles, AreRefusedWithAMessage)
+{
+    for (const FileRow &row : kRefusedRows) {
+        KeyTable table = {};
+        WriteDataFile(kFile, row.content);
+        ExpectBoxes boxes({kTooLong});
+        EXPECT_EQ(LoadControlFile(&table, kFile, kSortTable), 0);
+        int total = table.first[kSectionCount];
+        EXPECT_EQ(total, *row.drawn ? strchr(row.drawn, '=') != nullptr : 200);
+    }
+}
+
+TEST_F(ControlFiles, HoldTwoHundredEntries)
+{
+    KeyTable table = {};
+    for (std::string content : {Entries(200), Entries(199) + "x y"}) {
+        WriteDataFile(kFile, content);
+        EXPECT_EQ(LoadControlFile(&table, kFile, kSortTable), 1);
+        EXPECT_EQ(table.first[kSectionCount], 200);
+    }
+}
+
+// A line of more than 127 bytes goes on as a line of its own.
+TEST_F(ControlFiles, ReadLongLinesInPieces)
+{
+    KeyTable table = {};
+    std::string key = "\xA1 k ";
+    WriteDataFile(kFile, "Initial\n" + key + std::string(123, 'x') + "\xA2 m\n\xA3 n\n");
+    EXPECT_EQ(LoadControlFile(&table, kFile, kSortTable), 1);
+    EXPECT_EQ(table.first[kSectionCount], 3);
+    EXPECT_STREQ(table.entries[1].key, "\xA2");
+    WriteDataFile(kFile, "Initial\n" + std::string(127, 'C') + "\xA2 m\n" + std::string(127, ' ') +
+                             "Cluster\n\xA3 n\n");
+    EXPECT_EQ(LoadControlFile(&table, kFile, kSortTable), 1);
+    EXPECT_EQ(table.first[kClusterSection], 1);
+    EXPECT_EQ(table.first[kSectionCount], 2);
+}
+
+TEST_F(ControlFiles, ThatAreMissingLeaveTheTable)
+{
+    KeyTable table = kBuiltInRomanTable;
+    for (std::string name : {"missing.key", "", "no\\such\\folder.key"}) {
+        ExpectBoxes boxes({kNoFile});
+        EXPECT_EQ(LoadControlFile(&table, name.c_str(), kSortTable), 0);
+        EXPECT_EQ(boxes.shown[0].flags & MB_TYPEMASK, unsigned(MB_OK));
+    }
+    ExpectBoxes boxes({kNoFile});
+    EXPECT_EQ(LoadControlFile(&table, std::string(300, 'x').c_str(), kSortTable), 0);
+    EXPECT_EQ(memcmp(&table, &kBuiltInRomanTable, sizeof table), 0);
+}
+
+TEST_F(ControlFiles, DecodeEscapes)
+{
+    const struct {
+        const char *text, *decoded;
+    } rows[] = {
+        {"", ""},
+        {"abc", "abc"},
+        {"a#161b", "a\xA1"
+                   "b"},
+        {"#300", ","},
+        {"#0", ""},
+        {"#", ""},
+        {"a#b", "a"},
+        {"#35", "#"},
+        {"#1x", "\x01x"},
+        {"#256#65", ""},
+        {"##65", ""},
+        {"#00065", "A"},
+    };
+    for (const auto &row : rows)
+        EXPECT_STREQ(DecodeByteEscapes(row.text), row.decoded) << row.text;
+    EXPECT_EQ(strlen(DecodeByteEscapes(std::string(500, 'x').c_str())), 127u);
+}
+
+// The table of an operation is in order whatever the file was: its text comes out bounded.
+static void UseDamagedFile(const std::string &content)
+{
+    {
+        ExpectBoxes boxes({});
+        LoadRomanFile(content);
+        LoadSortFile(content);
+        boxes.pieces.assign(boxes.shown.size(), "control file contains illegal");
+    }
+    const std::string text = CodeOfText("ສະບາຍດີ ໆ ຄວາມ ເຂົ້າ ເມຍ ກາວ, ຫຼາຍ");
+    RomanOf(text, 60);
+    KeyOf(text, 120);
+}
+
+TEST_F(ControlFiles, CutAtEveryByteDoNoHarm)
+{
+    const std::string content = "Comment\nI2VFTNX - #124 Alice 0\nInitial\n0\n\xA1 k\nCluster\n"
+                                "0\n\xB8 w\nVowel\n0\n\xC0\xA1\xBD #101#102\nFinal\n0\nTone\n0\n"
+                                "\xC8 1\nChange\n?#\xBE\xA8 ai\nNumber\n0\n1 one\n";
+    for (size_t length = 0; length <= content.size(); ++length)
+        UseDamagedFile(content.substr(0, length));
+}
+
+TEST_F(ControlFiles, DamagedAtRandomDoNoHarm)
+{
+    const std::string content = ControlFileOf(kBuiltInRomanTable, "I2VFTNX?");
+    const char kBytes[] = "\0\x1A\t \n\r#0?*\xA1\xBE\xC0\xC8IVCSFT9\xFF";
+    for (int round = 0; round < 300; ++round) {
+        std::string damaged = content;
+        for (int i = 0; i < 20; ++i)
+            damaged[NextRandom() % damaged.size()] = kBytes[NextRandom() % sizeof kBytes];
+        UseDamagedFile(damaged);
+    }
+}

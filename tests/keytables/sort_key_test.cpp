@@ -1,0 +1,314 @@
+// Sort keys: worked examples, sizes, control files, and the order of the whole dictionary against a
+// comparison that is made from the printed order alone.
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <map>
+
+#include "frame/strings.h"
+#include "keytables/key_support.h"
+#include "text/syllable_parser.h"
+
+class SortKeys : public KeyTables
+{
+};
+
+static const struct {
+    const char *text;
+    WORD sortMode;
+    const char *key;
+} kKeyRows[] = {
+    {"ກາ", 0, "##01000030"},
+    {"ກາ", 1, "##01003000"},
+    {"ກາ", 2, "##01000030"},  // anything but 1
+    {"ກິນ", 0, "##01013040"},
+    {"ກິນ", 1, "##01004130"},
+    {"ກວາງ", 0, "##01304030"},
+    {"ກຼາ", 0, "##01100030"},  // the subscript is looked up as ຣ
+    {"ກ້າ", 0, "##01000032"},
+    {"ໜາ", 0, "##29000030"},  // as ຫນ, ຫມ, ຫລ: their own places are never reached
+    {"ໝາ", 0, "##31000030"},
+    {"ຫນາ", 0, "##29000030"},
+    {"ເມຍ", 0, "##20000260"},  // the final belongs to the vowel
+    {"ເຂົ້າ", 0, "##02000362"},
+    {"ນ້ຳ", 0, "##13000372"},
+    {"ນໍ້າ", 0, "##13000372"},  // in two signs
+    {"", 0, "##"},
+    {"abc 1,2", 0, "##abc 1,2"},
+    {"ກາໆ", 0, "##01000030 "},  // repeat sign and ellipsis are blanks
+    {"ໆຯ", 0, "##  "},
+    {"ກາ x", 0, "##01000030 x"},
+    {"໑", 0, "##\xE1"},
+};
+
+TEST_F(SortKeys, AreTheDigitsOfThePlaces)
+{
+    for (const auto &row : kKeyRows) {
+        SetOrvelOption("s", row.sortMode, 0);
+        EXPECT_EQ(KeyOf(*row.text ? CodeOfText(row.text) : ""), row.key) << row.text;
+    }
+}
+
+TEST_F(SortKeys, StayInTheirBuffer)
+{
+    const std::string code = CodeOfText("ກາສາ");
+    for (DWORD size = 0; size < 30; ++size) {
+        ExpectBoxes boxes({});
+        std::string key = KeyOf(code, size);
+        bool refused = size < 8, fits = size >= 20;
+        EXPECT_EQ(!key.starts_with("failed: "), fits) << size;
+        EXPECT_EQ(boxes.shown.size(), size_t(!refused && !fits)) << size;
+        boxes.pieces.assign(boxes.shown.size(), "too large");
+        if (!refused && !fits) {
+            EXPECT_TRUE(std::string("##0100003006000030").starts_with(key.substr(8)) ||
+                        key.size() < 17)
+                << key;
+        }
+    }
+    EXPECT_EQ(KeyOf("abcd", 8), "##abcd");
+    ExpectBoxes boxes({kCannotConvert});
+    EXPECT_EQ(KeyOf("abcdefghij", 8), "failed: ##abcd");
+}
+
+TEST_F(SortKeys, OfUnknownFontsAreTheText)
+{
+    char key[12];
+    memset(key, 'x', sizeof key);
+    EXPECT_EQ(SortString("a\xA1", key, sizeof key, "no such font"), 1);
+    EXPECT_STREQ(key, "##a\xA1");
+    EXPECT_EQ(SortString("abcdefghijklm", key, sizeof key, "no such font"), 1);
+    EXPECT_STREQ(key, "##abcdefghi");
+    EXPECT_EQ(SortString(nullptr, key, sizeof key, kInternal), 0);
+    EXPECT_EQ(SortString("a", nullptr, 12, kInternal), 0);
+}
+
+// In the code of each font the key is the same.
+TEST_F(SortKeys, AreTheSameFromEachFontCode)
+{
+    const std::string code = CodeOfText("ສະບາຍດີ ນ້ຳ ໜູ");
+    const std::string wanted = KeyOf(code);
+    for (int font = 0; font < 6; ++font) {
+        std::string name = "Code " + std::to_string(font);
+        AddFontToList(name.c_str(), "", WORD(font), 100, 0);
+        char source[64], key[200];
+        strcpy(source, code.c_str());
+        ASSERT_NE(RecodeString(source, sizeof source, -font), 0);
+        EXPECT_EQ(SortString(source, key, sizeof key, name.c_str()), 1);
+        EXPECT_EQ(key, wanted) << font;
+    }
+}
+
+TEST_F(SortKeys, FollowAControlFile)
+{
+    char name[] = "  test.key\t ";
+    WriteDataFile(kFile,
+                  "I2FVT\nInitial\n0\n\xA1 9\nCluster\n0\nVowel\n0\n\xBE 7\nFinal\n0\nTone\n0\n"
+                  "Change\nNumber\n");
+    EXPECT_EQ(SetSortKey(name), 1);
+    EXPECT_STREQ(name, "test.key");
+    EXPECT_EQ(KeyOf("\xA1\xBE"), "##97");
+    RemoveDataFile(kFile);
+    EXPECT_EQ(KeyOf("\xA1\xBE"), "##97");  // it was read once
+    char empty[] = " ";
+    EXPECT_EQ(SetSortKey(empty), 1);
+    EXPECT_EQ(KeyOf("\xA1\xBE"), "##01000030");
+}
+
+TEST_F(SortKeys, FallBackOnTheBuiltInTable)
+{
+    std::string longName(200, 'x');
+    char missing[] = "missing.key";
+    for (char *name : {missing, longName.data()}) {
+        LoadSortFile("I\nInitial\n0 q\nCluster\n");
+        EXPECT_EQ(KeyOf("\xA1\xBE"), "##q");
+        {
+            ExpectBoxes boxes({kNoFile});
+            EXPECT_EQ(SetSortKey(name), 1);
+        }
+        EXPECT_EQ(KeyOf("\xA1\xBE"), "##01000030");  // without another message
+    }
+    {
+        ExpectBoxes boxes({kTooLong});
+        EXPECT_EQ(LoadSortFile("I2\nInitial\n0 12345678\n"), 1);
+    }
+    EXPECT_EQ(KeyOf("\xA1\xBE"), "##01000030");
+}
+
+// A table of this name counts as unloaded, so that its file is read again at each use.
+TEST_F(SortKeys, ATableNamedEmptyIsReadEachTime)
+{
+    char name[] = "EMPTY";
+    const std::string rest = "\nCluster\nVowel\nFinal\nTone\nChange\nNumber\n";
+    WriteDataFile(name, "I\nInitial\n0 q" + rest);
+    EXPECT_EQ(SetSortKey(name), 1);
+    EXPECT_EQ(KeyOf("\xA1\xBE"), "##q");
+    WriteDataFile(name, "I\nInitial\n0 p" + rest);
+    EXPECT_EQ(KeyOf("\xA1\xBE"), "##p");
+    RemoveDataFile(name);
+    ExpectBoxes boxes({kNoFile});
+    EXPECT_EQ(KeyOf("\xA1\xBE"), "##01000030");
+}
+
+// ---- the order, made from the printed lists ----
+
+static const char kInitialOrder[] =
+    "ກ ຂ ຄ ງ ຈ ສ ຊ ຍ ດ ຕ ຖ ທ ນ ບ ປ ຜ ຝ ພ ຟ ມ ຢ ຣ ລ ວ ຫ ຫງ ຫຍ ຫນ ຫມ ຫຣ ຫລ ຫວ ອ ຮ";
+static const char kVowelOrder[] = "xະ xັ xາ xິ xີ xຶ xື xຸ xູ ເxະ ເxັ ເx ແxະ ແxັ ແx ໂxະ xົ ໂx ເxາະ "
+                                  "xັອ xໍ xອ ເxິ ເxີ ເxັຍ ເxຍ xຽ ເxຶອ ເxືອ xົວະ xັວ xົວ xວ ໄx ໃx ເxົາ xຳ";
+static const char kFinalOrder[] = "ກ ຂ ຄ ງ ຈ ສ ຊ ຍ ດ ຕ ຖ ທ ນ ບ ປ ຜ ຝ ພ ຟ ມ ຢ ຣ ລ ວ ຫ ອ ຮ";
+
+typedef std::map<std::string, int> Ranks;
+
+static Ranks RanksOf(const char *order)
+{
+    Ranks ranks;
+    std::string item;
+    for (const char *c = order;; ++c) {
+        if (*c != ' ' && *c) {
+            if (*c != 'x')
+                item += *c;
+            continue;
+        }
+        std::string code = CodeOfText(item);
+        ranks.emplace(code, int(ranks.size()) + 1);
+        item.clear();
+        if (!*c)
+            return ranks;
+    }
+}
+
+static int RankIn(const Ranks &ranks, const std::string &text)
+{
+    auto found = ranks.find(text);
+    return found == ranks.end() ? 0 : found->second;
+}
+
+// One sign for each code: two-sign codes fall apart, other forms become the one of the chart.
+static std::string SingleSigns(const std::string &code)
+{
+    std::string signs;
+    for (unsigned char c : code) {
+        if ((c >= 132 && c <= 137) || (c >= 152 && c <= 157))
+            signs += {char(c < 138 ? c + 109 : c + 89), char(c < 138 ? 250 : 251)};
+        else if (c == 210 || c == 211)
+            signs += {char(240), char(c + 40)};
+        else if (c == 212 || c == 213)
+            signs += {char(191), char(c + 38)};
+        else if (c >= 205 && c <= 207)
+            signs += {char(185), char(c == 205 ? 236 : c == 206 ? 173 : 180)};
+        else
+            signs += char(c == 249 ? 235 : c);
+    }
+    return signs;
+}
+
+static std::string TextOf(const uint8_t *field)
+{
+    return reinterpret_cast<const char *>(field);
+}
+
+typedef std::array<int, 5> SyllablePlace;  // initial, cluster, final, vowel, tone
+
+struct PrintedOrder {
+    Ranks initials = RanksOf(kInitialOrder), vowels = RanksOf(kVowelOrder),
+          finals = RanksOf(kFinalOrder);
+    bool isNatural = false;
+};
+
+static SyllablePlace PlaceOf(const PrintedOrder &order, const SyllableParts &parts)
+{
+    std::string initial = SingleSigns(TextOf(parts.initial)), vowel, tone = TextOf(parts.tone);
+    for (char c : SingleSigns(TextOf(parts.vowel)))
+        (uint8_t(c) >= 250 ? tone : vowel) += c;
+    std::string final = TextOf(parts.final);
+    if (final.size() > 1 && uint8_t(final[1]) == 254)
+        tone = final[1];
+    final = final.substr(0, 1);
+    int cluster = 0;
+    if (!order.initials.count(initial) && initial.size() == 2) {
+        cluster = uint8_t(initial[1]) == 235 ? 1 : uint8_t(initial[1]) == 236 ? 2 : 3;
+        initial.pop_back();
+    }
+    if (!final.empty() && order.vowels.count(vowel + final)) {
+        vowel += final;
+        final.clear();
+    }
+    int toneRank = tone.empty() ? 0 : uint8_t(tone.back()) - 249;
+    SyllablePlace place = {RankIn(order.initials, initial), cluster, RankIn(order.finals, final),
+                           RankIn(order.vowels, vowel), toneRank};
+    if (order.isNatural)
+        std::swap(place[2], place[3]);
+    return place;
+}
+
+// Words as the library divides them.
+static std::vector<SyllablePlace> PlacesOf(const PrintedOrder &order, const std::string &word)
+{
+    char words[200], syllables[200];
+    EXPECT_EQ(WrapText(word.c_str(), words, sizeof words, kInternal, 13), 1);
+    std::replace(words, words + strlen(words), '-', '|');
+    EXPECT_EQ(WrapText(words, syllables, sizeof syllables, kInternal, 5), 1);
+    std::replace(syllables, syllables + strlen(syllables), '-', '|');
+    std::vector<SyllablePlace> places;
+    for (char *piece = strtok(syllables, "|"); piece; piece = strtok(nullptr, "|")) {
+        SyllableParts parts;
+        ResetVariants();
+        ParseSyllable(AsBytes(piece), int(strlen(piece)), &parts);
+        if (parts.initial[0])  // a stretch without a consonant has no place
+            places.push_back(PlaceOf(order, parts));
+    }
+    return places;
+}
+
+struct SortedWord {
+    std::string key, word;
+    std::vector<SyllablePlace> places;
+};
+
+static int Sign(int value)
+{
+    return (value > 0) - (value < 0);
+}
+
+static void ExpectSameOrder(const SortedWord &one, const SortedWord &other)
+{
+    int byKey = Sign(one.key.compare(other.key));
+    int byPlace = one.places < other.places ? -1 : other.places < one.places ? 1 : 0;
+    ASSERT_EQ(byKey, byPlace) << TextOfCode(one.word) << " " << one.key << ", "
+                              << TextOfCode(other.word) << " " << other.key;
+}
+
+// Some initials that the chart sets apart are looked up as others: ຫຼ and ຫຣ, ໜ and ຫນ, ໝ and ຫມ.
+TEST_F(SortKeys, PutTheDictionaryInThePrintedOrder)
+{
+    for (bool isNatural : {false, true}) {
+        SetOrvelOption("s", isNatural, 0);
+        PrintedOrder order;
+        order.isNatural = isNatural;
+        std::vector<SortedWord> words;
+        for (const std::string &word : DictionaryWords())
+            if (word.find_first_of("\xC5\xC6 ") == std::string::npos)
+                words.push_back({KeyOf(word), word, PlacesOf(order, word)});
+        ASSERT_GT(words.size(), 30000u);
+        std::sort(words.begin(), words.end(),
+                  [](const SortedWord &a, const SortedWord &b) { return a.key < b.key; });
+        for (size_t i = 1; i < words.size(); ++i)
+            ASSERT_NO_FATAL_FAILURE(ExpectSameOrder(words[i - 1], words[i]));
+        for (int i = 0; i < 300000; ++i)
+            ASSERT_NO_FATAL_FAILURE(ExpectSameOrder(words[NextRandom() % words.size()],
+                                                    words[NextRandom() % words.size()]));
+    }
+}
+
+TEST_F(SortKeys, OfAWordAreThoseThatItHasInAText)
+{
+    const std::vector<std::string> &words = DictionaryWords();
+    for (size_t start = 0; start < words.size(); start += 50) {
+        std::string text, wanted = "##";
+        for (size_t i = start; i < std::min(start + 50, words.size()); ++i) {
+            text += (i > start ? ", " : "") + words[i];
+            wanted += (i > start ? ", " : "") + KeyOf(words[i]).substr(2);
+        }
+        ASSERT_EQ(KeyOf(text, 30000), wanted);
+    }
+}
