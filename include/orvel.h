@@ -148,9 +148,10 @@ int WINAPI WriteFontList(void);
 
 /* Adds a font: name and substitute (may be null) cut to 36 bytes, its font code, the substitute's
  * size in percent (below 1: 100), and whether it uses the private-use characters. A substitute that
- * isn't registered becomes the first font of the current code. A font without a name stays in memory
- * alone: the file has no line for it. 1 when added and written; 0 when refused (table full at 127,
- * name there already, no such font code) or when it was added but the file could not be written. */
+ * isn't registered becomes the first font of the current code. A font without a name stays in
+ * memory alone: the file has no line for it. 1 when added and written; 0 when refused (table full
+ * at 127, name there already, no such font code) or when it was added but the file could not be
+ * written. */
 int WINAPI AddFontToList(const char *name, const char *substitute, WORD code, short scale,
                          WORD extended);
 
@@ -289,6 +290,18 @@ int WINAPI UnicodeToLao(const WCHAR *characters, char *text, DWORD capacity, int
  * save isn't 0; 0 for an unknown letter or when it could not be saved. */
 WORD WINAPI GetOrvelOption(const char *key);
 int WINAPI SetOrvelOption(const char *key, WORD value, int save);
+
+/* ---- Documents ---- */
+
+/* Converts a WordprocessingML 2003 document from legacy Lao fonts to Unicode text and Unicode
+ * fonts. The new file takes its place when it is whole; on a failure the old one stays. Notes and
+ * failures are shown in a box. 0 done, also with notes; else the number of the failure:
+ * - 891 the library can't be started, 920 a null path (both without a box);
+ * - 926 a file can't be opened, or both are one;
+ * - 232 to 288 a tag that can't be read, 473 to 519 and 938 no memory;
+ * - 1000 the document ends inside a tag, 1001 a text can't be converted, 1002 the new file can't be
+ *   written. */
+DWORD WINAPI ConvertFile(const char *source, const char *destination);
 
 #ifdef __cplusplus
 }

@@ -98,3 +98,17 @@ FILE *OpenDataFile(const char *path, const char *mode)
         fclose(file);
     return text;
 }
+
+FILE *OpenDocument(const char *path)
+{
+    return OpenDataFile(path, "rb");
+}
+
+int IsSameFile(const char *left, const char *right)
+{
+    char one[kNativePathSize], other[kNativePathSize];
+    struct stat oneStatus, otherStatus;
+    return ToNativePath(left, one, sizeof one) && ToNativePath(right, other, sizeof other) &&
+           stat(one, &oneStatus) == 0 && stat(other, &otherStatus) == 0 &&
+           oneStatus.st_dev == otherStatus.st_dev && oneStatus.st_ino == otherStatus.st_ino;
+}

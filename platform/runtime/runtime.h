@@ -14,6 +14,13 @@
 // "rb" and "wb" leave every byte as it is. The caller closes it with fclose.
 FILE *OpenDataFile(const char *path, const char *mode);
 
+// Opens a document for reading: its line ends as the target's text files have them, on native every
+// byte as it is.
+FILE *OpenDocument(const char *path);
+
+// Whether both paths name one file that is there, by whatever way: 1 or 0.
+int IsSameFile(const char *left, const char *right);
+
 // Replaces a file as a whole. BeginReplaceFile opens a new file in the same folder for the text
 // that shall take the place of `path`; none when the folder can't be written to, or when `path` is
 // something that a file can't replace (a folder, a device, a read-only file). EndReplaceFile closes

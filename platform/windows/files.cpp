@@ -146,3 +146,27 @@ void UseFoldersBelow(const char *)
 {
     // the registry and the shell are the system's
 }
+
+FILE *OpenDocument(const char *path)
+{
+    return OpenDataFile(path, "rt");
+}
+
+static int ReadFileInformation(const char *path, BY_HANDLE_FILE_INFORMATION *information)
+{
+    HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                              OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return 0;
+    int done = GetFileInformationByHandle(file, information);
+    CloseHandle(file);
+    return done;
+}
+
+int IsSameFile(const char *left, const char *right)
+{
+    BY_HANDLE_FILE_INFORMATION one, other;
+    return ReadFileInformation(left, &one) && ReadFileInformation(right, &other) &&
+           one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
+           one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
+}

@@ -1,0 +1,94 @@
+// The tag writer and the stack of open tags.
+#include "xmlconv/tag_writer.h"
+
+#include <cstring>
+
+#include "xmlconv/font_map.h"
+#include "xmlconv/report.h"
+#include "xmlconv/styles.h"
+
+// A cursor that counts the room down; once something did not fit it takes nothing more.
+struct TagCursor {
+    char *next;
+    size_t left;
+    bool isFull;
+};
+
+static void Put(TagCursor *cursor, const char *text)
+{
+    size_t length = strlen(text);
+    cursor->isFull = cursor->isFull || length >= cursor->left;
+    if (cursor->isFull)
+        return;
+    memcpy(cursor->next, text, length + 1);
+    cursor->next += length;
+    cursor->left -= length;
+}
+
+static void PutAttribute(TagCursor *cursor, const TagRecord *tag, const TagAttribute *attribute)
+{
+    Put(cursor, " ");
+    Put(cursor, attribute->name);
+    if (!attribute->value)
+        return;
+    Put(cursor, "=\"");
+    Put(cursor, RenameFontAttribute(tag, attribute, attribute->value));
+    Put(cursor, "\"");
+}
+
+static int AskForLargerBuffer()
+{
+    gReport.restart = kTagBufferFull;
+    return 0;
+}
+
+int WriteTag(TagRecord *tag, const TagRoom &room)
+{
+    if (!TrackTag(tag))
+        return 0;
+    TagCursor cursor = {room.text, room.size, false};
+    Put(&cursor, "<");
+    Put(&cursor, tag->name);
+    for (int i = 0; i < tag->attributeCount; ++i)
+        PutAttribute(&cursor, tag, &tag->attributes[i]);
+    if (tag->isSelfClosing)
+        Put(&cursor, tag->name[0] == '?' ? "?" : "/");
+    Put(&cursor, ">");
+    return cursor.isFull ? AskForLargerBuffer() : 1;
+}
+
+static int CopyTag(const char *source, const TagRoom &room)
+{
+    TagCursor cursor = {room.text, room.size, false};
+    Put(&cursor, source);
+    return cursor.isFull ? AskForLargerBuffer() : 1;
+}
+
+// A closing tag takes the top away whatever its name says; where nothing is open nothing is taken.
+static TagRecord *PopTag(TagRecord *current)
+{
+    TagRecord *parent = current ? current->parent : nullptr;
+    FreeTag(current);
+    return parent;
+}
+
+TagRecord *ProcessTag(TagRecord *current, const char *source, const TagRoom &room)
+{
+    TagRecord *tag = ParseTag(source);
+    if (!tag)
+        return nullptr;
+    tag->parent = current;
+    bool isOpening = !tag->isClosing && !tag->isSelfClosing;
+    int written = tag->isClosing ? CopyTag(source, room) : WriteTag(tag, room);
+    if (written && isOpening)
+        return tag;
+    bool pops = written && tag->isClosing && !tag->isSelfClosing;
+    FreeTag(tag);
+    return pops ? PopTag(current) : current;
+}
+
+void FreeTagStack(TagRecord *current)
+{
+    while (current)
+        current = PopTag(current);
+}

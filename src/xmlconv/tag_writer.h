@@ -1,0 +1,23 @@
+// Tags on their way to the output: tracked, written in normal form with Unicode font names, and
+// kept on a stack while they are open.
+#pragma once
+
+#include <cstddef>
+
+#include "xmlconv/tag.h"
+
+// Room for the text to write.
+struct TagRoom {
+    char *text;
+    size_t size;
+};
+
+// Writes an opening or self-closing tag: 1, or 0 when it failed, the style table is full or the
+// room is too small (RestartReason says so).
+int WriteTag(TagRecord *tag, const TagRoom &room);
+
+// Handles a tag's text. The new top of the stack; none also when the stack is empty, and on a
+// failure or for a restart, which the report tells.
+TagRecord *ProcessTag(TagRecord *current, const char *source, const TagRoom &room);
+
+void FreeTagStack(TagRecord *current);
