@@ -232,7 +232,7 @@ struct RenderRow {
 
 static const RenderRow kRenderRows[] = {
     {"I2VFT", PartsOf("\xA1", "\xBE", "", ""), 1, "kaa"},
-    {"TFV2I", PartsOf("\xA1\xB8", "\xBE", "\xFA", "\xAD"), 1, "1naawk"},
+    {"TFV2I", PartsOf("\xA1\xB8", "\xBE", "\xFA", "\xAD"), 1, "1naak"},
     {"I2VF", PartsOf("\xA1\xB8", "\xBE", "", ""), 1, "kwaa"},  // the cluster is no initial
     {"I2VF", PartsOf("\xB9\xAD", "\xBE", "", ""), 1, "hnaa"},  // this pair is
     {"IVF", PartsOf("\xA1\xB8", "\xBE", "", ""), 1, "kaa"},    // no 2: it isn't written
@@ -254,8 +254,8 @@ static const RenderRow kRenderRows[] = {
     {"XIVF", PartsOf("\xA1", "\xBE", "", "\xAD"), 1, "kaIan"},
     {"VIV X", PartsOf("\xA1", "\xBE", "", ""), 1, "aakaIa"},  // the last V counts
     {"IFX", PartsOf("\xA1", "\xBE", "", "\xAD"), 1, "knI"},   // no V
-    {"IX", PartsOf("\xA1", "\xF0", "", ""), 1, "kIII"},
-    {"IVX", PartsOf("\xA1", "\xF0", "", ""), 1, "kIII"},         // an empty vowel at the end
+    {"IX", PartsOf("\xA1", "\xF0", "", ""), 1, "kI"},
+    {"IVX", PartsOf("\xA1", "\xF0", "", ""), 1, "kI"},           // an empty vowel at the end
     {"IVFX", PartsOf("\xA1", "\xF0", "", "\xAD"), 1, "knI"},     // or in front of another piece
     {"INX", PartsOf("\xA1", "\xBE", "\xFA", "\xA9"), 0, "k00"},  // a tone that isn't
     // nothing to render
