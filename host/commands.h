@@ -19,6 +19,7 @@ void AddDictCommand(CLI::App *app, Command *chosen);
 void AddSortCommand(CLI::App *app, Command *chosen);
 void AddRomanizeCommand(CLI::App *app, Command *chosen);
 void AddEmailCommand(CLI::App *app, Command *chosen);
+void AddConvertCommand(CLI::App *app, Command *chosen);
 void AddRecodeCommand(CLI::App *app, Command *chosen);
 
 enum ExitStatus { kDone = 0, kNotDone = 1, kWrongUsage = 2 };

@@ -25,6 +25,7 @@ int main(int argc, char **argv)
     AddRomanizeCommand(&app, &chosen);
     AddEmailCommand(&app, &chosen);
     AddRecodeCommand(&app, &chosen);
+    AddConvertCommand(&app, &chosen);
     UseByteStreams();
     argv = Utf8Arguments(&argc, argv);
     try {

@@ -22,7 +22,8 @@ static int WriteMessage(HWND, const char *text, const char *, UINT)
     if (gMessages.line)
         fprintf(stderr, "%s:%zu: %s\n", gMessages.file.c_str(), gMessages.line, text);
     else
-        fprintf(stderr, "orvel: %s\n", text);
+        fprintf(stderr, "%s: %s\n", gMessages.file.empty() ? "orvel" : gMessages.file.c_str(),
+                text);
     return IDOK;
 }
 
