@@ -76,7 +76,7 @@ TagRecord *ProcessTag(TagRecord *current, const char *source, const TagRoom &roo
 {
     TagRecord *tag = ParseTag(source);
     if (!tag)
-        return nullptr;
+        return current;
     tag->parent = current;
     bool isOpening = !tag->isClosing && !tag->isSelfClosing;
     int written = tag->isClosing ? CopyTag(source, room) : WriteTag(tag, room);

@@ -16,8 +16,8 @@ struct TagRoom {
 // room is too small (RestartReason says so).
 int WriteTag(TagRecord *tag, const TagRoom &room);
 
-// Handles a tag's text. The new top of the stack; none also when the stack is empty, and on a
-// failure or for a restart, which the report tells.
+// Handles a tag's text. The new top of the stack, none when it is empty; on a failure or for a
+// restart, which the report tells, the old one.
 TagRecord *ProcessTag(TagRecord *current, const char *source, const TagRoom &room);
 
 void FreeTagStack(TagRecord *current);
