@@ -8,8 +8,8 @@ function(orvel_exports target def)
     if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND type STREQUAL SHARED_LIBRARY)
       add_custom_command(TARGET ${target} POST_BUILD
         COMMAND ${CMAKE_COMMAND} -DMODULE=$<TARGET_FILE:${target}> -DDEF=${def}
-                -DLIBRARY=$<TARGET_LINKER_FILE:${target}> -DNM=${CMAKE_NM} -DDLLTOOL=${CMAKE_DLLTOOL}
-                -P ${CMAKE_SOURCE_DIR}/cmake/import_library.cmake)
+                -DLIBRARY=$<TARGET_LINKER_FILE:${target}> -DNM=${CMAKE_NM}
+                -DDLLTOOL=${CMAKE_DLLTOOL} -P ${CMAKE_SOURCE_DIR}/cmake/import_library.cmake)
     endif()
     return()
   endif()

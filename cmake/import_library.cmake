@@ -1,6 +1,7 @@
-# Makes the import library of a 32-bit Windows module whose exports are undecorated: callers ask for Name@N, so the
-# library has the labels decorated and the names in the module plain. Called behind the module's link:
-# cmake -DMODULE=… -DDEF=… -DLIBRARY=… -DNM=… -DDLLTOOL=… -P import_library.cmake
+# Makes the import library of a 32-bit Windows module whose exports are undecorated: callers ask
+# for Name@N, so the library has the labels decorated and the names in the module plain. Called
+# behind the module's link: cmake -DMODULE=… -DDEF=… -DLIBRARY=… -DNM=… -DDLLTOOL=… -P
+# import_library.cmake
 get_filename_component(name ${MODULE} NAME)
 execute_process(COMMAND ${NM} ${MODULE} OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
 file(STRINGS ${DEF} lines REGEX "^ +[A-Za-z_]")

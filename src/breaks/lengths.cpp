@@ -28,7 +28,7 @@ uint32_t SyllableLengths(const uint8_t *position)
     for (int i = 0; i <= kLongestSyllable; ++i) {
         uint32_t cell = kSyllableNext[state][kSyllableClasses[position[i]]];
         mask |= (cell & kEndsHere) << i;
-        mask |= (cell & kEndedBefore) << i >> 2;
+        mask |= (cell & kEndedBefore) << i >> 2;  // one byte shorter
         state = cell >> kStateShift;
         if (state == kDeadState)
             break;
