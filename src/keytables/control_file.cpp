@@ -169,6 +169,7 @@ static bool ReadEntry(ControlReader *reader, char *key, const char *value)
         return false;
     if (!PrepareKey(key, reader->section))
         return true;
+    *entry = {};
     CopyCut(entry->key, sizeof entry->key, key);
     CopyCut(entry->value, sizeof entry->value, value ? value : "");
     ++reader->count;

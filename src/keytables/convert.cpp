@@ -23,7 +23,7 @@ enum : uint8_t {
 
 enum : uint8_t { kBlank = 32, kNoBreakSpace = 160 };
 enum : DWORD { kMarkWords = 13, kMarkSyllables = 5 };  // flags of WrapText
-enum { kRunRoom = 36 };
+enum { kRunRoom = 36, kWorkGrowth = 16 };
 
 // The font whose code leaves the internal code as it is. Where it isn't registered no breaks are
 // found, and each run of Lao is one syllable.
@@ -57,6 +57,13 @@ static bool NeedsWords(const KeyTable *table)
     return table->type != kRomanTable || (gProcess.options->breakMode & kWordBreaks);
 }
 
+// Room for the divided text: as much as the text has, but no more than both passes and the work
+// font's code can make of it.
+static DWORD WorkRoom(size_t length, DWORD size)
+{
+    return length < size / kWorkGrowth ? DWORD(kWorkGrowth * (length + 1)) : size;
+}
+
 // Copies text to work with a mark at each break. A side buffer that a host has armed is used up and
 // not written: its room is that of another text.
 static int MarkBreaks(const char *text, char *work, DWORD size, DWORD flags, uint8_t mark)
@@ -67,7 +74,8 @@ static int MarkBreaks(const char *text, char *work, DWORD size, DWORD flags, uin
     return 1;
 }
 
-// The marks of words end runs for the second pass, so that it divides what is left.
+// The marks of words end runs for the second pass, so that it divides what is left. What fits work
+// fits text.
 static int DivideText(char *text, char *work, DWORD size, const KeyTable *table)
 {
     uint8_t mark = kPrimaryBreakMark;
@@ -220,9 +228,9 @@ static void ConvertDivided(Conversion *conversion)
     }
 }
 
-static int ConvertThrough(char *work, char *text, DWORD size, Conversion *conversion)
+static int ConvertThrough(char *work, DWORD room, char *text, Conversion *conversion)
 {
-    if (!DivideText(text, work, size, conversion->table))
+    if (!DivideText(text, work, room, conversion->table))
         return 0;
     ReplaceByte(work, kRepeatSign, kRepeatMark);
     ReplaceByte(work, kEllipsis, kEllipsisMark);
@@ -234,11 +242,12 @@ static int ConvertThrough(char *work, char *text, DWORD size, Conversion *conver
 
 static int ConvertUnder(char *text, DWORD size, const KeyTable *table, bool showsFailures)
 {
-    char *work = static_cast<char *>(CheckedGlobalAlloc(GPTR, size));
+    DWORD room = WorkRoom(strlen(text), size);
+    char *work = static_cast<char *>(CheckedGlobalAlloc(GPTR, room));
     if (!work)
         return 0;
     Conversion conversion = {table, AsBytes(work), text, 1, size, showsFailures};
-    int done = ConvertThrough(work, text, size, &conversion);
+    int done = ConvertThrough(work, room, text, &conversion);
     GlobalFree(work);
     return done;
 }

@@ -13,10 +13,14 @@ EntryRange EntriesOf(const KeyTable *table, KeySection section)
     return isSound ? EntryRange{begin, end} : EntryRange{0, 0};
 }
 
+// Keys are compared with what fills them up, as one number each.
 static const KeyTableEntry *FindEntry(const char *key, const KeyTable *table, EntryRange range)
 {
+    char wanted[kTokenRoom] = {};
+    if (!CopyWhole(wanted, sizeof wanted, key))
+        return nullptr;
     for (int i = range.begin; i < range.end; ++i)
-        if (strcmp(table->entries[i].key, key) == 0)
+        if (memcmp(table->entries[i].key, wanted, sizeof wanted) == 0)
             return &table->entries[i];
     return nullptr;
 }

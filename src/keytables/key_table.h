@@ -21,7 +21,7 @@ enum TableType : uint8_t { kSortTable, kRomanTable, kEmailTable };
 enum { kMostEntries = 200, kTokenRoom = 8, kTableNameRoom = 16, kSequenceRoom = 9 };
 
 struct KeyTableEntry {
-    char key[kTokenRoom];    // empty: the section's default
+    char key[kTokenRoom];    // filled up with zeros; empty: the section's default
     char value[kTokenRoom];  // may be empty
 };
 
