@@ -65,14 +65,16 @@ static void ReadRefinements(const char *line, FontRecord *record)
     if (!TakeField(&line, token))
         return;
     CopyCut(record->substitute, sizeof record->substitute, token);
-    if (!TakeField(&line, token))
+    if (!line)
         return;
-    long scale = strtol(token, nullptr, 10);
+    char *end;
+    long scale = strtol(line, &end, 10);  // a number ends by itself
+    line = strchr(end, ',');
     if (scale < kLeastScale || scale > kMostScale)
         return;
     record->scale = short(scale);
-    if (CarriesExtended(*record) && TakeField(&line, token))
-        record->extended = strtol(token, nullptr, 10) > 0;
+    if (CarriesExtended(*record) && line)
+        record->extended = strtol(line + 1, nullptr, 10) > 0;
 }
 
 static bool ReadRecord(const char *line, FontRecord *record)

@@ -56,6 +56,8 @@ static const LineRow kLineRows[] = {
     {"A,Unicode,B,1001,1\n", "A/1/B/100/0"},
     {"A,Unicode,B,99999999999999999999,1\n", "A/1/B/100/0"},
     {"A,Unicode,B,x,1\n", "A/1/B/100/0"},
+    {"A,Unicode,B," + std::string(70, '0') + "90x,1\n", "A/1/B/90/1"},
+    {"A,Unicode,B,,1\n", "A/1/B/100/0"},
     {"A,Unicode,B,90,0\n", "A/1/B/90/0"},
     {"A,Unicode,B,90,-1\n", "A/1/B/90/0"},
     {"A,Unicode,B,90,99999999999\n", "A/1/B/90/1"},
