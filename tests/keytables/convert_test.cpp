@@ -76,6 +76,14 @@ TEST_F(Converting, RemembersWholeSyllablesOnly)
                   "Tone\nChange\n?\xA8 \xA8\nNumber\n");
     EXPECT_EQ(RomanOf(CodeOfText("ກາ ຂາ ໆ")), "kaa aa kaa");
     EXPECT_EQ(RomanOf(CodeOfText("ກາ ກາກ ໆ")), "kaa kaa kaa");
+    // the longest text that a syllable can have, whole and again
+    LoadRomanFile(
+        "IIIIIII #0\nInitial\n0\n\xA1 1234567\nCluster\nVowel\nFinal\nTone\nChange\nNumber\n");
+    const std::string longest = "12345671234567123456712345671234567";
+    EXPECT_EQ(RomanOf(CodeOfText("ກາ ໆ")), longest + " " + longest);
+    EXPECT_EQ(RomanOf(CodeOfText("ໆ"), 37), longest);
+    ExpectBoxes boxes({kCannotConvert});
+    EXPECT_EQ(RomanOf(CodeOfText("ໆ"), 36), "failed: ");
 }
 
 struct SeparatorRow {
