@@ -6,6 +6,7 @@
 
 #include "commands.h"
 #include "pieces.h"
+#include "progress.h"
 #include "runtime.h"
 #include "session.h"
 
@@ -46,18 +47,27 @@ static int WorkByPart(const TextPart &part, const PartWorker &work, std::string 
     return kNotDone;
 }
 
+static int ProcessPieces(PieceReader *reader, Progress *progress, const PartWorker &work)
+{
+    std::string output;
+    int worst = kDone;
+    for (std::string_view piece; !(piece = ReadPiece(reader)).empty();) {
+        output.clear();
+        worst = std::max(worst, work({piece, reader->line, reader->column}, &output));
+        if (WriteOutput(output))
+            return kNotDone;
+        AddProgress(progress, piece.size());
+    }
+    return worst;
+}
+
 static int ProcessFile(int file, const std::string &name, const PartWorker &work)
 {
     PieceReader reader = StartReading(file);
-    std::string output;
-    int worst = kDone;
+    Progress progress = StartProgress(file, name);
     gMessages.file = name;
-    for (std::string_view piece; !(piece = ReadPiece(&reader)).empty();) {
-        output.clear();
-        worst = std::max(worst, work({piece, reader.line, reader.column}, &output));
-        if (WriteOutput(output))
-            return kNotDone;
-    }
+    int worst = ProcessPieces(&reader, &progress, work);
+    EndProgress(progress);
     if (!reader.failure)
         return worst;
     fprintf(stderr, "orvel: %s: %s\n", name.c_str(), strerror(reader.failure));
