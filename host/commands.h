@@ -30,6 +30,9 @@ struct TextPart {
     size_t line, column;  // of its first character, from 1; columns in characters
 };
 
+// The text of a part without the byte order mark that some editors write in front of a file.
+std::string_view WithoutByteOrderMark(const TextPart &part);
+
 // Handles one part: appends to the output, gives a status.
 typedef std::function<int(const TextPart &part, std::string *output)> PartWorker;
 

@@ -6,7 +6,6 @@
 constexpr int kUserDictionary = 4;
 constexpr int kWordSize = 256;
 constexpr size_t kLongestSought = 15;  // bytes of a word that breaks are made by
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 enum AddResult { kAdded, kTooShort, kThereAlready };
 
 typedef int (*WordAction)(const CodeTrace &trace, const std::string &word);
@@ -105,16 +104,10 @@ static std::string_view TrimLine(std::string_view line)
     return line.substr(start, line.find_last_not_of(" \t\r\n") + 1 - start);
 }
 
-// What goes on from a part of a line is no word: it may be the end of a long comment. A byte order
-// mark, which some editors write, is no part of the first one.
+// What goes on from a part of a line is no word: it may be the end of a long comment.
 static std::string_view WordOfLine(const TextPart &line)
 {
-    std::string_view text = line.text;
-    if (line.column > 1)
-        return {};
-    if (line.line == 1 && text.starts_with(kByteOrderMark))
-        text.remove_prefix(kByteOrderMark.size());
-    return TrimLine(text);
+    return line.column > 1 ? std::string_view() : TrimLine(WithoutByteOrderMark(line));
 }
 
 static int ImportWords(const std::string &file)

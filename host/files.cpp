@@ -19,6 +19,13 @@ int WriteOutput(std::string_view text)
     return kNotDone;
 }
 
+std::string_view WithoutByteOrderMark(const TextPart &part)
+{
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    bool isFirst = part.line == 1 && part.column == 1;
+    return part.text.substr(isFirst && part.text.starts_with(kMark) ? kMark.size() : 0);
+}
+
 static int WorkByLine(TextPart part, const PartWorker &work, std::string *output)
 {
     int worst = kDone;

@@ -42,7 +42,7 @@ static int ReadLines(const SortSettings &settings, std::vector<SortLine> *lines)
         bool goesOn = part.column > 1;  // the line is longer than a part
         if (!goesOn)
             lines->push_back({"", "", gMessages.file, part.line});
-        lines->back().line += WithoutEnd(part.text);
+        lines->back().line += WithoutEnd(WithoutByteOrderMark(part));
         return int(kDone);
     });
 }
