@@ -6,6 +6,7 @@
 
 #include "windef.h"
 #include "winbase.h"
+#include "wingdi.h"
 #include "winnls.h"
 #include "winreg.h"
 #include "winuser.h"

@@ -8,13 +8,28 @@
 #define WM_NULL 0x0000
 #define WM_CREATE 0x0001
 #define WM_DESTROY 0x0002
+#define WM_ACTIVATE 0x0006
+#define WM_SETFOCUS 0x0007
+#define WM_KILLFOCUS 0x0008
 #define WM_SETTEXT 0x000C
 #define WM_GETTEXT 0x000D
 #define WM_GETTEXTLENGTH 0x000E
+#define WM_PAINT 0x000F
 #define WM_CLOSE 0x0010
+#define WM_QUIT 0x0012
+#define WM_SETFONT 0x0030
 #define WM_NCCREATE 0x0081
 #define WM_NCDESTROY 0x0082
+#define WM_GETDLGCODE 0x0087
+#define WM_KEYFIRST 0x0100
+#define WM_KEYDOWN 0x0100
+#define WM_KEYUP 0x0101
+#define WM_CHAR 0x0102
+#define WM_KEYLAST 0x0109
+#define WM_INITDIALOG 0x0110
 #define WM_COMMAND 0x0111
+#define WM_LBUTTONDOWN 0x0201
+#define WM_LBUTTONUP 0x0202
 #define WM_USER 0x0400
 #define WM_APP 0x8000
 
@@ -22,7 +37,11 @@
 #define WS_POPUP 0x80000000
 #define WS_CHILD 0x40000000
 #define WS_VISIBLE 0x10000000
+#define WS_DISABLED 0x08000000
+#define WS_TABSTOP 0x00010000
 #define WS_EX_TOPMOST 0x00000008
+#define WS_EX_NOPARENTNOTIFY 0x00000004
+#define DS_SETFONT 0x00000040
 #define CW_USEDEFAULT ((int)0x80000000)
 
 #define GWL_ID (-12)
@@ -40,6 +59,51 @@
 #define SWP_NOACTIVATE 0x0010
 #define SWP_SHOWWINDOW 0x0040
 #define SWP_HIDEWINDOW 0x0080
+
+#define SW_HIDE 0
+#define SW_SHOWNORMAL 1
+#define SW_SHOW 5
+#define WA_INACTIVE 0
+#define WA_ACTIVE 1
+#define GW_HWNDNEXT 2
+#define GW_OWNER 4
+#define GW_CHILD 5
+
+#define VK_BACK 0x08
+#define VK_TAB 0x09
+#define VK_RETURN 0x0D
+#define VK_SHIFT 0x10
+#define VK_ESCAPE 0x1B
+#define VK_SPACE 0x20
+#define VK_PRIOR 0x21
+#define VK_NEXT 0x22
+#define VK_LEFT 0x25
+#define VK_UP 0x26
+#define VK_RIGHT 0x27
+#define VK_DOWN 0x28
+#define KEYEVENTF_KEYUP 0x0002
+
+#define PM_NOREMOVE 0x0000
+#define PM_REMOVE 0x0001
+#define WH_KEYBOARD 2
+#define HC_ACTION 0
+#define HC_NOREMOVE 3
+
+#define DM_GETDEFID (WM_USER + 0)
+#define DM_SETDEFID (WM_USER + 1)
+#define DC_HASDEFID 0x534B
+#define DLGC_DEFPUSHBUTTON 0x0010
+#define DLGC_UNDEFPUSHBUTTON 0x0020
+#define DLGC_RADIOBUTTON 0x0040
+#define DLGC_STATIC 0x0100
+#define DLGC_BUTTON 0x2000
+#define BS_PUSHBUTTON 0
+#define BS_DEFPUSHBUTTON 1
+#define BM_SETSTYLE 0x00F4
+#define BM_CLICK 0x00F5
+#define BN_CLICKED 0
+#define GR_GDIOBJECTS 0
+#define GR_USEROBJECTS 1
 
 #define SM_CXSCREEN 0
 #define SM_CYSCREEN 1
@@ -83,6 +147,27 @@
 
 typedef LRESULT(CALLBACK *WNDPROC)(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+typedef INT_PTR(CALLBACK *DLGPROC)(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+typedef LRESULT(CALLBACK *HOOKPROC)(int code, WPARAM wParam, LPARAM lParam);
+
+typedef struct tagMSG {
+    HWND hwnd;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    DWORD time;
+    POINT pt;
+} MSG, *PMSG, *LPMSG;
+
+typedef struct tagPAINTSTRUCT {
+    HDC hdc;
+    BOOL fErase;
+    RECT rcPaint;
+    BOOL fRestore;
+    BOOL fIncUpdate;
+    BYTE rgbReserved[32];
+} PAINTSTRUCT, *LPPAINTSTRUCT;
+
 typedef struct tagWNDCLASSA {
     UINT style;
     WNDPROC lpfnWndProc;
@@ -118,13 +203,22 @@ HWND WINAPI CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD
 BOOL WINAPI DestroyWindow(HWND window);
 BOOL WINAPI IsWindow(HWND window);
 HWND WINAPI FindWindowA(LPCSTR className, LPCSTR title);
-HWND WINAPI GetDlgItem(HWND dialog, int id);
+HWND WINAPI GetDesktopWindow(void);
+HWND WINAPI GetWindow(HWND window, UINT relation);
 HWND WINAPI GetParent(HWND window);
 LONG WINAPI GetWindowLongA(HWND window, int index);
 BOOL WINAPI GetWindowRect(HWND window, LPRECT rect);
+/* Windows have no frame: the client area is the whole of the window. */
+BOOL WINAPI GetClientRect(HWND window, LPRECT rect);
 BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 HWND WINAPI GetActiveWindow(void);
 HWND WINAPI SetActiveWindow(HWND window);
+HWND WINAPI GetFocus(void);
+HWND WINAPI SetFocus(HWND window);
+BOOL WINAPI ShowWindow(HWND window, int command);
+BOOL WINAPI EnableWindow(HWND window, BOOL enable);
+BOOL WINAPI IsWindowVisible(HWND window);
+BOOL WINAPI IsWindowEnabled(HWND window);
 int WINAPI GetSystemMetrics(int index);
 
 LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -132,6 +226,40 @@ LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM l
 UINT WINAPI RegisterWindowMessageA(LPCSTR name);
 int WINAPI GetWindowTextA(HWND window, LPSTR text, int size);
 BOOL WINAPI SetWindowTextA(HWND window, LPCSTR text);
+
+/* The queue belongs to the one thread that uses windows. With nothing left in it that could ever
+   bring a message, GetMessageA gives -1 instead of waiting. Keys come by keybd_event and go to the
+   window with the focus, past the keyboard hooks. */
+BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+void WINAPI PostQuitMessage(int code);
+BOOL WINAPI PeekMessageA(LPMSG message, HWND window, UINT first, UINT last, UINT flags);
+BOOL WINAPI GetMessageA(LPMSG message, HWND window, UINT first, UINT last);
+BOOL WINAPI TranslateMessage(const MSG *message);
+LRESULT WINAPI DispatchMessageA(const MSG *message);
+void WINAPI keybd_event(BYTE key, BYTE scan, DWORD flags, ULONG_PTR extra);
+SHORT WINAPI GetAsyncKeyState(int key);
+
+/* Keyboard hooks of the calling thread only. */
+HHOOK WINAPI SetWindowsHookExA(int type, HOOKPROC procedure, HINSTANCE module, DWORD thread);
+BOOL WINAPI UnhookWindowsHookEx(HHOOK hook);
+LRESULT WINAPI CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam);
+
+HWND WINAPI CreateDialogParamA(HINSTANCE module, LPCSTR name, HWND parent, DLGPROC procedure,
+                               LPARAM parameter);
+LRESULT WINAPI DefDlgProcA(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+HWND WINAPI GetDlgItem(HWND dialog, int id);
+int WINAPI GetDlgCtrlID(HWND control);
+BOOL WINAPI SetDlgItemTextA(HWND dialog, int id, LPCSTR text);
+UINT WINAPI GetDlgItemTextA(HWND dialog, int id, LPSTR text, int size);
+LRESULT WINAPI SendDlgItemMessageA(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
+HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
+
+BOOL WINAPI UpdateWindow(HWND window);
+HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint);
+BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT *paint);
+
+/* How many windows and hooks, or GDI objects, there are. */
+DWORD WINAPI GetGuiResources(HANDLE process, DWORD kind);
 
 /* Goes to the presenter, see SetMessageBoxAnswerer in runtime.h; 0 for a dead owner. */
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT flags);

@@ -21,6 +21,11 @@ void WINAPI SetLastError(DWORD code)
     gLastError = code;
 }
 
+HANDLE WINAPI GetCurrentProcess(void)
+{
+    return (HANDLE)(LONG_PTR)-1;
+}
+
 DWORD WINAPI GetCurrentThreadId(void)
 {
     return (DWORD)gettid();

@@ -33,6 +33,11 @@ LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_GETTEXT: return CopyText(record, (char *)lParam, wParam);
     case WM_GETTEXTLENGTH: return record->text ? (LRESULT)strlen(record->text) : 0;
     case WM_CLOSE: DestroyWindow(window); break;
+    case WM_PAINT: record->needsPaint = 0; break;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) != WA_INACTIVE)
+            SetFocus(window);
+        break;
     }
     return 0;
 }

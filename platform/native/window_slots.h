@@ -10,8 +10,12 @@ WindowRecord *NewWindowRecord();
 // Frees a record that has left the tree; its handle is dead from now on.
 void FreeWindowRecord(WindowRecord *window);
 
-// The class of this name (or MAKEINTATOM) that this module registered; none when there is none.
-WindowClass *FindWindowClass(const char *nameOrAtom, HINSTANCE instance);
+// The class of this name (or MAKEINTATOM) that this module registered, or the layer's own of that
+// name, which is made at its first use; none when there is none.
+WindowClass *FindOrMakeClass(const char *nameOrAtom, HINSTANCE instance);
+
+// How many windows there are.
+DWORD CountWindows();
 
 // No instance means the program's own.
 HINSTANCE InstanceOrProgram(HINSTANCE instance);

@@ -3,12 +3,16 @@
 #include "window_table.h"
 #include "window_slots.h"
 #include "atoms.h"
+#include "controls.h"
 
 #include <stdlib.h>
 #include <string.h>
 
+constexpr int kScreenWidth = 1024;
+constexpr int kScreenHeight = 768;
 constexpr int kMaxWindows = 4096;
 constexpr unsigned kGenerations = 0x7fff;
+static const HWND kRootHandle = (HWND)(ULONG_PTR)2;  // generation 0, which no slot has
 
 struct WindowSlot {
     WindowRecord *record;  // none: free
@@ -29,6 +33,12 @@ static HWND HandleOf(unsigned slot)
 
 WindowRecord *RootWindow()
 {
+    if (!gTable.root.handle) {
+        gTable.root.handle = kRootHandle;
+        gTable.root.procedure = DefWindowProcA;
+        gTable.root.style = WS_POPUP | WS_VISIBLE;
+        gTable.root.rect = {0, 0, kScreenWidth, kScreenHeight};
+    }
     return &gTable.root;
 }
 
@@ -38,8 +48,22 @@ WindowRecord *FindWindowRecord(HWND window)
     ULONG_PTR slot = ((value & 0xffff) >> 1) - 1;  // a 0 becomes huge
     if (slot < kMaxWindows && gTable.slots[slot].record && HandleOf((unsigned)slot) == window)
         return gTable.slots[slot].record;
+    if (window == kRootHandle)
+        return RootWindow();
     SetLastError(ERROR_INVALID_WINDOW_HANDLE);
     return nullptr;
+}
+
+int IsChildRecord(const WindowRecord *window)
+{
+    return (window->style & (WS_CHILD | WS_POPUP)) == WS_CHILD;
+}
+
+HWND TopLevelOf(const WindowRecord *window)
+{
+    while (window->parent && window->parent != RootWindow())
+        window = window->parent;
+    return window->handle;
 }
 
 WindowRecord *NewWindowRecord()
@@ -80,14 +104,42 @@ int StoreWindowText(WindowRecord *window, const char *text)
     return 1;
 }
 
-WindowClass *FindWindowClass(const char *nameOrAtom, HINSTANCE instance)
+static WindowClass *FindWindowClass(const char *nameOrAtom, HINSTANCE instance)
 {
     ATOM atom = FindAtom(nameOrAtom);
     for (WindowClass *found = gTable.classes; found; found = found->next) {
         if (atom && found->atom == atom && found->instance == instance)
             return found;
     }
-    return nullptr;
+    return instance ? FindWindowClass(nameOrAtom, nullptr) : nullptr;
+}
+
+static WindowClass *AddClass(ATOM atom, HINSTANCE instance, WNDPROC procedure)
+{
+    WindowClass *added = (WindowClass *)malloc(sizeof *added);
+    if (!added) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    *added = {gTable.classes, atom, instance, procedure, 0};
+    gTable.classes = added;
+    return added;
+}
+
+// A module may have a class of the same name as one of the layer's.
+static int HasOwnClass(const char *name, HINSTANCE instance)
+{
+    WindowClass *found = FindWindowClass(name, instance);
+    return found && found->instance == instance;
+}
+
+WindowClass *FindOrMakeClass(const char *nameOrAtom, HINSTANCE instance)
+{
+    WindowClass *found = FindWindowClass(nameOrAtom, instance);
+    if (found || (ULONG_PTR)nameOrAtom <= 0xffff)
+        return found;
+    WNDPROC procedure = ControlProcedure(nameOrAtom);
+    return procedure ? AddClass(AtomOfName(nameOrAtom), nullptr, procedure) : nullptr;
 }
 
 ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass)
@@ -98,23 +150,18 @@ ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass)
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;
     }
-    if (FindWindowClass(windowClass->lpszClassName, instance)) {
+    if (HasOwnClass(windowClass->lpszClassName, instance)) {
         SetLastError(ERROR_CLASS_ALREADY_EXISTS);
         return 0;
     }
-    WindowClass *added = (WindowClass *)malloc(sizeof *added);
-    if (!added) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return 0;
-    }
-    *added = {gTable.classes, atom, instance, windowClass->lpfnWndProc, 0};
-    gTable.classes = added;
-    return atom;
+    return AddClass(atom, instance, windowClass->lpfnWndProc) ? atom : 0;
 }
 
 BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance)
 {
     WindowClass *gone = FindWindowClass(className, InstanceOrProgram(instance));
+    if (gone && !gone->instance)
+        gone = nullptr;
     if (!gone || gone->windows > 0) {
         SetLastError(gone ? ERROR_CLASS_HAS_WINDOWS : ERROR_CLASS_DOES_NOT_EXIST);
         return FALSE;
@@ -125,6 +172,14 @@ BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance)
     *link = gone->next;
     free(gone);
     return TRUE;
+}
+
+DWORD CountWindows()
+{
+    DWORD count = 0;
+    for (const WindowSlot &slot : gTable.slots)
+        count += slot.record != nullptr;
+    return count;
 }
 
 HINSTANCE InstanceOrProgram(HINSTANCE instance)

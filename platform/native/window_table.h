@@ -9,7 +9,7 @@
 struct WindowClass {
     WindowClass *next;
     ATOM atom;
-    HINSTANCE instance;
+    HINSTANCE instance;  // none: a class of the layer's own, for every module
     WNDPROC procedure;
     int windows;  // how many there are of it
 };
@@ -17,7 +17,7 @@ struct WindowClass {
 // Siblings are linked in their order on the screen, topmost first. `parent` is the root record for
 // windows that aren't children, so every window has one.
 struct WindowRecord {
-    HWND handle;  // none for the root
+    HWND handle;
     WindowClass *windowClass;
     WNDPROC procedure;
     HINSTANCE instance;
@@ -28,12 +28,25 @@ struct WindowRecord {
     RECT rect;   // within the parent
     char *text;  // none is an empty one
     int isDying;
+    int needsPaint;
+    // Of dialogs: the procedure, the id of the default button, and the control that had the focus
+    // when another window became active.
+    DLGPROC dialogProcedure;
+    int defaultId;
+    HWND leftFocus;
+    LONG_PTR control[3];  // what a control keeps, meaning by its class
 };
+
+// Whether the window stands in its parent instead of on the screen.
+int IsChildRecord(const WindowRecord *window);
+
+// The window itself or the one that it stands in: the one on the screen.
+HWND TopLevelOf(const WindowRecord *window);
 
 // The record of a living window; none for any other value, and the last error is set then.
 WindowRecord *FindWindowRecord(HWND window);
 
-// The root of the tree, which stands for the screen.
+// The root of the tree, which stands for the screen: GetDesktopWindow gives its handle.
 WindowRecord *RootWindow();
 
 // Takes a copy of the text (none is an empty one). 1, or 0 when there is no memory.

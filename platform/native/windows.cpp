@@ -1,23 +1,11 @@
 // The tree of windows: creation, destruction, place, order and activation.
 #include "window_slots.h"
+#include "activation.h"
 #include "atoms.h"
 
 #include <runtime.h>
 #include <stdlib.h>
 #include <string.h>
-
-constexpr int kScreenWidth = 1024;
-constexpr int kScreenHeight = 768;
-
-struct ActivationState {
-    HWND active;
-};
-static ActivationState gActivation;
-
-static int IsChild(const WindowRecord *window)
-{
-    return (window->style & (WS_CHILD | WS_POPUP)) == WS_CHILD;
-}
 
 static int IsTopmost(const WindowRecord *window)
 {
@@ -62,8 +50,8 @@ static void PlaceWindow(WindowRecord *window, const CREATESTRUCTA *create)
     int y = create->x == CW_USEDEFAULT || create->y == CW_USEDEFAULT ? 0 : create->y;
     int width = create->cx, height = create->cy;
     if (width == CW_USEDEFAULT) {
-        width = isFree ? kScreenWidth * 3 / 4 : 0;
-        height = isFree ? kScreenHeight * 3 / 4 : 0;
+        width = isFree ? RootWindow()->rect.right * 3 / 4 : 0;
+        height = isFree ? RootWindow()->rect.bottom * 3 / 4 : 0;
     } else if (height == CW_USEDEFAULT) {
         height = 0;
     }
@@ -89,7 +77,7 @@ static WindowRecord *MakeRecord(WindowClass *windowClass, const CREATESTRUCTA *c
     window->instance = create->hInstance;
     window->style = (DWORD)create->style;
     window->exStyle = create->dwExStyle;
-    if (IsChild(window)) {
+    if (IsChildRecord(window)) {
         window->id = (LONG_PTR)create->hMenu;
         window->parent = FindWindowRecord(create->hwndParent);
     } else {
@@ -97,7 +85,7 @@ static WindowRecord *MakeRecord(WindowClass *windowClass, const CREATESTRUCTA *c
         window->parent = RootWindow();
     }
     PlaceWindow(window, create);
-    if (IsChild(window))
+    if (IsChildRecord(window))
         LinkBehind(window);
     else
         LinkInFront(window);
@@ -107,11 +95,11 @@ static WindowRecord *MakeRecord(WindowClass *windowClass, const CREATESTRUCTA *c
 
 static void RemoveRecord(WindowRecord *window)
 {
-    if (gActivation.active == window->handle)
-        gActivation.active = window->owner;
+    HWND handle = window->handle, owner = window->owner;
     Unlink(window);
     window->windowClass->windows--;
     FreeWindowRecord(window);
+    LeaveActivation(handle, owner);
 }
 
 // The first child that hasn't had this step of the destruction yet.
@@ -161,7 +149,7 @@ HWND WINAPI CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD
                             HINSTANCE instance, LPVOID parameter)
 {
     instance = InstanceOrProgram(instance);
-    WindowClass *windowClass = FindWindowClass(className, instance);
+    WindowClass *windowClass = FindOrMakeClass(className, instance);
     if (!windowClass) {
         SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
         return nullptr;
@@ -177,8 +165,10 @@ HWND WINAPI CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD
     WindowRecord *record = MakeRecord(windowClass, &create);
     HWND window = record ? AnnounceWindow(record->handle, &create) : nullptr;
     record = window ? FindWindowRecord(window) : nullptr;
-    if (record && !IsChild(record) && (style & WS_VISIBLE))
-        gActivation.active = window;
+    if (record && (style & WS_VISIBLE))
+        record->needsPaint = 1;
+    if (record && !IsChildRecord(record) && (style & WS_VISIBLE))
+        ActivateWindow(window);
     return window;
 }
 
@@ -214,6 +204,10 @@ BOOL WINAPI DestroyWindow(HWND window)
     WindowRecord *record = FindWindowRecord(window);
     if (!record)
         return FALSE;
+    if (record == RootWindow()) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return FALSE;
+    }
     if (record->isDying)
         return TRUE;  // asked for again by a message of its own destruction
     DestroyOwned(window);
@@ -245,17 +239,23 @@ HWND WINAPI FindWindowA(LPCSTR className, LPCSTR title)
     return nullptr;
 }
 
-HWND WINAPI GetDlgItem(HWND dialog, int id)
+HWND WINAPI GetDesktopWindow(void)
 {
-    WindowRecord *record = FindWindowRecord(dialog);
+    return RootWindow()->handle;
+}
+
+HWND WINAPI GetWindow(HWND window, UINT relation)
+{
+    WindowRecord *record = FindWindowRecord(window);
     if (!record)
         return nullptr;
-    for (WindowRecord *child = record->firstChild; child; child = child->next) {
-        if ((int)child->id == id)
-            return child->handle;
+    WindowRecord *found = nullptr;
+    switch (relation) {
+    case GW_CHILD: found = record->firstChild; break;
+    case GW_HWNDNEXT: found = record->next; break;
+    case GW_OWNER: return record->owner;
     }
-    SetLastError(ERROR_CONTROL_ID_NOT_FOUND);
-    return nullptr;
+    return found ? found->handle : nullptr;
 }
 
 HWND WINAPI GetParent(HWND window)
@@ -263,7 +263,7 @@ HWND WINAPI GetParent(HWND window)
     WindowRecord *record = FindWindowRecord(window);
     if (!record)
         return nullptr;
-    return IsChild(record) ? record->parent->handle : record->owner;
+    return IsChildRecord(record) ? record->parent->handle : record->owner;
 }
 
 LONG WINAPI GetWindowLongA(HWND window, int index)
@@ -292,6 +292,15 @@ BOOL WINAPI GetWindowRect(HWND window, LPRECT rect)
         rect->top += record->rect.top;
         rect->bottom += record->rect.top;
     }
+    return TRUE;
+}
+
+BOOL WINAPI GetClientRect(HWND window, LPRECT rect)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (!record)
+        return FALSE;
+    *rect = {0, 0, record->rect.right - record->rect.left, record->rect.bottom - record->rect.top};
     return TRUE;
 }
 
@@ -330,49 +339,42 @@ static int IsPlaceInOrder(HWND after)
            after == HWND_NOTOPMOST;
 }
 
+static void PlaceByFlags(WindowRecord *window, HWND after, const RECT *place, UINT flags)
+{
+    if (!(flags & SWP_NOMOVE))
+        MoveTo(&window->rect, place->left, place->top);
+    if (!(flags & SWP_NOSIZE))
+        Resize(&window->rect, place->right, place->bottom);
+    if (!(flags & SWP_NOZORDER) && after != window->handle)
+        Reorder(window, after);
+    if ((flags & SWP_SHOWWINDOW) && !(window->style & WS_VISIBLE))
+        window->needsPaint = 1;
+    if (flags & SWP_SHOWWINDOW)
+        window->style |= WS_VISIBLE;
+    if (flags & SWP_HIDEWINDOW)
+        window->style &= ~(DWORD)WS_VISIBLE;
+}
+
 BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags)
 {
     WindowRecord *record = FindWindowRecord(window);
-    if (!record)
+    if (!record || record == RootWindow())
         return FALSE;
     if (!(flags & SWP_NOZORDER) && !IsPlaceInOrder(after) && !FindWindowRecord(after))
         return FALSE;
-    if (!(flags & SWP_NOMOVE))
-        MoveTo(&record->rect, x, y);
-    if (!(flags & SWP_NOSIZE))
-        Resize(&record->rect, width, height);
-    if (!(flags & SWP_NOZORDER) && after != window)
-        Reorder(record, after);
-    if (flags & SWP_SHOWWINDOW)
-        record->style |= WS_VISIBLE;
-    if (flags & SWP_HIDEWINDOW)
-        record->style &= ~(DWORD)WS_VISIBLE;
-    if (!(flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW | SWP_NOZORDER)) && !IsChild(record) &&
+    RECT place = {x, y, width, height};  // here the last two are width and height
+    PlaceByFlags(record, after, &place, flags);
+    if (!(flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW | SWP_NOZORDER)) && !IsChildRecord(record) &&
         (record->style & WS_VISIBLE))
-        gActivation.active = window;
+        ActivateWindow(window);
     return TRUE;
-}
-
-HWND WINAPI GetActiveWindow(void)
-{
-    return gActivation.active;
-}
-
-HWND WINAPI SetActiveWindow(HWND window)
-{
-    HWND before = gActivation.active;
-    WindowRecord *record = window ? FindWindowRecord(window) : nullptr;
-    if (window && (!record || IsChild(record)))
-        return nullptr;
-    gActivation.active = window;
-    return before;
 }
 
 int WINAPI GetSystemMetrics(int index)
 {
     switch (index) {
-    case SM_CXSCREEN: return kScreenWidth;
-    case SM_CYSCREEN: return kScreenHeight;
+    case SM_CXSCREEN: return RootWindow()->rect.right;
+    case SM_CYSCREEN: return RootWindow()->rect.bottom;
     }
     return 0;
 }

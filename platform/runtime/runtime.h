@@ -57,6 +57,18 @@ MessageBoxAnswerer SetMessageBoxAnswerer(MessageBoxAnswerer answerer);
 // count takes this back. 0 where the target can't do it (Windows).
 int FailAllocationAfter(int count);
 
+// For tests: line `number` (from 0) of what a window's painter wrote at its last WM_PAINT. 1, or 0
+// behind the last one, and where the target can't do it (Windows).
+struct DrawnTextRecord {
+    char text[64];  // longer ones are cut
+    int x, y;
+    COLORREF color;
+    UINT align;
+    int backgroundMode;
+    LOGFONTA font;  // zeroed: the system's
+};
+int DrawnText(HWND window, int number, DrawnTextRecord *drawn);
+
 // For tests: this process's registry and shared data stand below this folder from now on, so that
 // what the user has stays untouched. On Windows nothing changes.
 void UseFoldersBelow(const char *folder);

@@ -1,0 +1,42 @@
+// Fonts and device contexts. Nothing is drawn: what text a window's painter wrote is kept, see
+// DrawnText in runtime.h.
+#ifndef ORVEL_PLATFORM_WINGDI_H
+#define ORVEL_PLATFORM_WINGDI_H
+
+#include "windef.h"
+
+#define LF_FACESIZE 32
+#define FW_NORMAL 400
+#define VARIABLE_PITCH 2
+#define FF_ROMAN 0x10
+#define TA_LEFT 0
+#define TA_RIGHT 2
+#define TA_CENTER 6
+#define TRANSPARENT 1
+#define OPAQUE 2
+#define CLR_INVALID 0xFFFFFFFF
+#define GDI_ERROR 0xFFFFFFFF
+#define RGB(red, green, blue)                                                                      \
+    ((COLORREF)((BYTE)(red) | ((DWORD)(BYTE)(green) << 8) | ((DWORD)(BYTE)(blue) << 16)))
+
+typedef struct tagLOGFONTA {
+    LONG lfHeight, lfWidth, lfEscapement, lfOrientation, lfWeight;
+    BYTE lfItalic, lfUnderline, lfStrikeOut, lfCharSet;
+    BYTE lfOutPrecision, lfClipPrecision, lfQuality, lfPitchAndFamily;
+    CHAR lfFaceName[LF_FACESIZE];
+} LOGFONTA;
+
+ORVEL_API_BEGIN
+
+HFONT WINAPI CreateFontIndirectA(const LOGFONTA *font);
+HGDIOBJ WINAPI SelectObject(HDC context, HGDIOBJ object);
+BOOL WINAPI DeleteObject(HGDIOBJ object);
+COLORREF WINAPI GetTextColor(HDC context);
+COLORREF WINAPI SetTextColor(HDC context, COLORREF color);
+UINT WINAPI SetTextAlign(HDC context, UINT align);
+int WINAPI SetBkMode(HDC context, int mode);
+BOOL WINAPI TextOutA(HDC context, int x, int y, LPCSTR text, int length);
+
+ORVEL_API_END
+
+#endif
