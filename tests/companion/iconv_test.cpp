@@ -1,7 +1,6 @@
 // Font code 4 against the machine's own IBM1133.
 #include "companion/support.h"
 
-#include <cstring>
 #include <iconv.h>
 
 // The text in another charset, or nothing where it has no counterpart.
@@ -16,14 +15,6 @@ static std::string Convert(const char *to, const char *from, const std::string &
     iconv_close(state);
     out.resize(out.size() - room);
     return isDone ? out : "";
-}
-
-static std::string Recoded(const std::string &text, LONG code)
-{
-    std::vector<char> buffer(2 * text.size() + 1);
-    memcpy(buffer.data(), text.c_str(), text.size() + 1);
-    EXPECT_EQ(RecodeString(buffer.data(), DWORD(buffer.size()), code), 1u);
-    return buffer.data();
 }
 
 TEST(Ibm1133, EveryByteMeansWhatTheSystemSays)
@@ -52,14 +43,13 @@ TEST(Ibm1133, EveryByteMeansWhatTheSystemSays)
 TEST(Ibm1133, RealTextGoesBothWays)
 {
     int same = 0, lines = 0;
-    for (const std::string &line : Lines(ReadFile(ORVEL_CORPUS "/udhr.txt"))) {
+    for (const std::string &line : Lines(ReadCorpus("udhr.txt"))) {
         std::string foreign = Convert("IBM1133", "UTF-8", line);
         if (foreign.empty() || foreign.find('-') != std::string::npos)
             continue;
-        std::string code = Recoded(foreign, 4);
-        PackLao(code.data());
-        EXPECT_EQ(Show(code.c_str()), Show(CodeOf(line)));
-        same += Recoded(code.c_str(), -4) == foreign;
+        std::string code = Packed(Recoded(foreign, 4));
+        EXPECT_EQ(Show(code), Show(CodeOf(line)));
+        same += Recoded(code, -4) == foreign;
         ++lines;
     }
     EXPECT_GT(lines, 50);

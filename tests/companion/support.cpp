@@ -1,72 +1,37 @@
 #include "companion/support.h"
 
-#include <cstdio>
 #include <cstring>
+#include <random>
 #include <runtime.h>
 #include <shlobj.h>
+#include <unistd.h>
 
-static uint64_t gSeed = 88172645463325252u;
+#include "support/temp_folder.h"
 
 uint32_t NextRandom()
 {
-    gSeed ^= gSeed << 13;
-    gSeed ^= gSeed >> 7;
-    gSeed ^= gSeed << 17;
-    return uint32_t(gSeed >> 24);
+    static std::mt19937 random(1);
+    return uint32_t(random());
 }
 
-static std::string DataFolder()
+std::string DataPath(const std::string &name)
 {
     char common[MAX_PATH] = "";
     EXPECT_EQ(
         SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, common), 0);
     std::string folder = std::string(common) + "\\Orvel";
     CreateDirectoryA(folder.c_str(), nullptr);
-    return folder;
-}
-
-std::string DataPath(const std::string &name)
-{
-    return DataFolder() + "\\" + name;
-}
-
-std::string SlashPath(const std::string &name)
-{
-    std::string path = DataPath(name);
-    for (char &c : path)
-        c = c == '\\' ? '/' : c;
-    return path;
+    return folder + "\\" + name;
 }
 
 void WriteDataFile(const std::string &name, const std::string &content)
 {
-    FILE *file = OpenDataFile(DataPath(name).c_str(), "wb");
-    ASSERT_TRUE(file) << name;
-    EXPECT_EQ(fwrite(content.data(), 1, content.size(), file), content.size());
-    fclose(file);
-}
-
-static std::string ReadStream(FILE *file)
-{
-    std::string content;
-    char block[4096];
-    for (size_t got; file && (got = fread(block, 1, sizeof block, file)) > 0;)
-        content.append(block, got);
-    if (file)
-        fclose(file);
-    return content;
+    EXPECT_TRUE(WriteWholeFile(DataPath(name), content)) << name;
 }
 
 std::string ReadDataFile(const std::string &name)
 {
-    return ReadStream(OpenDataFile(DataPath(name).c_str(), "rb"));
-}
-
-std::string ReadFile(const std::string &path)
-{
-    FILE *file = fopen(path.c_str(), "rb");
-    EXPECT_TRUE(file) << path;
-    return ReadStream(file);
+    return ReadWholeFile(DataPath(name));
 }
 
 void RemoveDataFile(const std::string &name)
@@ -74,30 +39,25 @@ void RemoveDataFile(const std::string &name)
     DeleteFileA(DataPath(name).c_str());
 }
 
-static void RemoveAll()
+bool RemoveDataFolder(const std::string &name)
+{
+    return rmdir(ToPath(DataPath(name)).string().c_str()) == 0;
+}
+
+void CleanDictionaries::SetUp()
 {
     for (const char *name : {"MainDict.dat", "OldDict.dat", "UserDict.dat"})
         RemoveDataFile(name);
     UnloadDictionaries();
 }
 
-void CleanDictionaries::SetUp()
-{
-    RemoveAll();
-}
-
-void CleanDictionaries::TearDown()
-{
-    RemoveAll();
-}
-
 // By way of font code 5, which has the Lao block at its offsets.
 std::string CodeOf(const std::string &utf8)
 {
     std::string code;
-    for (size_t i = 0; i < utf8.size();) {
+    for (size_t i = 0, size; i < utf8.size(); i += size) {
         uint8_t lead = uint8_t(utf8[i]);
-        size_t size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
         uint32_t character = size == 3 ? (lead & 15u) << 12 | (uint8_t(utf8[i + 1]) & 63u) << 6 |
                                              (uint8_t(utf8[i + 2]) & 63u)
                                        : lead;
@@ -107,12 +67,22 @@ std::string CodeOf(const std::string &utf8)
             code += '-';
         else if (character > 0x0E80 && character < 0x0EE0)
             code += char(character - 0x0E80 + 0xA0);
-        i += size;
     }
-    code.resize(code.size() + 1);
-    EXPECT_EQ(RecodeString(code.data(), DWORD(code.size()), 5), 1u);
-    PackLao(code.data());
-    return code.c_str();
+    return Packed(Recoded(code, 5));
+}
+
+std::string Packed(std::string text)
+{
+    PackLao(text.data());
+    return text.c_str();
+}
+
+std::string Recoded(const std::string &text, LONG code)
+{
+    std::vector<char> buffer(2 * text.size() + 1);
+    memcpy(buffer.data(), text.c_str(), text.size() + 1);
+    EXPECT_EQ(RecodeString(buffer.data(), DWORD(buffer.size()), code), 1u);
+    return buffer.data();
 }
 
 std::string Show(const std::string &code)
@@ -126,27 +96,32 @@ std::string Show(const std::string &code)
 std::vector<std::string> Lines(const std::string &text)
 {
     std::vector<std::string> lines;
-    for (size_t start = 0; start < text.size();) {
-        size_t end = std::min(text.find('\n', start), text.size());
+    for (size_t start = 0, end; start < text.size(); start = end + 1) {
+        end = std::min(text.find('\n', start), text.size());
         lines.push_back(text.substr(start, end - start));
-        start = end + 1;
     }
     return lines;
 }
 
-std::string CorpusCode(const char *name)
+std::string ReadCorpus(const char *name)
 {
-    std::string code = CodeOf(ReadFile(std::string(ORVEL_CORPUS) + "/" + name));
-    EXPECT_GT(code.size(), 5000u) << name;
-    return code;
+    std::string text = ReadWholeFile(std::string(ORVEL_CORPUS) + "/" + name);
+    EXPECT_GT(text.size(), 5000u) << name;
+    return text;
+}
+
+std::vector<std::string> MainLines()
+{
+    std::vector<std::string> lines = Lines(ReadWholeFile(ORVEL_MAIN_DICTIONARY));
+    std::erase_if(lines, [](const std::string &line) { return line[0] == '#'; });
+    return lines;
 }
 
 std::vector<std::string> MainWords()
 {
     std::vector<std::string> words;
-    for (const std::string &line : Lines(ReadFile(ORVEL_MAIN_DICTIONARY)))
-        if (line[0] != '#')
-            words.push_back(CodeOf(line));
+    for (const std::string &line : MainLines())
+        words.push_back(CodeOf(line));
     return words;
 }
 
