@@ -16,41 +16,23 @@ class Converting : public KeyTables
 // two of them tells word breaks from the others.
 static const char *const kOneWord = "ກາສາ\n";
 
-struct TextRow {
-    const char *text;  // UTF-8
-    const char *result;
-};
-
-static void ExpectRomanized(const TextRow *rows, size_t count)
-{
-    for (size_t i = 0; i < count; ++i) {
-        ForgetLastWord();
-        EXPECT_EQ(RomanOf(CodeOfText(rows[i].text)), rows[i].result) << rows[i].text;
-    }
-}
-
-static const TextRow kSignRows[] = {
-    {"ໆ", "(rep.)"},  // nothing to repeat
-    {"ກາໆ", "kaka"},
-    {"ກາໆໆ", "kakaka"},
-    {"ກາສາໆ", "kasasa"},      // the last syllable only
-    {"ກາ ໆ", "ka ka"},        // a blank leaves the memory alone
-    {"ກາ, ໆ", "ka, (rep.)"},  // all else clears it
-    {"ກາ\n ໆ", "ka\n (rep.)"},
-    {"ກາ໑ໆ", "ka\xE1(rep.)"},  // a digit is no run
-    {"ກາຯ", "ka(etc.)"},
-    {"ກາຯໆ", "ka(etc.)(rep.)"},  // "(etc.)" clears it too
-    {"ອະໆ", "a(rep.)"},          // one letter is not repeated
-    {"ອະໆ ກາໆ", "a(rep.) kaka"},
-    {"ອະ ໆໆ", "a (rep.)(rep.)"},
-    {"ກາ ສ ໆ", "ka s (rep.)"},  // what is no syllable clears it
-    {"ກາ ອງ ໆ", "ka ng (rep.)"},
-};
-
 TEST_F(Converting, RepeatsTheLastSyllable)
 {
     ReplaceDictionary("MainDict.dat", kOneWord);
-    ExpectRomanized(kSignRows, std::size(kSignRows));
+    ExpectRomanized({
+        // clang-format off
+        {"ໆ", "(rep.)"},  // nothing to repeat
+        {"ກາໆໆ", "kakaka"}, {"ກາສາໆ", "kasasa"},      // the last syllable only
+        {"ກາ ໆ", "ka ka"},        // a blank leaves the memory alone
+        {"ກາ, ໆ", "ka, (rep.)"},  // all else clears it
+        {"ກາ\n ໆ", "ka\n (rep.)"}, {"ກາ໑ໆ", "ka\xE1(rep.)"},     // a digit is no run
+        {"ກາຯໆ", "ka(etc.)(rep.)"},   // "(etc.)" clears it too
+        {"ອະໆ ກາໆ", "a(rep.) kaka"},  // one letter is not repeated
+        {"ອະ ໆໆ", "a (rep.)(rep.)"},
+        {"ກາ ສ ໆ", "ka s (rep.)"},  // what is no syllable clears it
+        {"ກາ ອງ ໆ", "ka ng (rep.)"},
+        // clang-format on
+    });
     ForgetLastWord();
     EXPECT_EQ(RomanOf("\xA1\xBE\xA0\xC5"), "ka\xA0ka");  // a no-break space
 }
@@ -77,8 +59,7 @@ TEST_F(Converting, RemembersWholeSyllablesOnly)
     EXPECT_EQ(RomanOf(CodeOfText("ກາ ຂາ ໆ")), "kaa aa kaa");
     EXPECT_EQ(RomanOf(CodeOfText("ກາ ກາກ ໆ")), "kaa kaa kaa");
     // the longest text that a syllable can have, whole and again
-    LoadRomanFile(
-        "IIIIIII #0\nInitial\n0\n\xA1 1234567\nCluster\nVowel\nFinal\nTone\nChange\nNumber\n");
+    LoadRomanFile(std::string("IIIIIII #0\nInitial\n0\n\xA1 1234567") + kEmptySections);
     const std::string longest = "12345671234567123456712345671234567";
     EXPECT_EQ(RomanOf(CodeOfText("ກາ ໆ")), longest + " " + longest);
     EXPECT_EQ(RomanOf(CodeOfText("ໆ"), 37), longest);
@@ -86,33 +67,25 @@ TEST_F(Converting, RemembersWholeSyllablesOnly)
     EXPECT_EQ(RomanOf(CodeOfText("ໆ"), 36), "failed: ");
 }
 
-struct SeparatorRow {
-    WORD breakMode, romanBreak;
-    const char *text, *result;
-};
-
-static const SeparatorRow kSeparatorRows[] = {
-    {12, 32, "ກາສານາ", "kasa na"},  // between words
-    {8, 32, "ກາສານາ", "kasa na"},
-    {4, 32, "ກາສານາ", "ka sa na"},  // between all syllables
-    {0, 32, "ກາສານາ", "ka sa na"},
-    {12, 31, "ກາສານາ", "kasa\x1Fna"},
-    {12, 0, "ກາສານາ", "kasana"},
-    {12, 45, "ກາສານາ", "kasa-na"},
-    {12, 256 + 32, "ກາສານາ", "kasa na"},  // its low byte
-    // no separator without a break, or where a break isn't one of the library's
-    {12, 32, "ກາ ນາ", "ka na"},
-};
-
 TEST_F(Converting, SeparatesWordsOrSyllables)
 {
     ReplaceDictionary("MainDict.dat", kOneWord);
-    for (const SeparatorRow &row : kSeparatorRows) {
+    const struct {
+        WORD breakMode, romanBreak;
+        const char *result;
+    } rows[] = {{12, 32, "kasa na"},       {8, 32, "kasa na"},   // between words
+                {4, 32, "ka sa na"},       {0, 32, "ka sa na"},  // between all syllables
+                {12, 31, "kasa\x1Fna"},    {12, 0, "kasana"},
+                {12, 256 + 45, "kasa-na"}, {12, 32, "kasa na"}};  // its low byte
+    for (const auto &row : rows) {
         SetRomanKey(nullptr);  // a separator of the option's own would stay
         SetOrvelOption("b", row.breakMode, 0);
         SetOrvelOption("r", row.romanBreak, 0);
-        EXPECT_EQ(RomanOf(CodeOfText(row.text)), row.result) << row.text << " " << row.breakMode;
+        EXPECT_EQ(RomanOf(CodeOfText("ກາສານາ")), row.result);
     }
+    EXPECT_EQ(RomanOf(CodeOfText("ກາ ນາ")), "ka na");  // none without a break
+    SetOrvelOption("r", 31, 0);
+    EXPECT_EQ(RomanOf(CodeOfText("ກາສານາ")), "kasa\x1Fna");
     EXPECT_EQ(RomanOf("a-b\x1F"), "ab");  // breaks of the text's own go, Lao or not
 }
 
@@ -120,21 +93,18 @@ TEST_F(Converting, SeparatesWordsOrSyllables)
 TEST_F(Converting, TakesTheBreaksOfTheText)
 {
     LoadRomanFile("I2VF . |\n" + ControlFileOf(kBuiltInRomanTable, "I2VF"));
-    const TextRow rows[] = {
-        {"ກາ|ສາ", "ka.sa"},
+    ExpectRomanized({
+        // clang-format off
         {"|ກາ|ສາ|", "ka.sa"},  // none at the start and at the end
-        {"||ກາ||ສາ||", "ka.sa"},
-        {"ກາ|,", "ka,"},        // nothing stands behind the comma
+        {"||ກາ||ສາ||", "ka.sa"}, {"ກາ|,", "ka,"},        // nothing stands behind the comma
         {"ກາ|ກ,", "kak,"},      // a comma one byte behind
         {"ກາ|,ສາ", "ka.,sa"},   // a comma at the break has no such effect
         {"ກາ|ກ", "kak"},        // a single byte at the end
         {"ກາສາ", "kat"},        // two syllables are one run: no syllable
         {"ກາ-ສາ", "ka\x8Csa"},  // old marks are bytes like others
-        {"|", ""},
-        {"ກາ|ໆ", "kaka"},
-        {"ກາ|ໆ ", "ka.ka "},
-    };
-    ExpectRomanized(rows, std::size(rows));
+        {"|", ""}, {"ກາ|ໆ", "kaka"}, {"ກາ|ໆ ", "ka.ka "},
+        // clang-format on
+    });
     EXPECT_EQ(RomanOf("\xA1\xBE-\xA6\xBE"), "ka-sa");  // old marks are bytes like others
     EXPECT_EQ(RomanOf(CodeOfText("ກາ|")), "ka");
     EXPECT_EQ(RomanOf(CodeOfText("ໆ")), "ka") << "a mark at the end clears nothing";
@@ -145,30 +115,33 @@ TEST_F(Converting, TriesChangesFirst)
     LoadRomanFile(
         "I2VF? #0\nInitial\n0\n\xA1 k\n\xA6 s\nCluster\n0\nVowel\n0\n\xBE a\nFinal\n0\nTone\n"
         "Change\n?#\xBE\xA1 ook\n\xA1\xBE ku\n\xA6 xx\n?? y\nNumber\n");
-    const TextRow rows[] = {
-        {"ກາກ", "kook"}, {"ກ່າກ", "kook"}, {"ສາກ", "sook"}, {"ກາ", "ku"},  // the first that matches
-        {"ສາ", "xx"},                  // the whole run goes, though the pattern ends before it
-        {"ສ", "s[?]"},                 // a run of one byte is no pattern's
+    ExpectRomanized({
+        // clang-format off
+        {"ກ່າກ", "kook"},  // passed over a tone
+        {"ສາກ", "sook"}, {"ກາ", "ku"},   // the first that matches
+        {"ສາ", "xx"},   // the whole run goes, though the pattern ends before it
+        {"ສ", "s[?]"},  // a run of one byte is no pattern's
         {"ກາໆ", "kuku"}, {"ຂາ", "a"},  // an initial that isn't there
-    };
-    ExpectRomanized(rows, std::size(rows));
+        // clang-format on
+    });
 }
 
 // What is no syllable is rendered as far as it was read, and marked where the table asks for it.
 TEST_F(Converting, MarksWhatIsNoSyllable)
 {
     LoadRomanFile(ControlFileOf(kBuiltInRomanTable, "I2VF?"));
-    const TextRow rows[] = {{"ສ", "s[?]"},   {"ກາ", "ka"},     {"ັ", "[?]"},
-                            {"ກາັ", "ka[?]"}, {"ກງ", "kng[?]"}, {"ກາ ສ ນາ", "ka s[?] na"}};
-    ExpectRomanized(rows, std::size(rows));
-    // behind a text of 28, 35 and 30 bytes: whole or not at all
-    const std::string rest = "\nCluster\nVowel\nFinal\nTone\nChange\nNumber\n";
-    LoadRomanFile("IIII? #0\nInitial\n\xA6 1234567" + rest);
-    EXPECT_EQ(RomanOf(CodeOfText("ສ")), "1234567123456712345671234567[?]");
-    LoadRomanFile("IIIII? #0\nInitial\n\xA6 1234567" + rest);
-    EXPECT_EQ(RomanOf(CodeOfText("ສ")), "12345671234567123456712345671234567");
-    LoadRomanFile("IIIII? #0\nInitial\n\xA6 123456" + rest);
-    EXPECT_EQ(RomanOf(CodeOfText("ສ")), "123456123456123456123456123456[?]");
+    ExpectRomanized({{"ັ", "[?]"}, {"ກາັ", "ka[?]"}, {"ກງ", "kng[?]"}, {"ກາ ສ ນາ", "ka s[?] na"}});
+    const struct {  // behind texts of up to 31 bytes: whole or not at all
+        const char *sequence, *piece, *mark;
+    } rows[] = {{"IIII", "1234567", "[?]"}, {"IIIII", "1234567", ""}, {"IIIII", "123456", "[?]"}};
+    for (const auto &row : rows) {
+        std::string wanted;
+        for (size_t i = 0; i < strlen(row.sequence); ++i)
+            wanted += row.piece;
+        LoadRomanFile(row.sequence + std::string("? #0\nInitial\n\xA6 ") + row.piece +
+                      kEmptySections);
+        EXPECT_EQ(RomanOf(CodeOfText("ສ")), wanted + row.mark);
+    }
 }
 
 // Only the conversion after the load shows a sort table's "[?]": then the option's sequence rules.
@@ -191,26 +164,96 @@ TEST_F(Converting, WithoutItsFontFindsNoBreaks)
     EXPECT_EQ(RomanOf(CodeOfText("ກາ ສາ")), "ka sa");
 }
 
+// The operations with one signature.
+typedef std::string (*Call)(const std::string &, DWORD);
+static const Call kSort = KeyOf, kRomanize = RomanOf;
+static const Call kEncode = [](const std::string &text, DWORD size) {
+    DWORD state = 0;
+    return EncodedOf(text, &state, size);
+};
+
 // Each size tells what doesn't fit, and what stands there is the beginning of the whole.
 TEST_F(Converting, WritesNothingBehindItsBuffer)
 {
     ReplaceDictionary("MainDict.dat", kOneWord);
-    const std::string text = CodeOfText("ກາສານາ, ໆຯ");
-    RomanOf(CodeOfText("ກາ"));
-    const std::string whole = RomanOf(text);
-    EXPECT_EQ(whole, "kasa na, (rep.)(etc.)");
-    for (DWORD size = 0; size < 40; ++size) {
-        // marks need room too while the text is divided
-        bool refused = size <= text.size(), fits = size >= whole.size() + 2;
-        ExpectBoxes boxes({});
-        std::string result = RomanOf(text, size);
-        EXPECT_EQ(boxes.shown.size(), size_t(!refused && !fits)) << size;
-        boxes.pieces.assign(boxes.shown.size(), "selection is too large");
-        EXPECT_EQ(!result.starts_with("failed: "), fits) << size << " " << result;
-        if (!refused && !fits && !boxes.shown.empty() && boxes.shown[0].text == kCannotConvert) {
-            EXPECT_TRUE(whole.starts_with(result.substr(8))) << result;
+    const struct {
+        Call call;
+        std::string text, whole;
+    } rows[] = {{kRomanize, CodeOfText("ກາສານາ, ໆຯ"), "kasa na, (rep.)(etc.)"},
+                {kSort, CodeOfText("ກາສາ"), "##0100003006000030"},
+                {kSort, "abcdefghij", "##abcdefghij"},
+                {kEncode, CodeOfText("ກາ abກາໜ່ອຍ"), "kaa [ab]kaa-hnOOy1"}};
+    for (const auto &row : rows) {
+        EXPECT_EQ(row.call(row.text, 100), row.whole);
+        for (DWORD size = 0; size < 40; ++size) {
+            // marks need room too while the text is divided, and an e-mail text's brackets
+            bool refused = size <= (row.call == kSort ? 7 : row.text.size());
+            bool fits = size >= row.whole.size() + 2;
+            ExpectBoxes boxes({});
+            std::string result = row.call(row.text, size);
+            EXPECT_EQ(!result.starts_with("failed: "), fits) << size << " " << result;
+            EXPECT_EQ(boxes.shown.size(), size_t(!refused && !fits)) << size;
+            boxes.pieces.assign(boxes.shown.size(), "selection is too large");
+            bool isCut = boxes.shown.size() == 1 && boxes.shown[0].text == kCannotConvert;
+            EXPECT_TRUE(!isCut || row.whole.starts_with(result.substr(8))) << size << " " << result;
+            if (row.call == kEncode) {
+                bool noBrackets = !boxes.shown.empty() && boxes.shown[0].text == kCannotProcess;
+                EXPECT_EQ(noBrackets, !refused && size <= row.text.size() + 2);
+            }
         }
     }
+}
+
+TEST_F(Converting, RefusesAndCopies)
+{
+    typedef int (*Operation)(const char *, char *, DWORD, const char *);
+    static DWORD state;
+    const struct {
+        Operation call;
+        const char *copy;
+    } rows[] = {
+        {[](auto... all) -> int { return SortString(all...); }, "##a\xA1"},
+        {[](auto... all) -> int { return Romanize(all...); }, "a\xA1"},
+        {[](auto... all) -> int { return EncodeEmail(all..., &state); }, "a\xA1"},
+    };
+    for (const auto &row : rows) {
+        char output[8] = "xxx";
+        EXPECT_EQ(row.call("abcdefg", output, 7, kInternal), 0);
+        EXPECT_EQ(row.call("", output, 0, kInternal), 0);
+        EXPECT_EQ(row.call(nullptr, output, 8, kInternal), 0);
+        EXPECT_EQ(row.call("a", nullptr, 8, kInternal), 0);
+        EXPECT_STREQ(output, "xxx");
+        EXPECT_EQ(row.call("a\xA1", output, 8, "no such font"), 1);
+        EXPECT_STREQ(output, row.copy);
+    }
+    char key[8];
+    EXPECT_EQ(SortString("abcdefgh", key, sizeof key, "no such font"), 1);
+    EXPECT_STREQ(key, "##abcde");
+    ExpectBoxes boxes({kCannotConvert});  // one byte has to stay free
+    EXPECT_EQ(Romanize("", key, 1, kInternal), 0);
+}
+
+// A file that is missing or refused tells so once.
+TEST_F(Converting, FallsBackOnTheBuiltInTables)
+{
+    const struct {
+        Call call;
+        int (*load)(const std::string &);
+        const char *result;
+    } rows[] = {{kSort, LoadSortFile, "##01000030"}, {kRomanize, LoadRomanFile, "ka"}};
+    for (const auto &row : rows)
+        for (std::string name : {"missing.key", std::string(200, 'x').c_str(), ""}) {
+            row.load("I\nInitial\n0 q" + std::string(kEmptySections));
+            EXPECT_NE(row.call("\xA1\xBE", 100), row.result);
+            {
+                ExpectBoxes boxes({name.empty() ? kTooLong : kNoFile});
+                int result = name.empty()        ? row.load("I\nInitial\n0 12345678\n")
+                             : row.call == kSort ? SetSortKey(name.data())
+                                                 : SetRomanKey(name.data());
+                EXPECT_EQ(result, 1);
+            }
+            EXPECT_EQ(row.call("\xA1\xBE", 100), row.result);
+        }
 }
 
 TEST_F(Converting, GivesUpWithoutMemory)

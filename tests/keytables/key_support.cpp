@@ -2,6 +2,7 @@
 #include "keytables/key_support.h"
 
 #include <cstring>
+#include <random>
 
 #include "support/temp_folder.h"
 
@@ -34,51 +35,45 @@ const std::vector<std::string> &DictionaryWords()
 }
 
 // A buffer that no operation has touched begins with its guard bytes.
-static std::string ResultText(int done, char *buffer, DWORD size)
+template <typename Operation, typename... More>
+static std::string ResultOf(Operation operation, const std::string &text, DWORD size, More... more)
 {
-    EXPECT_TRUE(!done || memchr(buffer, 0, size)) << "no terminator";
-    std::string text(buffer, strnlen(buffer, size));
-    return done ? text : "failed: " + text;
+    Guarded<char> output(size);
+    int done = operation(text.c_str(), output.data(), size, kInternal, more...);
+    EXPECT_TRUE(!done || memchr(output.data(), 0, size)) << "no terminator";
+    return (done ? "" : "failed: ") + std::string(output.data(), strnlen(output.data(), size));
 }
 
 std::string KeyOf(const std::string &code, DWORD size)
 {
-    Guarded<char> key(size);
-    return ResultText(SortString(code.c_str(), key.data(), size, kInternal), key.data(), size);
+    return ResultOf(SortString, code, size);
 }
 
 std::string RomanOf(const std::string &code, DWORD size)
 {
-    Guarded<char> output(size);
-    return ResultText(Romanize(code.c_str(), output.data(), size, kInternal), output.data(), size);
+    return ResultOf(Romanize, code, size);
 }
 
 std::string EncodedOf(const std::string &code, DWORD *state, DWORD size)
 {
-    Guarded<char> output(size);
-    return ResultText(EncodeEmail(code.c_str(), output.data(), size, kInternal, state),
-                      output.data(), size);
+    return ResultOf(EncodeEmail, code, size, state);
 }
 
 std::string DecodedOf(const std::string &text, DWORD *state, DWORD size)
 {
-    Guarded<char> output(size);
-    return ResultText(DecodeEmail(text.c_str(), output.data(), size, kInternal, state),
-                      output.data(), size);
+    return ResultOf(DecodeEmail, text, size, state);
 }
 
 int LoadSortFile(const std::string &content)
 {
-    char name[] = "test.key";
     WriteDataFile(kFile, content);
-    return SetSortKey(name);
+    return SetSortKey(std::string(kFile).data());
 }
 
 int LoadRomanFile(const std::string &content)
 {
-    char name[] = "test.key";
     WriteDataFile(kFile, content);
-    return SetRomanKey(name);
+    return SetRomanKey(std::string(kFile).data());
 }
 
 std::string ControlFileOf(const KeyTable &table, const std::string &sequence)
@@ -100,11 +95,16 @@ void ForgetLastWord()
     EXPECT_EQ(RomanOf(","), ",");
 }
 
+void ExpectRomanized(std::initializer_list<TextRow> rows)
+{
+    for (const TextRow &row : rows) {
+        ForgetLastWord();
+        EXPECT_EQ(RomanOf(CodeOfText(row.text)), row.result) << row.text;
+    }
+}
+
 unsigned NextRandom()
 {
-    static unsigned long long state = 88172645463325252ull;
-    state ^= state << 13;
-    state ^= state >> 7;
-    state ^= state << 17;
-    return unsigned(state >> 16);
+    static std::mt19937 random(1);
+    return unsigned(random());
 }

@@ -38,11 +38,18 @@ std::string DecodedOf(const std::string &text, DWORD *state, DWORD size = 4096);
 
 int LoadSortFile(const std::string &content);
 int LoadRomanFile(const std::string &content);
+constexpr char kEmptySections[] = "\nCluster\nVowel\nFinal\nTone\nChange\nNumber\n";
 
 // A control file that gives the table again, with another sequence.
 std::string ControlFileOf(const KeyTable &table, const std::string &sequence);
 
 void ForgetLastWord();
+
+struct TextRow {
+    const char *text;  // UTF-8
+    const char *result;
+};
+void ExpectRomanized(std::initializer_list<TextRow> rows);
 
 // Pseudo-random, the same in each run.
 unsigned NextRandom();
