@@ -291,11 +291,28 @@ int WINAPI UnicodeToLao(const WCHAR *characters, char *text, DWORD capacity, int
 WORD WINAPI GetOrvelOption(const char *key);
 int WINAPI SetOrvelOption(const char *key, WORD value, int save);
 
+/* ---- Progress meter ----
+ * A small window with a label, a bar and a Cancel button, for long work. It stands on the host's
+ * message loop, or is painted by the updates alone while the host is busy. Keys go to it while it
+ * is the active window: Escape and Space press Cancel. A host may send it the registered message
+ * "ORVEL_SetLabel" with a new label as second parameter. */
+
+/* Opens the meter at 0, in the middle of the screen, with parent as its owner. 1 when it is up; 0
+ * when one is open already or it can't be made. */
+int WINAPI StartOrvelMeter(HWND parent, const char *label);
+
+/* Shows a percentage; above 100 counts as 100. 1 when Cancel was pressed since the last call, which
+ * only says so: the host decides. 0 otherwise and when no meter is open. */
+int WINAPI UpdateOrvelMeter(DWORD percent);
+
+/* Closes the meter. 1 when it is gone; 0 when none was open. It also goes with its parent. */
+int WINAPI CloseOrvelMeter(void);
+
 /* ---- Documents ---- */
 
 /* Converts a WordprocessingML 2003 document from legacy Lao fonts to Unicode text and Unicode
- * fonts. The new file takes its place when it is whole; on a failure the old one stays. Notes and
- * failures are shown in a box. 0 done, also with notes; else the number of the failure:
+ * fonts. The new file takes its place when it is whole; on a failure the old one stays. A meter
+ * shows the progress; its Cancel changes nothing. Notes and failures are shown in a box. 0 done, also with notes; else the number of the failure:
  * - 891 the library can't be started, 920 a null path (both without a box);
  * - 926 a file can't be opened, or both are one;
  * - 232 to 288 a tag that can't be read, 473 to 519 and 938 no memory;

@@ -16,6 +16,7 @@
 
 constexpr size_t kSpareBytes = 16;  // of a buffer that count as full
 constexpr char kCaption[] = "XML Font Substitution";
+constexpr char kMeterLabel[] = "Convert XML document to Unicode";
 
 // Failures of the driver.
 enum : DWORD {
@@ -37,6 +38,8 @@ struct Conversion {
     char *tagBuffer;   // twice the size: the source of a tag, and the text to write
     char *textBuffer;  // three times the size: a text, and 16-bit units
     TagRecord *current;
+    uint64_t length;      // of the input in bytes; 0: not known
+    DWORD *shownPercent;  // goes on through all passes
 };
 
 static bool WriteBytes(Conversion *conversion, const char *bytes, size_t length)
@@ -95,11 +98,25 @@ static bool ConvertText(Conversion *conversion)
     return WriteBytes(conversion, text, size_t(converted));
 }
 
+// Only whole percentages above the last one: each costs the meter a painting.
+static void ShowProgress(Conversion *conversion)
+{
+    uint64_t length = conversion->length;
+    DWORD percent = length ? DWORD(conversion->reader.position * 100 / length) : 0;
+    if (percent <= *conversion->shownPercent)
+        return;
+    *conversion->shownPercent = percent;
+    UpdateOrvelMeter(percent);
+}
+
 static void ConvertPieces(Conversion *conversion)
 {
     bool goesOn = true;
-    for (int byte; goesOn && (byte = PeekByte(&conversion->reader)) >= 0;)
+    for (int byte; goesOn && (byte = PeekByte(&conversion->reader)) >= 0;) {
         goesOn = byte == '<' ? ConvertTag(conversion) : ConvertText(conversion);
+        if (goesOn)
+            ShowProgress(conversion);
+    }
 }
 
 // ---- one pass ----
@@ -112,6 +129,14 @@ static bool OpenFiles(Conversion *conversion)
             ? BeginReplaceFile(conversion->destination)
             : nullptr;
     return conversion->output || SetConversionError(false, kCannotOpen);
+}
+
+// A stream that can't be positioned has no length, and its meter stands still.
+static uint64_t LengthOf(FILE *file)
+{
+    long end = fseek(file, 0, SEEK_END) == 0 ? ftell(file) : 0;
+    rewind(file);
+    return end > 0 ? uint64_t(end) : 0;
 }
 
 static bool TakeBuffers(Conversion *conversion)
@@ -138,14 +163,17 @@ static void ReleaseAll(Conversion *conversion)
         SetConversionError(0, kNotWritten);
 }
 
-static void RunPass(const char *source, const char *destination)
+static void RunPass(const char *source, const char *destination, DWORD *shownPercent)
 {
     Conversion conversion = {};
     conversion.source = source;
     conversion.destination = destination;
+    conversion.shownPercent = shownPercent;
     gReport.restart = kSound;
-    if (OpenFiles(&conversion) && TakeBuffers(&conversion))
+    if (OpenFiles(&conversion) && TakeBuffers(&conversion)) {
+        conversion.length = LengthOf(conversion.input);
         ConvertPieces(&conversion);
+    }
     ReleaseAll(&conversion);
 }
 
@@ -169,6 +197,15 @@ static void Enlarge(RestartReason reason)
     }
 }
 
+static void RunPasses(const char *source, const char *destination)
+{
+    DWORD shownPercent = 0;
+    do {
+        RunPass(source, destination, &shownPercent);
+        Enlarge(gReport.restart);
+    } while (gReport.restart);
+}
+
 static DWORD ShowReport()
 {
     char text[64];
@@ -188,13 +225,12 @@ DWORD WINAPI ConvertFile(const char *source, const char *destination)
     gReport.error = 0;
     if (!Initialize())
         return kNotStarted;
-    if (!source || !destination)
-        return kNoPath;
     LoadFontMap();
-    do {
-        RunPass(source, destination);
-        Enlarge(gReport.restart);
-    } while (gReport.restart);
+    StartOrvelMeter(GetDesktopWindow(), kMeterLabel);
+    bool hasPaths = source && destination;
+    if (hasPaths)
+        RunPasses(source, destination);
+    CloseOrvelMeter();
     FreeFontMap();
-    return ShowReport();
+    return hasPaths ? ShowReport() : DWORD(kNoPath);
 }
