@@ -154,10 +154,11 @@ TEST_F(ControlFiles, NamesAreCutAndFontsKept)
 TEST_F(ControlFiles, ForgetWhatTheTableHeldButTheSequence)
 {
     KeyTable table = kBuiltInEmailTable;
+    table.replacementBreak = '|';
     WriteDataFile(kFile, "Initial\n");
     EXPECT_EQ(LoadControlFile(&table, kFile, kRomanTable), 1);
     EXPECT_STREQ(table.sequence, "I2VFT");
-    EXPECT_EQ(table.separator, 0);
+    EXPECT_EQ(table.separator + table.replacementBreak, 0);
     EXPECT_EQ(table.first[kSectionCount], 0);
     EXPECT_EQ(table.type, kRomanTable);
 }

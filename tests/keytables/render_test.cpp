@@ -132,7 +132,7 @@ static const ChangeRow kChangeRows[] = {
     {"\xA1\xBE", "x", "\xA1\xBE\xA8", "x"}, {"\xA1\xBE", "", "\xA1\xBE", ""},
     {"\xA1##", "x", "\xA1\xFA\xC8", "x"},
     {"", "x", "\xA1\xBE", "x"},  // an empty pattern matches everything
-    {"*", "x", "\xB9\xAD\xBE", "hnx"}, {"*", "x", "\xB9", nullptr},  // never behind the end
+    {"*", "x", "\xB9\xAD\xBE", "hnx"}, {"?", "x", "", nullptr}, {"*", "x", "\xB9", nullptr},  // never behind the end
     {"??", "x", "\xB9\xAD", "hnx"}, {"?\xBE?", "x", "\xB9\xBE\xAD", "hnx"},
     {"*?", "x", "\xB9\xAD\xB8", "3x"},
     {"**", "x", "\xB9\xAD\xB8\xB8", nullptr},  // more than three
@@ -175,7 +175,7 @@ TEST(ToneNumbers, FollowTheChart)
         {"\xA1|\xBE|\xFE", "5"}, {"\xBE|\xBE|\xFC", "0"}, {"\xA1|\xC0\xF3", "1"},
         {"\xA1|\xC0\xF2", "3"}, {"\xA1|\xF6\xB8", "1"}, {"\xA1|\xC0\xF5\xBA", "1"},
         {"\xA1|\xC0\xF6\xBE", "1"}, {"\xA1|\xC0\xF4\xBA", "3"}, {"\xA1", "3"},
-        {"|\xBE", "0"},
+        {"|\xBE", "0"}, {"\xA3|\xF1||\xAD", "3"},
         // clang-format on
     };
     for (const auto &row : rows) {
