@@ -48,6 +48,7 @@
 #define GWL_STYLE (-16)
 #define GWL_EXSTYLE (-20)
 #define GWLP_ID (-12)
+#define GWLP_WNDPROC (-4)
 
 #define HWND_TOP ((HWND)0)
 #define HWND_BOTTOM ((HWND)(LONG_PTR)1)
@@ -207,6 +208,10 @@ HWND WINAPI GetDesktopWindow(void);
 HWND WINAPI GetWindow(HWND window, UINT relation);
 HWND WINAPI GetParent(HWND window);
 LONG WINAPI GetWindowLongA(HWND window, int index);
+/* Only GWLP_WNDPROC can be set. */
+LONG_PTR WINAPI SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
+LRESULT WINAPI CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam,
+                               LPARAM lParam);
 BOOL WINAPI GetWindowRect(HWND window, LPRECT rect);
 /* Windows have no frame: the client area is the whole of the window. */
 BOOL WINAPI GetClientRect(HWND window, LPRECT rect);

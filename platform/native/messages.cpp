@@ -10,6 +10,12 @@ LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     return record ? record->procedure(window, message, wParam, lParam) : 0;
 }
 
+LRESULT WINAPI CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam,
+                               LPARAM lParam)
+{
+    return procedure(window, message, wParam, lParam);
+}
+
 // Copies what fits into `size` bytes, terminator included; the length copied.
 static LRESULT CopyText(const WindowRecord *window, char *text, size_t size)
 {

@@ -280,6 +280,20 @@ LONG WINAPI GetWindowLongA(HWND window, int index)
     return 0;
 }
 
+LONG_PTR WINAPI SetWindowLongPtrA(HWND window, int index, LONG_PTR value)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (!record)
+        return 0;
+    if (index != GWLP_WNDPROC || !value || record == RootWindow()) {
+        SetLastError(ERROR_INVALID_INDEX);
+        return 0;
+    }
+    LONG_PTR before = (LONG_PTR)record->procedure;
+    record->procedure = (WNDPROC)value;
+    return before;
+}
+
 BOOL WINAPI GetWindowRect(HWND window, LPRECT rect)
 {
     WindowRecord *record = FindWindowRecord(window);

@@ -1,6 +1,7 @@
 // The progress meter, judged by its windows.
 #include "dialogs/attached.h"
 
+#include <algorithm>
 #include <commctrl.h>
 
 #include "frame/records.h"
@@ -8,6 +9,7 @@
 #include "runtime.h"
 #include "support/message_boxes.h"
 #include "support/temp_folder.h"
+#include "xmlconv/convert.h"
 
 class Meter : public AttachedDialogs
 {
@@ -241,6 +243,42 @@ TEST_F(Meter, OfAConversionIsGoneBeforeItsBoxes)
     EXPECT_EQ(gMetersAtBoxes, 0);
     EXPECT_EQ(ConvertFile(nullptr, out.c_str()), 920u);
     EXPECT_EQ(CloseOrvelMeter(), 0) << "closed";
+}
+
+static std::vector<int> gProgress;
+static WNDPROC gBarProc;
+
+static LRESULT CALLBACK WatchBar(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == PBM_SETPOS)
+        gProgress.push_back(int(wParam));
+    return CallWindowProcA(gBarProc, window, message, wParam, lParam);
+}
+
+// Small tags, and a long one in the middle that costs two restarts and steps over some percents.
+TEST_F(Meter, OfAConversionRisesOnceForEachPercentThroughRestarts)
+{
+    std::string folder = FreshFolder(), in = folder + "\\in.xml", out = folder + "\\out.xml";
+    std::string tags, document;
+    for (int i = 0; i < 5000; ++i)
+        tags += "<a/>";
+    document = tags + "<b c=\"" + std::string(3000, 'v') + "\"/>" + tags;
+    ASSERT_TRUE(WriteWholeFile(in, document));
+    HWND bar = GetDlgItem(Open(), ID_METER_BAR);
+    gProgress.clear();
+    gBarProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrA(bar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(WatchBar)));
+    gConversionSizes = {1024, 128000};
+    {
+        ExpectBoxes boxes({"increased to 2048\r\nRestarted: tag buffer increased to 4096"});
+        EXPECT_EQ(ConvertFile(in.c_str(), out.c_str()), 0u);
+    }
+    EXPECT_TRUE(std::is_sorted(gProgress.begin(), gProgress.end()));
+    EXPECT_EQ(std::adjacent_find(gProgress.begin(), gProgress.end()), gProgress.end());
+    EXPECT_GT(gProgress.size(), 90u);
+    ASSERT_FALSE(gProgress.empty());
+    EXPECT_EQ(gProgress.front(), 1);
+    EXPECT_EQ(gProgress.back(), 100);
 }
 
 // A meter that is open already serves the conversion too, and is closed with it.
