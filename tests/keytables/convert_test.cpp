@@ -242,7 +242,8 @@ TEST_F(Converting, FallsBackOnTheBuiltInTables)
         const char *result;
     } rows[] = {{kSort, LoadSortFile, "##01000030"}, {kRomanize, LoadRomanFile, "ka"}};
     for (const auto &row : rows)
-        for (std::string name : {"missing.key", std::string(200, 'x').c_str(), ""}) {
+        for (std::string name :
+             {std::string("missing.key"), std::string(200, 'x'), std::string()}) {
             row.load("I\nInitial\n0 q" + std::string(kEmptySections));
             EXPECT_NE(row.call("\xA1\xBE", 100), row.result);
             {
