@@ -311,14 +311,37 @@ int WINAPI CloseOrvelMeter(void);
 /* ---- Documents ---- */
 
 /* Converts a WordprocessingML 2003 document from legacy Lao fonts to Unicode text and Unicode
- * fonts. The new file takes its place when it is whole; on a failure the old one stays. A meter
- * shows the progress; its Cancel changes nothing. Notes and failures are shown in a box. 0 done, also with notes; else the number of the failure:
+ * fonts, by FontList.ini of the data folder where that is there, else by the built-in font map.
+ * Paths are in the system's code page. The new file takes its place when it is whole; on a failure
+ * the old one stays. A meter shows the progress; its Cancel changes nothing. Notes and failures are
+ * shown in a box. 0 done, also with notes; else the number of the failure:
  * - 891 the library can't be started, 920 a null path (both without a box);
  * - 926 a file can't be opened, or both are one;
  * - 232 to 288 a tag that can't be read, 473 to 519 and 938 no memory;
  * - 1000 the document ends inside a tag, 1001 a text can't be converted, 1002 the new file can't be
- *   written. */
+ *   written, 1003 the font map of a job can't be read or has no row. */
 DWORD WINAPI ConvertFile(const char *source, const char *destination);
+
+/* A font of a document's text, and how many characters are set in it. */
+typedef struct DocumentFont {
+    char name[64];
+    char unicodeName[64]; /* what the font map puts in its place, empty for a font that stays */
+    DWORD characters;
+} DocumentFont;
+
+/* A conversion with what ConvertFile leaves to the library. Null or 0 where nothing is wanted. */
+typedef struct DocumentJob {
+    const char *source, *destination,
+        *fontMap;                             /* UTF-8 paths; font map: a file like FontList.ini */
+    void(WINAPI *showPercent)(DWORD percent); /* hears rising percentages in place of the meter */
+    DocumentFont *fonts; /* receives the fonts of the text, in order of their first use */
+    DWORD fontRoom;      /* how many have room; those that come later are left out */
+    DWORD fontCount;     /* receives their number */
+} DocumentJob;
+
+/* Does a job. Without a destination nothing is written: the document is read, its fonts are
+ * counted. Results and boxes as from ConvertFile. */
+DWORD WINAPI ConvertDocument(DocumentJob *job);
 
 #ifdef __cplusplus
 }

@@ -104,6 +104,17 @@ FILE *OpenDocument(const char *path)
     return OpenDataFile(path, "rb");
 }
 
+FILE *BeginReplaceDocument(const char *path)
+{
+    return BeginReplaceFile(path);
+}
+
+int Utf8OfPath(const char *path, char *utf8, int size)
+{
+    int length = snprintf(utf8, (size_t)size, "%s", path);
+    return length >= 0 && length < size;
+}
+
 int IsSameFile(const char *left, const char *right)
 {
     char one[kNativePathSize], other[kNativePathSize];

@@ -14,13 +14,6 @@
 // "rb" and "wb" leave every byte as it is. The caller closes it with fclose.
 FILE *OpenDataFile(const char *path, const char *mode);
 
-// Opens a document for reading: its line ends as the target's text files have them, on native every
-// byte as it is.
-FILE *OpenDocument(const char *path);
-
-// Whether both paths name one file that is there, by whatever way: 1 or 0.
-int IsSameFile(const char *left, const char *right);
-
 // Replaces a file as a whole. BeginReplaceFile opens a new file in the same folder for the text
 // that shall take the place of `path`; none when the folder can't be written to, or when `path` is
 // something that a file can't replace (a folder, a device, a read-only file). EndReplaceFile closes
@@ -31,6 +24,16 @@ int IsSameFile(const char *left, const char *right);
 // name) behind; the next replacement of the same file takes that file over.
 FILE *BeginReplaceFile(const char *path);
 int EndReplaceFile(FILE *file, const char *path, int keep);
+
+// Documents stand at UTF-8 paths, whatever the system's code page is. OpenDocument opens one for
+// reading: its line ends as the target's text files have them, on native every byte as it is.
+// BeginReplaceDocument is BeginReplaceFile for such a path. IsSameFile tells whether two of them
+// name one file that is there, by whatever way: 1 or 0. Utf8OfPath writes the UTF-8 form of a path
+// in the system's code page: 1, or 0 when it doesn't fit.
+FILE *OpenDocument(const char *path);
+FILE *BeginReplaceDocument(const char *path);
+int IsSameFile(const char *left, const char *right);
+int Utf8OfPath(const char *path, char *utf8, int size);
 
 // Below, equal or above 0, as strcmp, with A to Z equal to a to z and all other bytes as they are,
 // whatever locale the host has set.

@@ -12,9 +12,20 @@ constexpr int kSiblingsPerName = 8;  // at the same time for one file, in all pr
 
 struct Replacement {
     FILE *file;  // none: the slot is free
-    char sibling[MAX_PATH];
+    wchar_t target[MAX_PATH], sibling[MAX_PATH];
 };
 static Replacement gReplacing[kMaxReplacing];
+
+// The system's own form of a path in a code page, CP_UTF8 among them: 1, or 0 when it is missing,
+// empty, no text of the code page or too long.
+static int ReadPath(const char *path, UINT codePage, wchar_t *wide)
+{
+    if (!path || !*path) {
+        SetLastError(ERROR_PATH_NOT_FOUND);
+        return 0;
+    }
+    return MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, path, -1, wide, MAX_PATH) != 0;
+}
 
 FILE *OpenDataFile(const char *path, const char *mode)
 {
@@ -34,15 +45,15 @@ static Replacement *FindReplacement(FILE *file)
     return nullptr;
 }
 
-static unsigned HashName(const char *name)
+static unsigned HashName(const wchar_t *name)
 {
     unsigned hash = 2166136261u;
     for (; *name; name++)
-        hash = (hash ^ (unsigned char)*name) * 16777619u;
+        hash = (hash ^ *name) * 16777619u;
     return hash;
 }
 
-static int FolderLength(const char *path)
+static int FolderLength(const wchar_t *path)
 {
     int length = 0;
     for (int i = 0; path[i]; i++) {
@@ -52,17 +63,17 @@ static int FolderLength(const char *path)
     return length;
 }
 
-static int SiblingPath(const char *path, int number, char *sibling)
+static int SiblingPath(const wchar_t *path, int number, wchar_t *sibling)
 {
     int folder = FolderLength(path);
-    int length = snprintf(sibling, MAX_PATH, "%.*s~%08x%d.tmp", folder, path,
-                          HashName(path + folder), number);
+    int length = _snwprintf(sibling, MAX_PATH, L"%.*ls~%08x%d.tmp", folder, path,
+                            HashName(path + folder), number);
     return length > 0 && length < MAX_PATH;
 }
 
-static int MayBeReplaced(const char *path)
+static int MayBeReplaced(const wchar_t *path)
 {
-    DWORD attributes = GetFileAttributesA(path);
+    DWORD attributes = GetFileAttributesW(path);
     if (attributes == INVALID_FILE_ATTRIBUTES)
         return GetLastError() == ERROR_FILE_NOT_FOUND;
     if (!(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)))
@@ -72,14 +83,14 @@ static int MayBeReplaced(const char *path)
 }
 
 // Sharing reading and renaming, but no writing: a second writer gets a sharing violation.
-static HANDLE OpenFreeSibling(const char *path, char *sibling)
+static HANDLE OpenFreeSibling(Replacement *slot)
 {
     for (int number = 0; number < kSiblingsPerName; number++) {
-        if (!SiblingPath(path, number, sibling)) {
+        if (!SiblingPath(slot->target, number, slot->sibling)) {
             SetLastError(ERROR_FILENAME_EXCED_RANGE);
             break;
         }
-        HANDLE file = CreateFileA(sibling, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
+        HANDLE file = CreateFileW(slot->sibling, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
                                   nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
         if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_SHARING_VIOLATION)
             return file;
@@ -100,39 +111,50 @@ static FILE *OpenStream(HANDLE handle)
     return file;
 }
 
-FILE *BeginReplaceFile(const char *path)
+static FILE *BeginReplace(const char *path, UINT codePage)
 {
     Replacement *slot = FindReplacement(nullptr);
-    if (!slot || !path || !*path || !MayBeReplaced(path))
+    if (!slot || !ReadPath(path, codePage, slot->target) || !MayBeReplaced(slot->target))
         return nullptr;
-    HANDLE handle = OpenFreeSibling(path, slot->sibling);
+    HANDLE handle = OpenFreeSibling(slot);
     if (handle == INVALID_HANDLE_VALUE)
         return nullptr;
     slot->file = OpenStream(handle);
     if (!slot->file)
-        DeleteFileA(slot->sibling);
+        DeleteFileW(slot->sibling);
     return slot->file;
 }
 
-static int PutInPlace(const Replacement *slot, const char *path)
+FILE *BeginReplaceFile(const char *path)
+{
+    return BeginReplace(path, CP_ACP);
+}
+
+FILE *BeginReplaceDocument(const char *path)
+{
+    return BeginReplace(path, CP_UTF8);
+}
+
+static int PutInPlace(const Replacement *slot)
 {
     if (fflush(slot->file) != 0 || ferror(slot->file))
         return 0;
-    if (!FlushFileBuffers((HANDLE)_get_osfhandle(_fileno(slot->file))) || !MayBeReplaced(path))
+    HANDLE handle = (HANDLE)_get_osfhandle(_fileno(slot->file));
+    if (!FlushFileBuffers(handle) || !MayBeReplaced(slot->target))
         return 0;
-    return MoveFileExA(slot->sibling, path, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) !=
-           0;
+    return MoveFileExW(slot->sibling, slot->target,
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
-int EndReplaceFile(FILE *file, const char *path, int keep)
+int EndReplaceFile(FILE *file, const char *, int keep)
 {
     Replacement *slot = file ? FindReplacement(file) : nullptr;
     if (!slot)
         return 0;
-    int done = keep && PutInPlace(slot, path);
+    int done = keep && PutInPlace(slot);
     fclose(slot->file);
     if (!done)
-        DeleteFileA(slot->sibling);
+        DeleteFileW(slot->sibling);
     slot->file = nullptr;
     return done;
 }
@@ -152,15 +174,28 @@ void UseFoldersBelow(const char *)
     // the registry and the shell are the system's
 }
 
+// ---- documents ----
+
+int Utf8OfPath(const char *path, char *utf8, int size)
+{
+    wchar_t wide[MAX_PATH];
+    return ReadPath(path, CP_ACP, wide) &&
+           WideCharToMultiByte(CP_UTF8, 0, wide, -1, utf8, size, nullptr, nullptr) != 0;
+}
+
 FILE *OpenDocument(const char *path)
 {
-    return OpenDataFile(path, "rt");
+    wchar_t wide[MAX_PATH];
+    return ReadPath(path, CP_UTF8, wide) ? _wfopen(wide, L"rt") : nullptr;
 }
 
 static int ReadFileInformation(const char *path, BY_HANDLE_FILE_INFORMATION *information)
 {
-    HANDLE file = CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                              OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    wchar_t wide[MAX_PATH];
+    if (!ReadPath(path, CP_UTF8, wide))
+        return 0;
+    HANDLE file = CreateFileW(wide, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                              nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return 0;
     int done = GetFileInformationByHandle(file, information);

@@ -13,11 +13,24 @@
 
 enum { kLineSize = 255 };
 
-FontMap gFontMap;
+// The row that was found for a name. A document asks for few names over and over.
+struct FoundName {
+    char name[kMapNameSize];  // empty: none yet
+    const FontMapEntry *entry;
+};
+enum { kFoundNames = 16 };
 
-constexpr const char *kFontTags[] = {"w:defaultFonts", "w:font", "w:rFonts", "wx:font"};
-constexpr const char *kFontAttributes[] = {"w:name",   "w:ascii", "w:fareast",
-                                           "w:h-ansi", "w:cs",    "wx:val"};
+struct FontMap {
+    FontMapEntry *loaded;      // rows of a file, none: the built-in ones
+    const FontMapEntry *rows;  // in force
+    int count;
+    FoundName found[kFoundNames];
+};
+static FontMap gFontMap;
+
+constexpr std::string_view kFontTags[] = {"w:defaultFonts", "w:font", "w:rFonts", "wx:font"};
+constexpr std::string_view kFontAttributes[] = {"w:name",   "w:ascii", "w:fareast",
+                                                "w:h-ansi", "w:cs",    "wx:val"};
 
 // The next field of a line, trimmed; commas in a row count as one. None behind the last field.
 static char *TakeField(char **line)
@@ -65,22 +78,29 @@ static int ReadRows(FILE *file, FontMapEntry **rows)
     return count;
 }
 
-int LoadFontMap()
+int ReadFontMap(FILE *file)
 {
     FreeFontMap();
-    const char *path = DataFilePath("FontList.ini");
-    FILE *file = path ? OpenDataFile(path, "rt") : nullptr;
-    if (file) {
-        gFontMap.count = ReadRows(file, &gFontMap.loaded);
-        gFontMap.rows = gFontMap.loaded;
-        fclose(file);
-    }
-    if (gFontMap.count < 0) {  // no memory: the conversion runs without legacy fonts
-        FreeFontMap();
+    if (!file)
         return 0;
-    }
-    if (gFontMap.count == 0) {  // no file, or not one row in it
+    int count = ReadRows(file, &gFontMap.loaded);
+    fclose(file);
+    if (count <= 0) {
         FreeFontMap();
+        return count;
+    }
+    gFontMap.rows = gFontMap.loaded;
+    gFontMap.count = count;
+    return count;
+}
+
+int LoadFontMap()
+{
+    const char *path = DataFilePath("FontList.ini");
+    int count = ReadFontMap(path ? OpenDataFile(path, "rt") : nullptr);
+    if (count < 0)  // the conversion runs without legacy fonts
+        return 0;
+    if (count == 0) {  // no file, or not one row in it
         gFontMap.rows = kBuiltInFontMap;
         gFontMap.count = int(std::size(kBuiltInFontMap));
     }
@@ -93,26 +113,61 @@ void FreeFontMap()
     gFontMap = {};
 }
 
-const FontMapEntry *FindFontMapEntry(const char *name)
+static const FontMapEntry *SearchRows(const char *name)
 {
-    for (int i = 0; name && i < gFontMap.count; ++i)
+    for (int i = 0; i < gFontMap.count; ++i)
         if (CompareNoCase(gFontMap.rows[i].legacyName, name) == 0)
             return &gFontMap.rows[i];
     return nullptr;
 }
 
-static bool IsAmong(const char *const *names, size_t count, const char *name)
+const FontMapEntry *FindFontMapEntry(const char *name)
+{
+    size_t length = name ? strlen(name) : 0;
+    if (!name || length >= kMapNameSize)
+        return nullptr;  // no row has such a name
+    if (length == 0)
+        return SearchRows(name);
+    FoundName *found = &gFontMap.found[(length + uint8_t(name[length - 1])) % kFoundNames];
+    if (strcmp(found->name, name) != 0) {
+        strcpy(found->name, name);
+        found->entry = SearchRows(name);
+    }
+    return found->entry;
+}
+
+static char FoldLetter(char c)
+{
+    return c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
+}
+
+static bool EqualNoCase(std::string_view left, std::string_view right)
+{
+    if (left.size() != right.size())
+        return false;
+    for (size_t i = 0; i < left.size(); ++i)
+        if (FoldLetter(left[i]) != FoldLetter(right[i]))
+            return false;
+    return true;
+}
+
+static bool IsAmong(const std::string_view *names, size_t count, std::string_view name)
 {
     for (size_t i = 0; i < count; ++i)
-        if (CompareNoCase(names[i], name) == 0)
+        if (EqualNoCase(names[i], name))
             return true;
     return false;
+}
+
+bool IsFontTag(std::string_view name)
+{
+    return IsAmong(kFontTags, std::size(kFontTags), name);
 }
 
 const char *RenameFontAttribute(const TagRecord *tag, const TagAttribute *attribute,
                                 const char *value)
 {
-    if (!IsAmong(kFontTags, std::size(kFontTags), tag->name) ||
+    if (!IsFontTag(tag->name) ||
         !IsAmong(kFontAttributes, std::size(kFontAttributes), attribute->name))
         return value;
     const FontMapEntry *entry = FindFontMapEntry(value);

@@ -4,13 +4,12 @@
 #include <cstdlib>
 #include <cstring>
 
-constexpr size_t kBlockSize = 256 * 1024;
-
-int StartReading(DocumentReader *reader, FILE *file)
+int StartReading(DocumentReader *reader, FILE *file, size_t blockSize)
 {
     *reader = {};
     reader->file = file;
-    reader->block = static_cast<char *>(malloc(kBlockSize));
+    reader->size = blockSize;
+    reader->block = static_cast<char *>(malloc(blockSize));
     return reader->block != nullptr;
 }
 
@@ -22,29 +21,30 @@ void StopReading(DocumentReader *reader)
 
 static bool HasBytes(DocumentReader *reader)
 {
-    if (reader->used < reader->filled)
+    if (!IsBlockUsed(reader))
         return true;
     reader->used = 0;
-    reader->filled = fread(reader->block, 1, kBlockSize, reader->file);
+    reader->filled = fread(reader->block, 1, reader->size, reader->file);
     return reader->filled > 0;
 }
 
 int PeekByte(DocumentReader *reader)
 {
-    return HasBytes(reader) ? static_cast<unsigned char>(reader->block[reader->used]) : -1;
+    return HasBytes(reader) ? static_cast<unsigned char>(*PlaceInBlock(reader)) : -1;
 }
 
-void SkipByte(DocumentReader *reader)
+size_t PieceInBlock(const DocumentReader *reader, char stop)
 {
-    ++reader->used;
-    ++reader->position;
+    const char *from = PlaceInBlock(reader);
+    const void *found = memchr(from, stop, reader->filled - reader->used);
+    return found ? size_t(static_cast<const char *>(found) - from) : 0;
 }
 
 PieceEnd ReadPiece(DocumentReader *reader, char stop, char *buffer, size_t limit, size_t *length)
 {
     *length = 0;
     while (HasBytes(reader)) {
-        const char *from = reader->block + reader->used;
+        const char *from = PlaceInBlock(reader);
         size_t left = reader->filled - reader->used;
         const void *found = memchr(from, stop, left);
         size_t size = found ? size_t(static_cast<const char *>(found) - from) : left;
@@ -52,8 +52,7 @@ PieceEnd ReadPiece(DocumentReader *reader, char stop, char *buffer, size_t limit
             return kPieceTooLong;
         memcpy(buffer + *length, from, size);
         *length += size;
-        reader->used += size;
-        reader->position += size;
+        SkipBytes(reader, size);
         if (found)
             return kPieceWhole;
     }

@@ -9,19 +9,39 @@
 struct DocumentReader {
     FILE *file;
     char *block;
-    size_t used, filled;  // of the block
-    uint64_t position;    // bytes of the file that were given out
+    size_t size, used, filled;  // of the block
+    uint64_t position;          // bytes of the file that were given out
 };
 
 // Room for a block: 1, or 0 without memory.
-int StartReading(DocumentReader *reader, FILE *file);
+int StartReading(DocumentReader *reader, FILE *file, size_t blockSize);
 void StopReading(DocumentReader *reader);
+
+// Whether the next byte, if there is one, comes in a new block. What pointed into this one is lost
+// then.
+inline bool IsBlockUsed(const DocumentReader *reader)
+{
+    return reader->used == reader->filled;
+}
+
+// Where the next byte stands in the block.
+inline const char *PlaceInBlock(const DocumentReader *reader)
+{
+    return reader->block + reader->used;
+}
 
 // The next byte, which stays; -1 at the end or at a failure, which counts like the end.
 int PeekByte(DocumentReader *reader);
 
-// Steps over a byte that PeekByte or ReadPiece has shown.
-void SkipByte(DocumentReader *reader);
+// Bytes in front of the next `stop` of the block; 0 when there are none or it isn't in the block.
+size_t PieceInBlock(const DocumentReader *reader, char stop);
+
+// Steps over bytes that stand in the block.
+inline void SkipBytes(DocumentReader *reader, size_t count)
+{
+    reader->used += count;
+    reader->position += count;
+}
 
 enum PieceEnd { kPieceWhole, kPieceTooLong, kPieceEnded };
 

@@ -256,19 +256,45 @@ static int LinkStyles(TagRecord *)
     return 1;
 }
 
-constexpr TagWork kTracked[] = {
-    {"w:style", AddStyle},           {"w:basedOn", SetBasedOnName}, {"w:rFonts", TrackFontsTag},
-    {"w:pStyle", SetParagraphStyle}, {"w:p", ResetParagraphState},  {"w:pPr", ResetParagraphState},
-    {"w:r", ResetRunState},          {"w:rPr", ResetRunState},      {"w:rStyle", SetRunStyle},
-    {"w:body", LinkStyles},
+struct TrackedTag {
+    std::string_view name;
+    int (*work)(TagRecord *tag);
+    bool needsAttributes;
 };
+
+constexpr TrackedTag kTracked[] = {
+    {"w:style", AddStyle, true},         {"w:basedOn", SetBasedOnName, true},
+    {"w:rFonts", TrackFontsTag, true},   {"w:pStyle", SetParagraphStyle, true},
+    {"w:p", ResetParagraphState, false}, {"w:pPr", ResetParagraphState, false},
+    {"w:r", ResetRunState, false},       {"w:rPr", ResetRunState, false},
+    {"w:rStyle", SetRunStyle, true},     {"w:body", LinkStyles, false},
+};
+
+static const TrackedTag *FindTracked(std::string_view name)
+{
+    for (const TrackedTag &row : kTracked)
+        if (row.name == name)
+            return &row;
+    return nullptr;
+}
 
 int TrackTag(TagRecord *tag)
 {
-    for (const TagWork &row : kTracked)
-        if (TagNameIs(tag, row.name))
-            return row.work(tag);
-    return 1;
+    const TrackedTag *tracked = FindTracked(tag->name);
+    return tracked ? tracked->work(tag) : 1;
+}
+
+bool NeedsAttributes(std::string_view name)
+{
+    const TrackedTag *tracked = FindTracked(name);
+    return tracked && tracked->needsAttributes;
+}
+
+void TrackTagName(std::string_view name)
+{
+    const TrackedTag *tracked = FindTracked(name);
+    if (tracked)
+        tracked->work(nullptr);
 }
 
 static const char *FontOfBlock(const RunFontBlock &block)
@@ -312,10 +338,13 @@ const char *ResolveTextFont()
     return StyleFontName(nullptr, gStyles.normal);
 }
 
+const char *FontOfText(const TagRecord *tag)
+{
+    return tag && CompareNoCase(tag->name, "w:t") == 0 ? ResolveTextFont() : nullptr;
+}
+
 long ConvertTextIfLegacy(const TagRecord *tag, const TextRoom &room, size_t length)
 {
-    if (!tag || CompareNoCase(tag->name, "w:t") != 0)
-        return long(length);
-    const FontMapEntry *entry = FindFontMapEntry(ResolveTextFont());
+    const FontMapEntry *entry = FindFontMapEntry(FontOfText(tag));
     return entry ? ConvertTextNode(room, length, *entry) : long(length);
 }

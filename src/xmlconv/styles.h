@@ -2,6 +2,8 @@
 // current paragraph and run have said. Nothing here depends on where an element ends.
 #pragma once
 
+#include <string_view>
+
 #include "xmlconv/tag.h"
 #include "xmlconv/translate.h"
 
@@ -46,6 +48,10 @@ void FreeStyles();
 // Follows an opening tag, whose parent is set: 1, or 0 when it failed or the table is full.
 int TrackTag(TagRecord *tag);
 
+// Whether TrackTag needs more of a tag than its name; TrackTagName follows one that it doesn't.
+bool NeedsAttributes(std::string_view name);
+void TrackTagName(std::string_view name);
+
 // The first style of a name, without regard to case; none for an empty name.
 StyleRecord *FindStyle(const char *name);
 
@@ -53,6 +59,9 @@ StyleRecord *FindStyle(const char *name);
 const char *ResolveTextFont();
 const char *StyleFontName(const StyleRecord *runStyle, const StyleRecord *paragraphStyle);
 
-// Converts a text in place where it stands in a w:t in a legacy font: the bytes to write, or a
-// failure of ConvertTextNode.
+// The font of a text under a tag, none where it isn't known or the tag isn't w:t: such text stays.
+const char *FontOfText(const TagRecord *tag);
+
+// Converts a text in place where its font is a legacy one: the bytes to write, or a failure of
+// ConvertTextNode.
 long ConvertTextIfLegacy(const TagRecord *tag, const TextRoom &room, size_t length);

@@ -64,8 +64,8 @@ static int CopyTag(const char *source, const TagRoom &room)
     return cursor.isFull ? AskForLargerBuffer() : 1;
 }
 
-// A closing tag takes the top away whatever its name says; where nothing is open nothing is taken.
-static TagRecord *PopTag(TagRecord *current)
+// A closing tag takes the top away whatever its name says.
+TagRecord *PopTag(TagRecord *current)
 {
     TagRecord *parent = current ? current->parent : nullptr;
     FreeTag(current);

@@ -20,4 +20,7 @@ int WriteTag(TagRecord *tag, const TagRoom &room);
 // restart, which the report tells, the old one.
 TagRecord *ProcessTag(TagRecord *current, const char *source, const TagRoom &room);
 
+// Takes the top away: the new one. Where nothing is open nothing is taken.
+TagRecord *PopTag(TagRecord *current);
+
 void FreeTagStack(TagRecord *current);

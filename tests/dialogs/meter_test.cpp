@@ -9,7 +9,7 @@
 #include "runtime.h"
 #include "support/message_boxes.h"
 #include "support/temp_folder.h"
-#include "xmlconv/convert.h"
+#include "xmlconv/pass.h"
 
 class Meter : public AttachedDialogs
 {
@@ -268,7 +268,7 @@ TEST_F(Meter, OfAConversionRisesOnceForEachPercentThroughRestarts)
     gProgress.clear();
     gBarProc = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrA(bar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(WatchBar)));
-    gConversionSizes = {1024, 128000};
+    gConversionSizes = {1024, 128000, 256 * 1024};
     {
         ExpectBoxes boxes({"increased to 2048\r\nRestarted: tag buffer increased to 4096"});
         EXPECT_EQ(ConvertFile(in.c_str(), out.c_str()), 0u);

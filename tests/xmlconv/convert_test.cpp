@@ -6,7 +6,7 @@
 #include "support/message_boxes.h"
 #include "support/started_library.h"
 #include "support/temp_folder.h"
-#include "xmlconv/convert.h"
+#include "xmlconv/pass.h"
 #include "xmlconv/styles.h"
 
 class Documents : public StartedLibrary
@@ -16,7 +16,7 @@ class Documents : public StartedLibrary
     {
         StartedLibrary::SetUp();
         folder_ = FreshFolder();
-        gConversionSizes = {1024, 128000};
+        gConversionSizes = {1024, 128000, 256 * 1024};
         gStyles.capacity = 256;
     }
     std::string Path(const char *name) const { return folder_ + "\\" + name; }
@@ -163,7 +163,7 @@ TEST_F(Documents, StartSizesDoNotShow)
                 RunIn("Saysettha Lao", "¡Ò-" + std::string(100, 'x')) + "</w:p>";
     const std::string wanted = Convert(document);
     for (size_t size = 17; size < 110; size += 3) {
-        gConversionSizes = {size, size};
+        gConversionSizes = {size, size, size};
         gStyles.capacity = size % 2 + 1;
         ExpectBoxes boxes({"Restarted: "});
         EXPECT_EQ(Convert(document), wanted) << size;
