@@ -71,10 +71,10 @@ static int ProcessPieces(PieceReader *reader, Progress *progress, const PartWork
 static int ProcessFile(int file, const std::string &name, const PartWorker &work)
 {
     PieceReader reader = StartReading(file);
-    Progress progress = StartProgress(file, name);
+    Progress progress = StartProgress(file, name, true);
     gMessages.file = name;
     int worst = ProcessPieces(&reader, &progress, work);
-    EndProgress(progress);
+    HideProgress();
     if (!reader.failure)
         return worst;
     fprintf(stderr, "orvel: %s: %s\n", name.c_str(), strerror(reader.failure));

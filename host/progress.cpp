@@ -1,4 +1,5 @@
-// The bar for long work.
+// The bar for long work. It is the last line of the terminal for as long as it shows, so whoever
+// writes another one takes it away first.
 #include "progress.h"
 
 #include <cstdio>
@@ -8,11 +9,16 @@
 constexpr unsigned long long kShortWork = 16 << 20;  // bytes that are done before anyone waits
 constexpr int kBarWidth = 40;
 
-Progress StartProgress(int file, const std::string &name)
+struct BarState {
+    bool isShown;
+};
+static BarState gBar;
+
+Progress StartProgress(int file, const std::string &name, bool writesOutput)
 {
     Progress progress = {name, 0, 0, -1};
     struct stat status;
-    bool isWatched = isatty(STDERR_FILENO) && !isatty(STDOUT_FILENO);
+    bool isWatched = isatty(STDERR_FILENO) && !(writesOutput && isatty(STDOUT_FILENO));
     if (isWatched && fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
         (unsigned long long)status.st_size >= kShortWork)
         progress.total = (unsigned long long)status.st_size;
@@ -26,22 +32,27 @@ static void DrawBar(const Progress &progress)
             std::string(size_t(filled), '=').c_str(),
             std::string(size_t(kBarWidth - filled), ' ').c_str(), progress.shown);
     fflush(stderr);
+    gBar.isShown = true;
 }
 
-void AddProgress(Progress *progress, size_t bytes)
+void ShowProgress(Progress *progress, int percent)
 {
-    if (!progress->total)
-        return;
-    progress->done += bytes;
-    int percent = int(progress->done * 100 / progress->total);
-    if (percent <= progress->shown || percent > 100)
+    if (!progress->total || percent <= progress->shown || percent > 100)
         return;
     progress->shown = percent;
     DrawBar(*progress);
 }
 
-void EndProgress(const Progress &progress)
+void AddProgress(Progress *progress, size_t bytes)
 {
-    if (progress.shown >= 0)
+    progress->done += bytes;
+    if (progress->total)
+        ShowProgress(progress, int(progress->done * 100 / progress->total));
+}
+
+void HideProgress()
+{
+    if (gBar.isShown)
         fprintf(stderr, "\r\x1B[K");
+    gBar.isShown = false;
 }

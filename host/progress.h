@@ -1,5 +1,5 @@
 // A bar on a terminal for long work: how much of a file is done. Nothing shows where standard error
-// is no terminal, where standard output is one (the text itself tells), or where the work is short.
+// is no terminal or where the work is short. One bar shows at a time.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +11,11 @@ struct Progress {
     int shown;                       // percent, -1 before the first
 };
 
-Progress StartProgress(int file, const std::string &name);
+// The work on an open file, told in bytes or in percent. There is no bar either where writesOutput
+// and standard output is a terminal: the text itself tells then.
+Progress StartProgress(int file, const std::string &name, bool writesOutput);
 void AddProgress(Progress *progress, size_t bytes);
+void ShowProgress(Progress *progress, int percent);
 
-// Takes the bar away.
-void EndProgress(const Progress &progress);
+// Takes the bar away: at the end, and before a message. What comes next draws it again.
+void HideProgress();

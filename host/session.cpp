@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "orvel.h"
+#include "progress.h"
 #include "runtime.h"
 
 constexpr char kManagerClass[] = "KerrinDLL";
@@ -19,6 +20,7 @@ static int WriteMessage(HWND, const char *text, const char *, UINT)
     ++gMessages.count;
     if (gMessages.heldBack)
         return IDOK;
+    HideProgress();
     if (gMessages.line)
         fprintf(stderr, "%s:%zu: %s\n", gMessages.file.c_str(), gMessages.line, text);
     else
