@@ -1,0 +1,107 @@
+// Documents as word processors write them, made up and real, through ConvertFile: the text comes
+// out as the Unicode text that it was made from, w:t by w:t.
+#include "support/document.h"
+
+#include "support/corpus.h"
+#include "support/message_boxes.h"
+#include "support/started_library.h"
+#include "support/temp_folder.h"
+#include "xmlconv/pass.h"
+#include "xmlconv/styles.h"
+
+class WholeDocuments : public StartedLibrary
+{
+  protected:
+    void SetUp() override
+    {
+        StartedLibrary::SetUp();
+        folder_ = FreshFolder();
+        gConversionSizes = {1024, 128000, 256 * 1024};
+        gStyles.capacity = 256;
+    }
+    // The converted document; all boxes must tell of the same things, none when there are none.
+    std::string Convert(const std::string &document, const std::vector<std::string> &boxes = {})
+    {
+        std::string source = folder_ + "\\in.xml", destination = folder_ + "\\out.xml";
+        EXPECT_TRUE(WriteWholeFile(source, document));
+        ExpectBoxes expected(boxes);
+        EXPECT_EQ(ConvertFile(source.c_str(), destination.c_str()), 0u);
+        std::string converted = ReadWholeFile(destination);
+        std::erase(converted, '\r');
+        return converted;
+    }
+    std::string folder_;
+};
+
+// The first place where two long texts differ, and what stands there.
+static std::string FirstDifference(const std::string &got, const std::string &wanted)
+{
+    size_t at = 0, back;
+    while (at < got.size() && at < wanted.size() && got[at] == wanted[at])
+        ++at;
+    if (at == got.size() && at == wanted.size())
+        return "";
+    back = at < 300 ? at : 300;
+    return "at " + std::to_string(at) + ": " + got.substr(at - back, back + 100) + "\nwanted " +
+           wanted.substr(at - back, back + 100);
+}
+
+static void ExpectTexts(const std::vector<std::string> &texts,
+                        const std::vector<std::string> &known)
+{
+    ASSERT_EQ(texts.size(), known.size());
+    for (size_t i = 0; i < texts.size(); ++i)
+        ASSERT_EQ(texts[i], known[i]) << "text " << i;
+}
+
+static MadeDocument MakeDocumentOf(uint32_t seed, bool isPlain)
+{
+    return MakeDocument({seed, 150000, ReadCorpus("udhr.txt"), isPlain});
+}
+
+// Whatever way a text comes to its font: run, styles, their bases, paragraph, "Normal".
+TEST_F(WholeDocuments, KnownTextComesBackFromAllLegacyFonts)
+{
+    for (uint32_t seed = 1; seed <= 12; ++seed) {
+        MadeDocument made = MakeDocumentOf(seed, false);
+        ASSERT_EQ(LegacyFontsIn(made.source).size(), 38u);
+        std::string converted = Convert(made.source, {kNoteOfDocument});
+        ASSERT_NO_FATAL_FAILURE(ExpectTexts(TextsOf(converted), made.texts)) << "seed " << seed;
+        ASSERT_EQ(FirstDifference(converted, made.converted), "") << "seed " << seed;
+        EXPECT_EQ(LegacyFontsIn(converted), std::vector<std::string>());
+        EXPECT_EQ(FirstDifference(Convert(converted, {kNoteOfDocument}), converted), "");
+    }
+}
+
+TEST_F(WholeDocuments, WithoutLegacyFontsKeepTheirTextAndNames)
+{
+    MadeDocument made = MakeDocumentOf(20, true);
+    EXPECT_EQ(FirstDifference(Convert(made.source, {kNoteOfDocument}), made.converted), "");
+    EXPECT_EQ(TextsOf(made.source), TextsOf(made.converted));
+}
+
+TEST_F(WholeDocuments, StartSizesDoNotShow)
+{
+    MadeDocument made = MakeDocumentOf(30, false);
+    for (size_t size : {17, 64, 100, 333, 1000}) {
+        gConversionSizes = {size, size + size / 2, 2 * size - 33};
+        gStyles.capacity = int(size % 7 + 1);
+        std::string converted = Convert(made.source, {"Restarted: "});
+        ASSERT_EQ(FirstDifference(converted, made.converted), "") << size;
+    }
+}
+
+// Written by another program, see documents/README.md. Nothing in them may raise a note.
+TEST_F(WholeDocuments, OfAWordProcessorComeBackAsTheirKnownText)
+{
+    for (const char *name : {"letter", "report"}) {
+        std::string path = std::string("../xmlconv/documents/") + name;
+        std::string source = ReadCorpus((path + ".xml").c_str());
+        std::vector<std::string> known = SplitLines(ReadCorpus((path + ".txt").c_str()));
+        ASSERT_GT(LegacyFontsIn(source).size(), 3u) << name;
+        std::string converted = Convert(source);
+        ASSERT_NO_FATAL_FAILURE(ExpectTexts(TextsOf(converted), known)) << name;
+        EXPECT_EQ(LegacyFontsIn(converted), std::vector<std::string>()) << name;
+        EXPECT_EQ(FirstDifference(Convert(converted), converted), "") << name;
+    }
+}
