@@ -6,11 +6,12 @@
 
 static CodeTrace MakeTrace()
 {
-    char folder[] = "/tmp/orvel-fuzz-XXXXXX";
+    const char *above = getenv("TMPDIR");
+    std::string folder = std::string(above ? above : "/tmp") + "/orvel-fuzz-XXXXXX";
     CodeTrace trace;
-    Require(mkdtemp(folder) != nullptr, "a temporary folder");
-    setenv("XDG_CONFIG_HOME", folder, 1);
-    setenv("XDG_DATA_HOME", folder, 1);
+    Require(mkdtemp(folder.data()) != nullptr, "a temporary folder");
+    setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
+    setenv("XDG_DATA_HOME", folder.c_str(), 1);
     Require(StartLibrary() && PrepareTrace(&trace), "the library starts");
     SetOrvelOption("d", 7, 0);
     gMessages.heldBack = true;

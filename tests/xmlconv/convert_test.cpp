@@ -1,6 +1,8 @@
 // Whole documents through ConvertFile: what is written, what a restart costs, and that no file is
 // reported done that isn't.
 #include <cstring>
+#include <iterator>
+#include <random>
 
 #include "support/corpus.h"
 #include "support/message_boxes.h"
@@ -61,6 +63,7 @@ static const DocumentRow kDocumentRows[] = {
     {"<w:p>" + RunIn("Saysettha 2000", "À") + "</w:p>",
      "<w:p>" + RunOut("Saysettha OT", "ກ") + "</w:p>"},
     {"<w:p>" + RunIn("Arial", "À") + "</w:p>", "<w:p>" + RunIn("Arial", "À") + "</w:p>"},
+    {RunIn("Saysettha 2000", "À<?a?>À"), RunOut("Saysettha OT", "ກ<?a?>À")},  // "?a?" stays open
     {"<w:r><w:rPr><w:rFonts w:ascii=\"alice_0\"/></w:rPr><w:x>d</w:x><w:T>d</w:T></w:r>",
      "<w:r><w:rPr><w:rFonts w:ascii=\"Alice0 Unicode\" w:cs=\"Alice0 "
      "Unicode\"/></w:rPr><w:x>d</w:x><w:T>ກ</w:T></w:r>"},
@@ -168,6 +171,67 @@ TEST_F(Documents, StartSizesDoNotShow)
         ExpectBoxes boxes({"Restarted: "});
         EXPECT_EQ(Convert(document), wanted) << size;
     }
+}
+
+// Pieces of documents, as word processors write them and as none does.
+// clang-format off
+static const std::string kPieces[] = {
+    "<w:r>", "</w:r>", "<w:rPr>", "</w:rPr>", "<w:t>", "<W:T>", "</w:t>", "<w:p>", "</w:p>",
+    "<w:pPr>", "<w:rFonts w:ascii=\"Saysettha Lao\" w:h-ansi=\"Saysettha Lao\"/>",
+    "<w:rFonts w:cs=\"alice_0\" w:hint=\"cs\"/>", "<w:rFonts w:ascii=\"Saysettha 2000\">",
+    "<wx:font wx:val=\"Saysettha 95\"/>", "<W:FONT W:NAME=\"xayawath\"/>",
+    "<w:rStyle w:val=\"S\"/>", "<w:styles>", "<w:style w:styleId=\"S\">",
+    "<w:basedOn w:val=\"B\"/>", "<w:body>", "<w:sz w:val=\"2\"/>", "<w:br/>", "<w:br />",
+    "<a b=\"c\"/>", "<a  b=\"c\">", "<a b=\"c\"d=\"e\">", "<a b=\"c\" >", "<a b>", "<a\nb=\"c\">",
+    "<a b=\"c<d\">", "</a b=\"c\">", "</a/>", "</ a>", "<a?>", "<?a?>", "<?a/>", "<?a b=\"c\"?>",
+    "<?a b=\"c\"/>", "<a b=\"c\"?>", "<!-- a -->", "<!-->", "<![CDATA[x]]>",
+    "<a" + std::string(1, 0) + "b>", "</a" + std::string(1, 0) + " >",
+    "<" + std::string(63, 'n') + ">", "<a " + std::string(63, 'n') + "=\"\"/>",
+    "<w:\xE0\xBA\x81/>",
+};
+
+static const std::string kTexts[] = {
+    "abc ", "¡Ò-\n", "À–\u200B", "ສະບາຍດີ", "&amp;&#161;", "\xC2", "\xE2\x80", "\xF0\x9F\x98\x80",
+    "\xED\xA0\x80", std::string(1, 0), "\xC0\x80", "Ā\u2212\u2082", ">",
+};
+
+static const std::string kBrokenPieces[] = {
+    "", "", "", "<//a>", "<a/ b=\"c\">", "<a b=\"" + std::string(1, 0) + "c\">", "<a b='c'>",
+    "<a b",
+};
+
+// clang-format on
+
+static std::string MadeOfPieces(std::mt19937 *random)
+{
+    auto pick = [random](size_t count) { return (*random)() % count; };
+    const char *fonts[] = {"Saysettha Lao", "Saysettha 2000", "alice_0", "Xayawath", "Arial"};
+    std::string document;
+    for (size_t count = 1 + pick(100); count > 0; --count) {
+        std::string text = kTexts[pick(std::size(kTexts))] + kTexts[pick(std::size(kTexts))];
+        document += pick(2) ? kPieces[pick(std::size(kPieces))] : text;
+        document += pick(2) ? RunIn(fonts[pick(std::size(fonts))], text) : "";
+    }
+    return document + kBrokenPieces[pick(std::size(kBrokenPieces))];
+}
+
+// Blocks of one byte hold no whole piece, so all of the document goes through the buffers; in a
+// large one nearly all takes the fast roads.
+TEST_F(Documents, BlocksDoNotShow)
+{
+    std::mt19937 random(1);
+    MessageBoxAnswerer before =
+        SetMessageBoxAnswerer([](HWND, const char *, const char *, UINT) { return IDOK; });
+    for (int round = 0; round < 60; ++round) {
+        std::string document = MadeOfPieces(&random);
+        gConversionSizes.block = 1;
+        std::string wanted = Convert(document);
+        for (size_t block : {2 + random() % document.size(), document.size()}) {
+            gConversionSizes.block = block;
+            EXPECT_EQ(Convert(document), wanted) << block << ": " << document;
+        }
+    }
+    SetMessageBoxAnswerer(before);
 }
 
 TEST_F(Documents, CutAnywhereIsToldOrWhole)

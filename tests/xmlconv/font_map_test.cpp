@@ -27,6 +27,7 @@ TEST_F(ConverterFonts, NothingIsFoundOutsideOfAConversion)
     EXPECT_EQ(LoadFontMap(), 38);
     EXPECT_EQ(Find("SAYSETTHA LAO"), "0 Saysettha OT");
     EXPECT_EQ(Find("xayawath"), "5 Saysettha OT");
+    EXPECT_EQ(Find("Alice0 95") + Find("Alice1 95"), "1 Alice0 Unicode1 Alice1 Unicode");
     EXPECT_EQ(Find("Arial") + Find("") + Find(nullptr), "nonenonenone");
 }
 
