@@ -20,10 +20,10 @@ std::vector<std::string> ReadDictionary();
 
 const CodeTrace &Trace();
 
-// Counts `amount` characters or keys for each iteration.
+// Counts `amount` characters, keys or bytes for each iteration.
 void SetRate(benchmark::State &state, double amount);
 
-// Adds a benchmark under a name; one that ends in "/orvel" is set beside the one that ends in
-// "/icu".
+// Adds a benchmark under a name; one that ends in "/orvel" is set beside those that end in a peer's
+// name.
 typedef void (*BenchBody)(benchmark::State &, const std::string &text);
 void AddBenchmark(const std::string &name, BenchBody body, const std::string &text);

@@ -1,4 +1,4 @@
-// Runs all benchmarks and, where one has a peer of the same name, prints how many times as fast it
+// Runs all benchmarks and, where one has peers of the same name, prints how many times as fast it
 // is.
 #include <cstdio>
 #include <map>
@@ -8,6 +8,10 @@
 
 void RegisterBreaks();
 void RegisterKeys();
+void RegisterDocuments();
+void RemoveDocuments();
+
+constexpr const char *kPeers[] = {"icu", "libxml2", "libxml2-sax2", "expat"};
 
 // Keeps the median rate of each benchmark beside the usual table.
 struct RatioReporter : benchmark::ConsoleReporter {
@@ -16,25 +20,34 @@ struct RatioReporter : benchmark::ConsoleReporter {
     {
         ConsoleReporter::ReportRuns(runs);
         for (const Run &run : runs)
-            if (run.aggregate_name == "median" || run.repetitions == 1)
+            if (!run.error_occurred && (run.aggregate_name == "median" || run.repetitions == 1))
                 medians[run.run_name.function_name] = run.counters.at("per_s");
     }
 };
+
+static void PrintRatios(const std::map<std::string, double> &medians)
+{
+    printf("\n");
+    for (auto [name, rate] : medians) {
+        size_t ours = name.rfind("/orvel");
+        std::string job = name.substr(0, ours);
+        for (const char *peerName : kPeers) {
+            auto peer = ours == name.npos ? medians.end() : medians.find(job + "/" + peerName);
+            if (peer != medians.end())
+                printf("%-28s %6.1f M/s, %-12s %6.1f, ratio %.2f\n", job.c_str(), rate / 1e6,
+                       peerName, peer->second / 1e6, rate / peer->second);
+        }
+    }
+}
 
 int main(int argc, char **argv)
 {
     benchmark::Initialize(&argc, argv);
     RegisterBreaks();
     RegisterKeys();
+    RegisterDocuments();
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    printf("\n");
-    for (auto [name, rate] : reporter.medians) {
-        size_t ours = name.rfind("/orvel");
-        auto peer = ours == name.npos ? reporter.medians.end()
-                                      : reporter.medians.find(name.substr(0, ours) + "/icu");
-        if (peer != reporter.medians.end())
-            printf("%-28s %6.1f M/s, peer %6.1f, ratio %.2f\n", name.substr(0, ours).c_str(),
-                   rate / 1e6, peer->second / 1e6, rate / peer->second);
-    }
+    RemoveDocuments();
+    PrintRatios(reporter.medians);
 }

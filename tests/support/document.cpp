@@ -53,7 +53,7 @@ static LegacyText AnyText(DocumentWriter *writer, int face)
     if (type != kUnicodeType)
         return WriteInLegacyFont(phrase, type, &writer->seed);
     const std::string texts[] = {phrase, kEnglish, "Caf\u00E9 \u00C0\u00D2 \u2013 &#160;&lt;-", ""};
-    const std::string &text = texts[Random(writer, 4)];
+    const std::string &text = texts[Random(writer, writer->isTidy ? 2 : 4)];
     return {text, text};
 }
 
@@ -78,7 +78,7 @@ static void PutRunProperties(DocumentWriter *writer, int ownFace, int style)
         PutFontName(writer, "<wx:font wx:val", ownFace, "/>");
     }
     if (Random(writer, 4) == 0)
-        PutChanged(writer, "<w:b /><w:u  w:val=\"single\" />", "<w:b/><w:u w:val=\"single\"/>");
+        PutUntidy(writer, "<w:b /><w:u  w:val=\"single\" />", "<w:b/><w:u w:val=\"single\"/>");
     Put(writer, "<w:sz w:val=\"" + std::to_string(20 + 2 * Random(writer, 8)) +
                     "\"/><w:sz-cs w:val=\"24\"/>");
     if (Random(writer, 2))
@@ -132,7 +132,7 @@ static void PutOddRun(DocumentWriter *writer, int depth)
 {
     const std::string odd = kOddRuns[Random(writer, std::size(kOddRuns))];
     if (depth > 0 && odd.find('@') != odd.npos)
-        return;
+        return PutTextRun(writer);
     for (size_t at = 0; at < odd.size();) {
         size_t place = std::min(odd.find('@', at), odd.size());
         Put(writer, odd.substr(at, place - at));
@@ -150,7 +150,7 @@ static const char *const kOtherProperties[] = {
     "<w:spacing w:before=\"0\" w:after=\"120\" w:line=\"360\" w:line-rule=\"auto\"/>",
     "<w:jc w:val=\"both\"/>",
     "<w:listPr><w:ilvl w:val=\"0\"/><w:ilfo w:val=\"1\"/><wx:t wx:val=\"\u00B7\"/></w:listPr>",
-    "",
+    "<w:keepNext/>",
 };
 
 static void PutParagraphProperties(DocumentWriter *writer)
@@ -218,6 +218,7 @@ MadeDocument MakeDocument(const DocumentPlan &plan)
 {
     DocumentWriter writer = {};
     writer.seed = plan.seed;
+    writer.isTidy = plan.isTidy;
     MakeFaces(&writer, plan.isPlain);
     writer.phrases = CutIntoPhrases(plan.corpus, &writer.seed);
     PutHead(&writer);

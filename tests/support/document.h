@@ -13,6 +13,8 @@ struct DocumentPlan {
     size_t size;         // of the source in bytes, about
     std::string corpus;  // UTF-8 Lao text, a paragraph a line
     bool isPlain;        // legacy fonts have names that no font map has: all stays as it is
+    bool isTidy;         // tags in normal form, no references to characters, no empty elements with
+                         // an end tag: what an XML library writes back as it was
 };
 
 // The note that each document raises: the fonts of a part of a table style are in nobody's text.

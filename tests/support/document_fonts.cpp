@@ -15,6 +15,11 @@ void PutChanged(DocumentWriter *writer, const std::string &source, const std::st
     writer->made.converted += converted;
 }
 
+void PutUntidy(DocumentWriter *writer, const std::string &source, const std::string &normal)
+{
+    PutChanged(writer, writer->isTidy ? normal : source, normal);
+}
+
 void MakeFaces(DocumentWriter *writer, bool isPlain)
 {
     for (const FontMapEntry &row : kBuiltInFontMap) {

@@ -116,8 +116,8 @@ static void PutStyles(DocumentWriter *writer)
 
 void PutHead(DocumentWriter *writer)
 {
-    PutChanged(writer, "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\" ?>",
-               "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>");
+    PutUntidy(writer, "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\" ?>",
+              "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>");
     Put(writer, "\n<?mso-application progid=\"Word.Document\"?>\n"
                 "<w:wordDocument xmlns:w=\"urn:w\" xmlns:v=\"urn:v\" xmlns:o=\"urn:o\" "
                 "xmlns:wx=\"urn:wx\" xmlns:aml=\"urn:aml\" xmlns:wsp=\"urn:wsp\" "

@@ -27,6 +27,7 @@ enum FontsOwner { kOfStyle, kOfParagraph, kOfRun };
 struct DocumentWriter {
     MadeDocument made;
     uint32_t seed;
+    bool isTidy;
     std::vector<Face> faces;  // legacy ones first
     unsigned legacyFaces, nextFace;
     std::vector<std::string> phrases;
@@ -46,6 +47,9 @@ inline unsigned Random(DocumentWriter *writer, unsigned below)
 // Writes a piece that stays as it is, or one that doesn't.
 void Put(DocumentWriter *writer, const std::string &piece);
 void PutChanged(DocumentWriter *writer, const std::string &source, const std::string &converted);
+
+// Writes a tag that isn't in normal form, but in a tidy document.
+void PutUntidy(DocumentWriter *writer, const std::string &source, const std::string &normal);
 
 // A legacy font, each in turn, or now and then another one.
 int AnyFace(DocumentWriter *writer);

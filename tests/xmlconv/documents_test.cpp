@@ -56,7 +56,7 @@ static void ExpectTexts(const std::vector<std::string> &texts,
 
 static MadeDocument MakeDocumentOf(uint32_t seed, bool isPlain)
 {
-    return MakeDocument({seed, 150000, ReadCorpus("udhr.txt"), isPlain});
+    return MakeDocument({seed, 150000, ReadCorpus("udhr.txt"), isPlain, false});
 }
 
 // Whatever way a text comes to its font: run, styles, their bases, paragraph, "Normal".
