@@ -96,7 +96,7 @@ static int RunCheck(const std::vector<std::string> &files)
         return kNotDone;
     SetOrvelOption("d", WORD(GetOrvelOption("d") | kOldSpellings), 0);
     return ProcessParts(files, [&](const TextPart &part, std::string *output) {
-        if (!DivideLaoText(trace, part.text, kInsertBoth, &text))
+        if (!DivideLaoText(trace, WithoutByteOrderMark(part), kInsertBoth, &text))
             return int(kNotDone);
         return ReportChunks(trace, text, {part.line, part.column, 0, 0}, output);
     });

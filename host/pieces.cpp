@@ -10,7 +10,8 @@
 #include "utf8.h"
 
 constexpr size_t kPieceSize = 64 * 1024;
-constexpr size_t kCharacterSize = 4;  // the last bytes may be half of a character
+constexpr size_t kLongestText = 1024 * 1024;  // in a font of whatever code, without any ASCII
+constexpr size_t kCharacterSize = 4;          // the last bytes may be half of a character
 
 PieceReader StartReading(int file)
 {
@@ -37,19 +38,40 @@ static void Fill(PieceReader *reader)
     reader->failure = got < 0 ? errno : 0;
 }
 
+static bool IsContinuation(char byte)
+{
+    return (byte & '\xC0') == '\x80';
+}
+
+// Whether no character, which has four bytes at most, can reach over the beginning of this byte.
+static bool IsStray(std::string_view text, size_t at)
+{
+    return at > 2 && IsContinuation(text[at - 1]) && IsContinuation(text[at - 2]) &&
+           IsContinuation(text[at - 3]);
+}
+
+// Whether the byte begins a character that is neither Lao nor a break mark inside of Lao. A byte
+// that is no UTF-8 may be a sign of an old font, which belongs to the one in front of it; but no
+// text is so long.
+static bool EndsRun(std::string_view text, size_t at)
+{
+    size_t left = text.size() - at;
+    bool isLong = text.size() > kLongestText;
+    if (IsContinuation(text[at]))
+        return isLong && IsStray(text, at);
+    bool isOfRun = IsLaoAt(&text[at], left) || IsZeroWidthSpaceAt(&text[at], left);
+    return !isOfRun && (isLong || CharacterSize(text.substr(at)) > 1);
+}
+
 // A place that is sure to be outside of a run: behind an ASCII byte, which nothing can go on from.
 static size_t FindRunEnd(std::string_view text)
 {
     for (size_t i = text.size(); i > kCharacterSize; --i)
         if (uint8_t(text[i - 1]) < 0x80)
             return i;
-    // Text without a blank: a character that is neither Lao nor a break mark inside of Lao.
-    for (size_t i = text.size() - kCharacterSize; i > 0; --i) {
-        bool begins = (text[i] & '\xC0') != '\x80';
-        if (begins && !IsLaoAt(&text[i], text.size() - i) &&
-            !IsZeroWidthSpaceAt(&text[i], text.size() - i))
+    for (size_t i = text.size() - kCharacterSize; i > 0; --i)
+        if (EndsRun(text, i))
             return i;
-    }
     return 0;
 }
 
