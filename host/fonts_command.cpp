@@ -115,18 +115,18 @@ static int ShowDefault(const std::string &codeName)
     return WriteOutput(std::string(name) + "\n");
 }
 
-void AddFontsCommand(CLI::App *app, Command *chosen)
-{
-    auto font = std::make_shared<FontSettings>();
-    CLI::App *fonts = app->add_subcommand("fonts", "list and change the registered Lao fonts");
-    fonts->require_subcommand(1);
-    fonts->footer("Example: orvel fonts add \"Alice_0\" --code Lao95");
+typedef std::shared_ptr<FontSettings> SharedFont;
 
+static void AddListing(CLI::App *fonts, Command *chosen)
+{
     CLI::App *list = fonts->add_subcommand(
         "list", "name, font code, substitute, scale and \"extended\"; tabs between");
     list->footer("Example: orvel fonts list");
     list->callback([=] { *chosen = ListFonts; });
+}
 
+static void AddAdding(CLI::App *fonts, const SharedFont &font, Command *chosen)
+{
     CLI::App *add = fonts->add_subcommand("add", "register a font");
     add->add_option("name", font->name, "the font's name")->required();
     add->add_option("--code", font->code, "its font code, by name or number (default: Unicode)");
@@ -137,12 +137,18 @@ void AddFontsCommand(CLI::App *app, Command *chosen)
                   "it has the private-use characters U+E000 to U+E01F");
     add->footer("Example: orvel fonts add \"Saysettha OT\" --code Unicode");
     add->callback([=] { *chosen = [=] { return AddFont(*font); }; });
+}
 
+static void AddRemoving(CLI::App *fonts, const SharedFont &font, Command *chosen)
+{
     CLI::App *remove = fonts->add_subcommand("remove", "take a font out of the list");
     remove->add_option("name", font->name, "the font's name")->required();
     remove->footer("Example: orvel fonts remove \"Alice_0\"");
     remove->callback([=] { *chosen = [=] { return RemoveFont(font->name); }; });
+}
 
+static void AddSetting(CLI::App *fonts, const SharedFont &font, Command *chosen)
+{
     CLI::App *set = fonts->add_subcommand("set", "change a font's substitute, scale or characters");
     set->add_option("name", font->name, "the font's name")->required();
     set->add_option("--substitute", font->substitute, "the font that replaces it; \"\" for none");
@@ -157,9 +163,25 @@ void AddFontsCommand(CLI::App *app, Command *chosen)
         font->setsScale = set->count("--scale") > 0;
         *chosen = [=] { return SetFont(*font); };
     });
+}
 
+static void AddDefault(CLI::App *fonts, const SharedFont &font, Command *chosen)
+{
     CLI::App *standard = fonts->add_subcommand("default", "the first font of a font code");
     standard->add_option("code", font->code, "the code, by name or number")->required();
     standard->footer("Example: orvel fonts default Lao2000");
     standard->callback([=] { *chosen = [=] { return ShowDefault(font->code); }; });
+}
+
+void AddFontsCommand(CLI::App *app, Command *chosen)
+{
+    SharedFont font = std::make_shared<FontSettings>();
+    CLI::App *fonts = app->add_subcommand("fonts", "list and change the registered Lao fonts");
+    fonts->require_subcommand(1);
+    fonts->footer("Example: orvel fonts add \"Alice_0\" --code Lao95");
+    AddListing(fonts, chosen);
+    AddAdding(fonts, font, chosen);
+    AddRemoving(fonts, font, chosen);
+    AddSetting(fonts, font, chosen);
+    AddDefault(fonts, font, chosen);
 }
