@@ -1,9 +1,15 @@
 // The command line as UTF-8: the C runtime gives it in the system's code page, which has no Lao.
+// The shells of Windows leave * and ? to the program, whose runtime puts the files' names in their
+// place where they aren't quoted.
 #include <fcntl.h>
 #include <io.h>
 #include <runtime.h>
-#include <shellapi.h>
 #include <stdlib.h>
+
+// The runtime's own, which no header declares: nonzero when it fails. The last record says what a
+// failing allocation does; it is 0 for every program.
+extern "C" int __wgetmainargs(int *count, wchar_t ***arguments, wchar_t ***environment,
+                              int takesWildcards, int *startup);
 
 static char *Utf8Copy(const wchar_t *text)
 {
@@ -16,14 +22,15 @@ static char *Utf8Copy(const wchar_t *text)
 
 char **Utf8Arguments(int *count, char **given)
 {
-    int wideCount;
-    wchar_t **wide = CommandLineToArgvW(GetCommandLineW(), &wideCount);
-    char **arguments = wide ? (char **)calloc((size_t)wideCount + 1, sizeof *arguments) : nullptr;
+    int wideCount, startup = 0;
+    wchar_t **wide, **environment;
+    if (__wgetmainargs(&wideCount, &wide, &environment, 1, &startup) < 0)
+        return given;
+    char **arguments = (char **)calloc((size_t)wideCount + 1, sizeof *arguments);
     if (!arguments)
         return given;
     for (int i = 0; i < wideCount; i++)
         arguments[i] = Utf8Copy(wide[i]);
-    LocalFree(wide);
     *count = wideCount;
     return arguments;
 }
