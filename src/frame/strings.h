@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 // Cuts white space off both ends, in place; gives the same pointer.
 char *TrimSpaces(char *text);
@@ -25,4 +26,19 @@ inline const uint8_t *AsBytes(const char *text)
 inline uint8_t *AsBytes(char *text)
 {
     return reinterpret_cast<uint8_t *>(text);
+}
+
+// Texts without regard to the case of A to Z, all other bytes as they are.
+inline char FoldLetter(char c)
+{
+    return c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
+}
+inline bool EqualNoCase(std::string_view left, std::string_view right)
+{
+    if (left.size() != right.size())
+        return false;
+    for (size_t i = 0; i < left.size(); ++i)
+        if (FoldLetter(left[i]) != FoldLetter(right[i]))
+            return false;
+    return true;
 }

@@ -2,13 +2,12 @@
 #include "xmlconv/font_count.h"
 
 #include "frame/strings.h"
-#include "runtime.h"
 #include "xmlconv/font_map.h"
 
 static DocumentFont *FindOrAdd(DocumentJob *job, const char *name)
 {
     for (DWORD i = 0; i < job->fontCount; ++i)
-        if (CompareNoCase(job->fonts[i].name, name) == 0)
+        if (EqualNoCase(job->fonts[i].name, name))
             return &job->fonts[i];
     if (job->fontCount == job->fontRoom)
         return nullptr;

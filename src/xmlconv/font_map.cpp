@@ -116,7 +116,7 @@ void FreeFontMap()
 static const FontMapEntry *SearchRows(const char *name)
 {
     for (int i = 0; i < gFontMap.count; ++i)
-        if (CompareNoCase(gFontMap.rows[i].legacyName, name) == 0)
+        if (EqualNoCase(gFontMap.rows[i].legacyName, name))
             return &gFontMap.rows[i];
     return nullptr;
 }
@@ -134,21 +134,6 @@ const FontMapEntry *FindFontMapEntry(const char *name)
         found->entry = SearchRows(name);
     }
     return found->entry;
-}
-
-static char FoldLetter(char c)
-{
-    return c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
-}
-
-static bool EqualNoCase(std::string_view left, std::string_view right)
-{
-    if (left.size() != right.size())
-        return false;
-    for (size_t i = 0; i < left.size(); ++i)
-        if (FoldLetter(left[i]) != FoldLetter(right[i]))
-            return false;
-    return true;
 }
 
 static bool IsAmong(const std::string_view *names, size_t count, std::string_view name)

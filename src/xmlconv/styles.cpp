@@ -8,12 +8,12 @@
 #include <iterator>
 
 #include "frame/strings.h"
-#include "runtime.h"
 #include "xmlconv/report.h"
 
 enum { kFirstCapacity = 256 };
 
 StyleState gStyles = {.table = nullptr,
+                      .index = nullptr,
                       .capacity = kFirstCapacity,
                       .last = -1,
                       .normal = nullptr,
@@ -24,6 +24,20 @@ StyleState gStyles = {.table = nullptr,
                       .activeParagraphFonts = nullptr,
                       .activeRunFonts = nullptr};
 
+// Twice as many slots as styles, so that a search is short.
+static size_t IndexSize()
+{
+    return 2 * size_t(gStyles.capacity);
+}
+
+static size_t HashNoCase(std::string_view name)
+{
+    uint32_t hash = 2166136261u;
+    for (char c : name)
+        hash = (hash ^ uint8_t(FoldLetter(c))) * 16777619u;
+    return hash;
+}
+
 int StartStyles()
 {
     int capacity = gStyles.capacity;
@@ -32,7 +46,8 @@ int StartStyles()
     gStyles.last = -1;
     gStyles.capacity = capacity;
     gStyles.table = static_cast<StyleRecord *>(calloc(size_t(capacity), sizeof(StyleRecord)));
-    return gStyles.table != nullptr;
+    gStyles.index = static_cast<StyleRecord **>(calloc(IndexSize(), sizeof(StyleRecord *)));
+    return gStyles.table && gStyles.index;
 }
 
 void FreeStyles()
@@ -40,18 +55,33 @@ void FreeStyles()
     for (int i = 0; i <= gStyles.last; ++i)
         free(gStyles.table[i].fonts);
     free(gStyles.table);
+    free(gStyles.index);
     gStyles.table = nullptr;
+    gStyles.index = nullptr;
     gStyles.last = -1;
+}
+
+// The slot of the index that holds the first style of a name, or that is free for it.
+static StyleRecord **FindSlot(std::string_view name)
+{
+    size_t slot = HashNoCase(name) % IndexSize();
+    while (gStyles.index[slot] && !EqualNoCase(gStyles.index[slot]->name, name))
+        slot = (slot + 1) % IndexSize();
+    return &gStyles.index[slot];
 }
 
 StyleRecord *FindStyle(const char *name)
 {
-    if (!name || !*name)
-        return nullptr;
-    for (int i = 0; i <= gStyles.last; ++i)
-        if (CompareNoCase(gStyles.table[i].name, name) == 0)
-            return &gStyles.table[i];
-    return nullptr;
+    return name && *name ? *FindSlot(std::string_view(name, strnlen(name, kTagNameSize - 1)))
+                         : nullptr;
+}
+
+static void NameStyle(StyleRecord *style, const char *name)
+{
+    CopyCut(style->name, sizeof style->name, name);
+    StyleRecord **slot = FindSlot(style->name);
+    if (!*slot)
+        *slot = style;
 }
 
 static StyleRecord *LastStyle()
@@ -98,7 +128,7 @@ static int AddStyle(TagRecord *tag)
     StyleRecord *style = &gStyles.table[++gStyles.last];
     const TagAttribute *id = FindTagAttribute(tag, "w:styleid");
     if (id && id->value)
-        CopyCut(style->name, sizeof style->name, id->value);
+        NameStyle(style, id->value);
     if (id && AttributeValueIs(id, "Normal"))
         gStyles.normal = style;
     style->type =
@@ -217,8 +247,7 @@ static void SetStyle(TagRecord *tag, const char *parent, const char *grandparent
 {
     const TagRecord *above = tag->parent, *top = above ? above->parent : nullptr;
     const char *value = ValueOf(tag, "w:val");
-    if (top && value && CompareNoCase(above->name, parent) == 0 &&
-        CompareNoCase(top->name, grandparent) == 0)
+    if (top && value && EqualNoCase(above->name, parent) && EqualNoCase(top->name, grandparent))
         *style = FindStyle(value);
 }
 
@@ -340,7 +369,7 @@ const char *ResolveTextFont()
 
 const char *FontOfText(const TagRecord *tag)
 {
-    return tag && CompareNoCase(tag->name, "w:t") == 0 ? ResolveTextFont() : nullptr;
+    return tag && EqualNoCase(tag->name, "w:t") ? ResolveTextFont() : nullptr;
 }
 
 long ConvertTextIfLegacy(const TagRecord *tag, const TextRoom &room, size_t length)

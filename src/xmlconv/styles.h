@@ -31,8 +31,9 @@ struct StyleRecord {
 
 struct StyleState {
     StyleRecord *table;
-    int capacity;  // grows, and stays so for later conversions
-    int last;      // index of the style added last, -1 for none
+    StyleRecord **index;  // the first style of each name, by a hash of the name
+    int capacity;         // grows, and stays so for later conversions
+    int last;             // index of the style added last, -1 for none
     StyleRecord *normal, *paragraph,
         *run;  // the style "Normal", and those of the current paragraph and run
     RunFontBlock paragraphFonts, runFonts;
@@ -52,7 +53,8 @@ int TrackTag(TagRecord *tag);
 bool NeedsAttributes(std::string_view name);
 void TrackTagName(std::string_view name);
 
-// The first style of a name, without regard to case; none for an empty name.
+// The first style of a name, of which 63 bytes count, without regard to case; none for an empty
+// name.
 StyleRecord *FindStyle(const char *name);
 
 // The font of a text at this moment, or none.

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "runtime.h"
+#include "frame/strings.h"
 #include "xmlconv/report.h"
 
 constexpr char kTagNameEnd[] = " /=>";  // "?xml" is a plain name
@@ -159,10 +159,10 @@ bool TagNameIs(const TagRecord *tag, const char *text)
 
 bool AttributeNameIs(const TagAttribute *attribute, const char *text)
 {
-    return CompareNoCase(attribute->name, text) == 0;
+    return EqualNoCase(attribute->name, text);
 }
 
 bool AttributeValueIs(const TagAttribute *attribute, const char *text)
 {
-    return attribute->value && CompareNoCase(attribute->value, text) == 0;
+    return attribute->value && EqualNoCase(attribute->value, text);
 }
