@@ -1,5 +1,5 @@
 // The memory of characters. Bytes of a legacy font stand in a document as the characters that they
-// are in code page 1252, which all lie in the three ranges below.
+// are in code page 1252, which all lie in the ranges below.
 #include "xmlconv/fast_text.h"
 
 #include <cstring>
@@ -19,6 +19,7 @@ struct KnownCharacters {
     KnownText one[0x80];     // U+0000 on
     KnownText two[0x800];    // U+0000 on, from U+0080 used
     KnownText three[0x200];  // U+2000 on
+    KnownText lao[0x80];     // U+0E80 on, which some put under legacy fonts
 };
 static KnownCharacters gKnown[4];  // by kind of conversion
 
@@ -42,6 +43,9 @@ static KnownText *FindCharacter(KnownCharacters *known, const uint8_t *text, siz
     if (text[0] == 0xE2 && left >= 3 && text[1] >= 0x80 && text[1] <= 0x87 &&
         (text[2] & 0xC0) == 0x80)
         return &known->three[(text[1] & 0x3F) << 6 | (text[2] & 0x3F)];
+    if (text[0] == 0xE0 && left >= 3 && text[1] >= 0xBA && text[1] <= 0xBB &&
+        (text[2] & 0xC0) == 0x80)
+        return &known->lao[(text[1] & 1) << 6 | (text[2] & 0x3F)];
     return nullptr;
 }
 

@@ -152,8 +152,8 @@ bool IsFontTag(std::string_view name)
 const char *RenameFontAttribute(const TagRecord *tag, const TagAttribute *attribute,
                                 const char *value)
 {
-    if (!IsFontTag(tag->name) ||
-        !IsAmong(kFontAttributes, std::size(kFontAttributes), attribute->name))
+    if (!IsFontTag(tag->name) || !IsAmong(kFontAttributes, std::size(kFontAttributes),
+                                          {attribute->name, attribute->nameLength}))
         return value;
     const FontMapEntry *entry = FindFontMapEntry(value);
     return entry ? entry->unicodeName : value;

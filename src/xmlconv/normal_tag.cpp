@@ -2,41 +2,18 @@
 // byte; whatever is doubtful goes to them.
 #include "xmlconv/normal_tag.h"
 
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
+#include "xmlconv/byte_set.h"
 #include "xmlconv/font_map.h"
 #include "xmlconv/styles.h"
 #include "xmlconv/tag_writer.h"
 
-// Bytes that end a name, or that a name in normal form can't have.
-constexpr bool EndsName(uint8_t byte)
-{
-    return byte <= ' ' || byte == '/' || byte == '=' || byte == '?' || byte == '>' || byte == '"';
-}
+// Bytes that end a name, or make a tag one for the parser. The closing bracket is the last of them.
+constexpr ByteSet kNameEnds = SetOf(" \t\n\v\f\r/=?>");
 
-struct ByteSet {
-    bool has[256];
-};
-constexpr ByteSet MakeNameEnds()
-{
-    ByteSet set = {};
-    for (int byte = 0; byte < 256; ++byte)
-        set.has[byte] = EndsName(uint8_t(byte));
-    return set;
-}
-constexpr ByteSet kNameEnds = MakeNameEnds();
-
-// The end of a name; the bracket behind the tag ends it at the latest.
-static const char *SkipName(const char *text)
-{
-    while (!kNameEnds.has[uint8_t(*text)])
-        ++text;
-    return text;
-}
-
-static bool IsNameLength(ptrdiff_t length)
+static bool IsNameLength(size_t length)
 {
     return length >= 1 && length < kTagNameSize;
 }
@@ -44,9 +21,9 @@ static bool IsNameLength(ptrdiff_t length)
 // Behind an attribute with its value, none where it isn't in normal form.
 static const char *SkipAttribute(const char *text, const char *end)
 {
-    const char *name = text;
-    text = SkipName(text);
-    if (!IsNameLength(text - name) || *text != '=' || text[1] != '"')
+    size_t nameLength = LengthUpTo(text, kNameEnds);
+    text += nameLength;
+    if (!IsNameLength(nameLength) || *text != '=' || text[1] != '"')
         return nullptr;
     text += 2;
     size_t left = size_t(end - text);
@@ -60,8 +37,9 @@ size_t NormalTagName(const char *source, size_t length)
 {
     const char *end = source + length - 1;  // the closing bracket
     const char *name = source + 1 + (source[1] == '/');
-    const char *text = SkipName(name + (*name == '?'));
-    ptrdiff_t nameLength = text - name;
+    size_t mark = *name == '?';
+    size_t nameLength = mark + LengthUpTo(name + mark, kNameEnds);
+    const char *text = name + nameLength;
     if (!IsNameLength(nameLength))
         return 0;
     while (text && *text == ' ')
@@ -69,10 +47,10 @@ size_t NormalTagName(const char *source, size_t length)
     if (!text)
         return 0;
     bool hasAttributes = text != name + nameLength;
-    const char ending = *name == '?' ? '?' : '/';
+    const char ending = mark ? '?' : '/';
     if (*text == ending && (ending == '/' || hasAttributes))  // "<?a?>" is a name with two marks
         ++text;
-    return text == end ? size_t(nameLength) : 0;
+    return text == end ? nameLength : 0;
 }
 
 static TagRecord *OpenTag(const char *name, size_t length, TagRecord *parent)

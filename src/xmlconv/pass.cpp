@@ -18,6 +18,7 @@
 #include "xmlconv/tag_writer.h"
 
 constexpr size_t kSpareBytes = 16;  // of a buffer that count as full
+constexpr size_t kOutputSize = 64 * 1024;
 
 // Failures of a pass.
 enum {
@@ -34,9 +35,10 @@ struct Pass {
     DocumentJob *job;
     FILE *input, *output;  // no output: the fonts alone are counted
     DocumentReader reader;
-    size_t kept;      // bytes of the block in front of the reader's place that are to be written
-    char *tagBuffer;  // twice the size: the source of a tag, and the text to write
-    TextRoom room;    // for a text
+    size_t kept;         // bytes of the block in front of the reader's place that are to be written
+    char *tagBuffer;     // twice the size: the source of a tag, and the text to write
+    TextRoom room;       // for a text
+    char *outputBuffer;  // of the stream
     TagRecord *current;
     uint64_t length;     // of the input in bytes; 0: not known
     uint64_t nextShown;  // position at which there is a percentage to show
@@ -218,6 +220,9 @@ static bool TakeBuffers(Pass *pass)
 {
     pass->tagBuffer = static_cast<char *>(malloc(2 * gConversionSizes.tag));
     pass->room = TakeTextRoom(gConversionSizes.text);
+    pass->outputBuffer = static_cast<char *>(malloc(kOutputSize));
+    if (pass->output && pass->outputBuffer)
+        setvbuf(pass->output, pass->outputBuffer, _IOFBF, kOutputSize);
     bool hasAll = pass->tagBuffer && pass->room.text && StartStyles() &&
                   StartReading(&pass->reader, pass->input, gConversionSizes.block);
     return hasAll || SetConversionError(false, kNoMemory);
@@ -235,6 +240,7 @@ static void ReleaseAll(Pass *pass)
         fclose(pass->input);
     if (pass->output && !EndReplaceFile(pass->output, pass->job->destination, isWhole) && isWhole)
         SetConversionError(0, kNotWritten);
+    free(pass->outputBuffer);
 }
 
 void RunPass(DocumentJob *job, DWORD *shownPercent)

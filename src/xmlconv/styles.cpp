@@ -149,7 +149,7 @@ constexpr NamedNumber kHints[] = {
     {"ascii", kAsciiHint}, {"h-ansi", kAsciiHint}, {"fareast", kFarEastHint}, {"cs", kComplexHint}};
 
 struct FontSlot {
-    const char *attribute;
+    std::string_view attribute;
     int slot, hint;
 };
 constexpr FontSlot kFontSlots[] = {{"w:ascii", 0, kAsciiHint},

@@ -6,14 +6,18 @@
 #include <cstring>
 
 #include "frame/strings.h"
+#include "xmlconv/byte_set.h"
 #include "xmlconv/report.h"
 
-constexpr char kTagNameEnd[] = " /=>";  // "?xml" is a plain name
-constexpr char kAttributeNameEnd[] = " =/?>";
+constexpr ByteSet kTagNameEnds = SetOf(" /=>");  // "?xml" is a plain name
+constexpr ByteSet kAttributeNameEnds = SetOf(" =/?>");
+constexpr ByteSet kSpace = SetOf(" \t\n\v\f\r");
 
 static const char *SkipSpace(const char *text)
 {
-    return text + strspn(text, " \t\n\v\f\r");
+    while (*text && kSpace.has[uint8_t(*text)])
+        ++text;
+    return text;
 }
 
 static bool IsTagEnd(char c)
@@ -29,7 +33,7 @@ static bool IsNameLength(size_t length)
 int CountTagAttributes(const char *text)
 {
     int count = 0;
-    while (size_t length = strcspn(text, kAttributeNameEnd)) {
+    while (size_t length = LengthUpTo(text, kAttributeNameEnds)) {
         text += length;
         if (*text == '=') {
             const char *end = text[1] == '"' ? strchr(text + 2, '"') : nullptr;
@@ -49,17 +53,18 @@ int CountTagAttributes(const char *text)
 // quotes.
 static const char *ReadAttribute(const char *text, TagAttribute *attribute)
 {
-    size_t length = strcspn(text, kAttributeNameEnd);
+    size_t length = LengthUpTo(text, kAttributeNameEnds);
     if (!IsNameLength(length)) {
         SetConversionError(0, 279);
         return nullptr;
     }
     memcpy(attribute->name, text, length);
+    attribute->nameLength = length;
     text += length;
     if (*text != '=')
         return SkipSpace(text);
     text += 2;
-    length = strcspn(text, "\"");
+    length = size_t(strchr(text, '"') - text);
     attribute->value = static_cast<char *>(calloc(length + 2, 1));
     if (!attribute->value) {
         SetConversionError(0, 288);
@@ -96,7 +101,7 @@ static int ReadTag(const char *text, TagRecord *tag)
     tag->isClosing = *text == '/';
     text = SkipSpace(text + tag->isClosing);
     text += *text == '/';  // this one says nothing
-    size_t length = strcspn(text, kTagNameEnd);
+    size_t length = LengthUpTo(text, kTagNameEnds);
     if (!IsNameLength(length))
         return SetConversionError(0, 259);
     memcpy(tag->name, text, length);
@@ -136,7 +141,8 @@ int AddTagAttribute(TagRecord *tag, const char *name, const char *value)
         return SetConversionError(0, 473);
     tag->attributes = static_cast<TagAttribute *>(grown);
     TagAttribute added = {};
-    strncpy(added.name, name, kTagNameSize - 1);
+    CopyCut(added.name, sizeof added.name, name);
+    added.nameLength = strlen(added.name);
     added.value = strdup(value);
     if (!added.value)
         return SetConversionError(0, 478);
@@ -144,7 +150,7 @@ int AddTagAttribute(TagRecord *tag, const char *name, const char *value)
     return 1;
 }
 
-TagAttribute *FindTagAttribute(TagRecord *tag, const char *name)
+TagAttribute *FindTagAttribute(TagRecord *tag, std::string_view name)
 {
     for (int i = 0; i < tag->attributeCount; ++i)
         if (AttributeNameIs(&tag->attributes[i], name))
@@ -155,11 +161,6 @@ TagAttribute *FindTagAttribute(TagRecord *tag, const char *name)
 bool TagNameIs(const TagRecord *tag, const char *text)
 {
     return strcmp(tag->name, text) == 0;
-}
-
-bool AttributeNameIs(const TagAttribute *attribute, const char *text)
-{
-    return EqualNoCase(attribute->name, text);
 }
 
 bool AttributeValueIs(const TagAttribute *attribute, const char *text)

@@ -1,11 +1,17 @@
 // One tag of a document as a record: the forms that word processors write, not all of XML.
 #pragma once
 
+#include <cstddef>
+#include <string_view>
+
+#include "frame/strings.h"
+
 enum { kTagNameSize = 64 };  // of tags and attributes, terminator included
 
 struct TagAttribute {
     char name[kTagNameSize];
     char *value;  // the text between the quotes as it stands, none for a bare name
+    size_t nameLength;
 };
 
 struct TagRecord {
@@ -30,9 +36,12 @@ void FreeTag(TagRecord *tag);
 int AddTagAttribute(TagRecord *tag, const char *name, const char *value);
 
 // The first attribute of a name, without regard to case, or none.
-TagAttribute *FindTagAttribute(TagRecord *tag, const char *name);
+TagAttribute *FindTagAttribute(TagRecord *tag, std::string_view name);
 
 // Tags are compared exactly, attributes without regard to case. No value equals none.
 bool TagNameIs(const TagRecord *tag, const char *text);
-bool AttributeNameIs(const TagAttribute *attribute, const char *text);
+inline bool AttributeNameIs(const TagAttribute *attribute, std::string_view text)
+{
+    return EqualNoCase({attribute->name, attribute->nameLength}, text);
+}
 bool AttributeValueIs(const TagAttribute *attribute, const char *text);

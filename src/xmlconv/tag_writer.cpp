@@ -25,15 +25,28 @@ static void Put(TagCursor *cursor, const char *text)
     cursor->left -= length;
 }
 
-static void PutAttribute(TagCursor *cursor, const TagRecord *tag, const TagAttribute *attribute)
+// value may be none.
+static void PutAttribute(TagCursor *cursor, const char *name, const char *value)
 {
     Put(cursor, " ");
-    Put(cursor, attribute->name);
-    if (!attribute->value)
+    Put(cursor, name);
+    if (!value)
         return;
     Put(cursor, "=\"");
-    Put(cursor, RenameFontAttribute(tag, attribute, attribute->value));
+    Put(cursor, value);
     Put(cursor, "\"");
+}
+
+static void PutAttributes(TagCursor *cursor, const TagRecord *tag)
+{
+    bool namesFonts = IsFontTag(tag->name);
+    for (int i = 0; i < tag->attributeCount; ++i) {
+        const TagAttribute *attribute = &tag->attributes[i];
+        const char *value = attribute->value;
+        if (namesFonts && value)
+            value = RenameFontAttribute(tag, attribute, value);
+        PutAttribute(cursor, attribute->name, value);
+    }
 }
 
 static int AskForLargerBuffer()
@@ -49,8 +62,7 @@ int WriteTag(TagRecord *tag, const TagRoom &room)
     TagCursor cursor = {room.text, room.size, false};
     Put(&cursor, "<");
     Put(&cursor, tag->name);
-    for (int i = 0; i < tag->attributeCount; ++i)
-        PutAttribute(&cursor, tag, &tag->attributes[i]);
+    PutAttributes(&cursor, tag);
     if (tag->isSelfClosing)
         Put(&cursor, tag->name[0] == '?' ? "?" : "/");
     Put(&cursor, ">");
