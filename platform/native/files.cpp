@@ -104,6 +104,11 @@ FILE *OpenDocument(const char *path)
     return OpenDataFile(path, "rb");
 }
 
+size_t ReadDocument(FILE *file, char *buffer, size_t size)
+{
+    return fread(buffer, 1, size, file);
+}
+
 FILE *BeginReplaceDocument(const char *path)
 {
     return BeginReplaceFile(path);

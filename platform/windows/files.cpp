@@ -186,7 +186,29 @@ int Utf8OfPath(const char *path, char *utf8, int size)
 FILE *OpenDocument(const char *path)
 {
     wchar_t wide[MAX_PATH];
-    return ReadPath(path, CP_UTF8, wide) ? _wfopen(wide, L"rt") : nullptr;
+    return ReadPath(path, CP_UTF8, wide) ? _wfopen(wide, L"rb") : nullptr;
+}
+
+static int IsNextByte(FILE *file, int wanted)
+{
+    int byte = getc(file);
+    if (byte != EOF)
+        ungetc(byte, file);
+    return byte == wanted;
+}
+
+// Text mode would end a document at byte 26.
+size_t ReadDocument(FILE *file, char *buffer, size_t size)
+{
+    size_t count = fread(buffer, 1, size, file), kept = 0;
+    for (size_t i = 0; i < count; i++) {
+        bool isLast = i + 1 == count;
+        if (buffer[i] != '\r' || !(isLast ? IsNextByte(file, '\n') : buffer[i + 1] == '\n'))
+            buffer[kept++] = buffer[i];
+        else if (isLast)
+            buffer[kept++] = (char)getc(file);
+    }
+    return kept;
 }
 
 static int ReadFileInformation(const char *path, BY_HANDLE_FILE_INFORMATION *information)

@@ -40,7 +40,7 @@ size_t NormalTagName(const char *source, size_t length)
     size_t mark = *name == '?';
     size_t nameLength = mark + LengthUpTo(name + mark, kNameEnds);
     const char *text = name + nameLength;
-    if (!IsNameLength(nameLength))
+    if (!IsNameLength(nameLength) || nameLength == mark)  // the mark of "<?>" doesn't close it
         return 0;
     while (text && *text == ' ')
         text = SkipAttribute(text + 1, end);

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "runtime.h"
+
 int StartReading(DocumentReader *reader, FILE *file, size_t blockSize)
 {
     *reader = {};
@@ -24,7 +26,7 @@ static bool HasBytes(DocumentReader *reader)
     if (!IsBlockUsed(reader))
         return true;
     reader->used = 0;
-    reader->filled = fread(reader->block, 1, reader->size, reader->file);
+    reader->filled = ReadDocument(reader->file, reader->block, reader->size);
     return reader->filled > 0;
 }
 

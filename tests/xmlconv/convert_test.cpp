@@ -1,40 +1,15 @@
-// Whole documents through ConvertFile: what is written, what a restart costs, and that no file is
-// reported done that isn't.
+// Whole documents: what is written, what a restart costs, and that no file is reported done that
+// isn't.
 #include <cstring>
 #include <iterator>
 #include <random>
 
+#include "support/conversion.h"
 #include "support/corpus.h"
 #include "support/message_boxes.h"
-#include "support/started_library.h"
-#include "support/temp_folder.h"
-#include "xmlconv/pass.h"
-#include "xmlconv/styles.h"
 
-class Documents : public StartedLibrary
+class Documents : public ConversionTest
 {
-  protected:
-    void SetUp() override
-    {
-        StartedLibrary::SetUp();
-        folder_ = FreshFolder();
-        gConversionSizes = {1024, 128000, 256 * 1024};
-        gStyles.capacity = 256;
-    }
-    std::string Path(const char *name) const { return folder_ + "\\" + name; }
-    // The converted document, without the carriage returns of the target's text files; the
-    // failure's number when there is one.
-    std::string Convert(const std::string &document)
-    {
-        EXPECT_TRUE(WriteWholeFile(Path("in.xml"), document));
-        DWORD failure = ConvertFile(Path("in.xml").c_str(), Path("out.xml").c_str());
-        if (failure)
-            return std::to_string(failure);
-        std::string converted = ReadWholeFile(Path("out.xml"));
-        std::erase(converted, '\r');
-        return converted;
-    }
-    std::string folder_;
 };
 
 struct DocumentRow {
@@ -64,6 +39,7 @@ static const DocumentRow kDocumentRows[] = {
      "<w:p>" + RunOut("Saysettha OT", "ກ") + "</w:p>"},
     {"<w:p>" + RunIn("Arial", "À") + "</w:p>", "<w:p>" + RunIn("Arial", "À") + "</w:p>"},
     {RunIn("Saysettha 2000", "À<?a?>À"), RunOut("Saysettha OT", "ກ<?a?>À")},  // "?a?" stays open
+    {RunIn("Saysettha 2000", "À<?>À"), RunOut("Saysettha OT", "ກ<?>À")},
     {"<w:r><w:rPr><w:rFonts w:ascii=\"alice_0\"/></w:rPr><w:x>d</w:x><w:T>d</w:T></w:r>",
      "<w:r><w:rPr><w:rFonts w:ascii=\"Alice0 Unicode\" w:cs=\"Alice0 "
      "Unicode\"/></w:rPr><w:x>d</w:x><w:T>ກ</w:T></w:r>"},
@@ -183,7 +159,7 @@ static const std::string kPieces[] = {
     "<w:rStyle w:val=\"S\"/>", "<w:styles>", "<w:style w:styleId=\"S\">",
     "<w:basedOn w:val=\"B\"/>", "<w:body>", "<w:sz w:val=\"2\"/>", "<w:br/>", "<w:br />",
     "<a b=\"c\"/>", "<a  b=\"c\">", "<a b=\"c\"d=\"e\">", "<a b=\"c\" >", "<a b>", "<a\nb=\"c\">",
-    "<a b=\"c<d\">", "</a b=\"c\">", "</a/>", "</ a>", "<a?>", "<?a?>", "<?a/>", "<?a b=\"c\"?>",
+    "<a b=\"c<d\">", "</a b=\"c\">", "</a/>", "</ a>", "<a?>", "<?>", "<?a?>", "<?a/>", "<?a b=\"c\"?>",
     "<?a b=\"c\"/>", "<a b=\"c\"?>", "<!-- a -->", "<!-->", "<![CDATA[x]]>",
     "<a" + std::string(1, 0) + "b>", "</a" + std::string(1, 0) + " >",
     "<" + std::string(63, 'n') + ">", "<a " + std::string(63, 'n') + "=\"\"/>",
@@ -232,6 +208,18 @@ TEST_F(Documents, BlocksDoNotShow)
         }
     }
     SetMessageBoxAnswerer(before);
+}
+
+// Line ends are those of the target's text files, wherever a block ends, and no byte ends a
+// document.
+TEST_F(Documents, LineEndsAndByte26StayAsTheyAre)
+{
+    const std::string document = "\r\n<a/>\r\n\r\n\r\x1A\r\r\n<w:t>b\r</w:t>\r\n\r";
+    for (size_t block = 1; block <= document.size(); ++block) {
+        gConversionSizes.block = block;
+        Convert(document);
+        EXPECT_EQ(ReadWholeFile(Path("out.xml")), document) << block;
+    }
 }
 
 TEST_F(Documents, CutAnywhereIsToldOrWhole)
