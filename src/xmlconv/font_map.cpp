@@ -56,6 +56,12 @@ static bool ReadRow(char *line, FontMapEntry *row)
     return true;
 }
 
+// Some editors write a byte order mark in front of a text.
+static char *SkipByteOrderMark(char *line)
+{
+    return strncmp(line, "\xEF\xBB\xBF", 3) == 0 ? line + 3 : line;
+}
+
 // Rows of the file, -1 without memory. They grow by doubling: a text stream can't be read twice
 // everywhere.
 static int ReadRows(FILE *file, FontMapEntry **rows)
@@ -64,7 +70,7 @@ static int ReadRows(FILE *file, FontMapEntry **rows)
     int count = 0, room = 0;
     while (fgets(line, sizeof line, file)) {
         FontMapEntry row = {};
-        if (!ReadRow(line, &row))
+        if (!ReadRow(SkipByteOrderMark(line), &row))
             continue;
         if (count == room) {
             room = room ? 2 * room : 64;

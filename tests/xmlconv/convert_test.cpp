@@ -1,5 +1,6 @@
 // Whole documents: what is written, what a restart costs, and that no file is reported done that
 // isn't.
+#include <algorithm>
 #include <cstring>
 #include <iterator>
 #include <random>
@@ -244,6 +245,53 @@ static std::string Utf8OfCodePage(const char *bytes)
     WideCharToMultiByte(CP_UTF8, 0, wide.data(), -1, text.data(), int(text.size()), nullptr,
                         nullptr);
     return text.data();
+}
+
+// Each piece by far larger than what a person writes; the styles form a ring without a font.
+TEST_F(Documents, HugePiecesAndManyStyles)
+{
+    const int count = 20000, textLength = 10 * 1000 * 1000;
+    std::string styles = "<w:styles>", legacy, converted;
+    for (int i = 0; i < count; ++i)
+        styles += "<w:style w:styleId=\"S" + std::to_string(i) + "\"><w:basedOn w:val=\"S" +
+                  std::to_string((i + 1) % count) + "\"/></w:style>";
+    styles +=
+        "</w:styles><w:body><w:p><w:pPr><w:pStyle w:val=\"S7\"/></w:pPr><w:r><w:t>À</w:t></w:r>";
+    for (int i = 0; i < textLength; ++i) {
+        legacy += "À";
+        converted += "ກ";
+    }
+    const std::string tag = "<a b=\"" + std::string(textLength, 'v') + "\"/>";
+    const std::string before = tag + styles + std::string(5000, 0);
+    ExpectBoxes boxes({"Restarted: "});
+    EXPECT_TRUE(Convert(before + RunIn("Saysettha 2000", legacy)) ==
+                before + RunOut("Saysettha OT", converted));
+}
+
+// Fonts are counted with what the room takes, whether or not anything is written.
+TEST_F(Documents, FontsOfTheTextAreCounted)
+{
+    const std::string document = RunIn("Saysettha 2000", "ÀÀ") + RunIn("Arial", "a€c ") +
+                                 RunIn("SAYSETTHA 2000", "À") + RunIn("", "none") +
+                                 RunIn("alice_0", std::string(200000, 'd')) + "<w:x>not text</w:x>";
+    std::string source = Path("in.xml");
+    WriteWholeFile(source, document);
+    const std::string wanted[] = {"Saysettha 2000>Saysettha OT 3", "Arial> 4",
+                                  "alice_0>Alice0 Unicode 200000"};
+    for (DWORD room : {0, 1, 2, 3, 8})
+        for (size_t block : {1, 256 * 1024}) {
+            DocumentFont fonts[8] = {};
+            DocumentJob job = {source.c_str(), nullptr, nullptr, IgnorePercent, fonts, room, 99};
+            gConversionSizes = {1024, 128000, block};
+            ExpectBoxes boxes({"Restarted: "});
+            EXPECT_EQ(ConvertDocument(&job), 0u);
+            ASSERT_EQ(job.fontCount, std::min<DWORD>(room, 3));
+            for (DWORD i = 0; i < job.fontCount; ++i)
+                EXPECT_EQ(std::string(fonts[i].name) + ">" + fonts[i].unicodeName + " " +
+                              std::to_string(fonts[i].characters),
+                          wanted[i]);
+            EXPECT_STREQ(fonts[job.fontCount].name, "");
+        }
 }
 
 // Known text, put into each legacy code by the library's own recoding, comes back as it was.

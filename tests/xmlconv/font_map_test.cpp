@@ -43,6 +43,9 @@ static const MapRow kMapRows[] = {
     {"My Font,3,My Unicode", 1, "Saysettha Lao", "none"},
     {" My Font ,, 3 ,My Unicode\t, rest\r\n", 1, "My Font", "3 My Unicode"},
     {",A,x,B\n", 1, "A", "0 B"},
+    {"\xEF\xBB\xBF"
+     "A,3,B\n",
+     1, "A", "3 B"},
     {"A,1,B\nA,2,C\n", 2, "a", "1 B"},
     {"; a comment\n\nA,1\n", 38, "Saysettha Lao", "0 Saysettha OT"},
     {"", 38, "Saysettha Lao", "0 Saysettha OT"},
