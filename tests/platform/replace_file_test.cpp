@@ -17,8 +17,9 @@ static int Replace(const std::string &path, const std::string &text, int keep = 
 static std::string ReadAndClose(FILE *file)
 {
     std::string text;
-    for (int byte; file && (byte = fgetc(file)) != EOF;)
-        text += char(byte);
+    char block[3];
+    for (size_t got; file && (got = ReadDocument(file, block, sizeof block)) > 0;)
+        text.append(block, got);
     if (file)
         fclose(file);
     return text;
