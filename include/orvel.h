@@ -315,7 +315,8 @@ int WINAPI CloseOrvelMeter(void);
  * Paths are in the system's code page. The new file takes its place when it is whole; on a failure
  * the old one stays. A meter shows the progress; its Cancel changes nothing. Notes and failures are
  * shown in a box. 0 done, also with notes; else the number of the failure:
- * - 891 the library can't be started, 920 a null path (both without a box);
+ * - 891 the library can't be started, 920 a null path, 1004 a conversion is running (all three
+ *   without a box);
  * - 926 a file can't be opened, or both are one;
  * - 232 to 288 a tag that can't be read, 473 to 519 and 938 no memory;
  * - 1000 the document ends inside a tag, 1001 a text can't be converted, 1002 the new file can't be

@@ -15,7 +15,12 @@ constexpr char kMeterLabel[] = "Convert XML document to Unicode";
 enum { kUtf8PathSize = 4096 };
 
 // Failures of the driver.
-enum : DWORD { kNotStarted = 891, kNoPath = 920, kCannotOpen = 926, kNoFontMap = 1003 };
+enum : DWORD { kNotStarted = 891, kNoPath = 920, kNoFontMap = 1003, kBusy = 1004 };
+
+struct DriverState {
+    bool isBusy;  // what hears percentages could call in again
+};
+static DriverState gDriver;
 
 // Doubles what was too small, and notes it.
 static void Enlarge(RestartReason reason)
@@ -79,17 +84,27 @@ static void WorkWithMeter(DocumentJob *job)
         CloseOrvelMeter();
 }
 
-DWORD WINAPI ConvertDocument(DocumentJob *job)
+static DWORD RunJob(DocumentJob *job)
 {
     gReport.error = 0;
-    if (!Initialize())
-        return kNotStarted;
-    if (!job || !job->source)
-        return kNoPath;
     if (HasFontMap(job))
         WorkWithMeter(job);
     FreeFontMap();
     return ShowReport();
+}
+
+DWORD WINAPI ConvertDocument(DocumentJob *job)
+{
+    if (gDriver.isBusy)
+        return kBusy;
+    if (!Initialize())
+        return kNotStarted;
+    if (!job || !job->source)
+        return kNoPath;
+    gDriver.isBusy = true;
+    DWORD failure = RunJob(job);
+    gDriver.isBusy = false;
+    return failure;
 }
 
 DWORD WINAPI ConvertFile(const char *source, const char *destination)

@@ -294,6 +294,22 @@ TEST_F(Documents, FontsOfTheTextAreCounted)
         }
 }
 
+static void WINAPI ConvertAgain(DWORD percent)
+{
+    EXPECT_EQ(ConvertFile("in.xml", "out.xml"), 1004u) << percent;
+}
+
+TEST_F(Documents, OneConversionAtATime)
+{
+    std::string source = Path("in.xml"), destination = Path("out.xml");
+    const std::string document = "<a>" + RunIn("Saysettha 2000", "À") + "</a>";
+    WriteWholeFile(source, document);
+    DocumentJob job = {source.c_str(), destination.c_str(), nullptr, ConvertAgain, nullptr, 0, 0};
+    EXPECT_EQ(ConvertDocument(&job), 0u);
+    EXPECT_EQ(ReadWholeFile(destination), "<a>" + RunOut("Saysettha OT", "ກ") + "</a>");
+    EXPECT_EQ(Convert(document), "<a>" + RunOut("Saysettha OT", "ກ") + "</a>");
+}
+
 // Known text, put into each legacy code by the library's own recoding, comes back as it was.
 TEST_F(Documents, KnownTextComesBackParagraphByParagraph)
 {
