@@ -8,25 +8,6 @@
 
 #include "native_support.h"
 
-struct EnvironmentOf {
-    explicit EnvironmentOf(const char *name) : variable(name)
-    {
-        const char *value = getenv(name);
-        isSet = value != nullptr;
-        before = value ? value : "";
-    }
-    ~EnvironmentOf()
-    {
-        if (isSet)
-            setenv(variable, before.c_str(), 1);
-        else
-            unsetenv(variable);
-    }
-    const char *variable;
-    bool isSet;
-    std::string before;
-};
-
 static void SetOrUnset(const char *variable, const std::string &value)
 {
     if (value.empty())
@@ -34,6 +15,17 @@ static void SetOrUnset(const char *variable, const std::string &value)
     else
         setenv(variable, value.c_str(), 1);
 }
+
+struct EnvironmentOf {
+    explicit EnvironmentOf(const char *name) : variable(name)
+    {
+        const char *value = getenv(name);
+        before = value ? value : "";
+    }
+    ~EnvironmentOf() { SetOrUnset(variable, before); }
+    const char *variable;
+    std::string before;
+};
 
 TEST(SharedData, FolderOfTheEnvironment)
 {
