@@ -98,6 +98,14 @@ TEST_F(RegistryFile, EveryCutLeavesWholeValues)
     }
 }
 
+static std::string ZeroBytes(size_t count)
+{
+    std::string text;
+    while (count-- > 0)
+        text += " 00";
+    return text;
+}
+
 TEST_F(RegistryFile, LinesThatCannotBeReadAreKept)
 {
     Fill();
@@ -107,7 +115,7 @@ TEST_F(RegistryFile, LinesThatCannotBeReadAreKept)
         std::string("nul \0 inside", 12),
         key + " \"v\" = type 3 size 99999999999: 00",
         key + " \"v\" = type 3 size 4294967295:",
-        key + " \"v\" = type 3 size 1048577:" + std::string(100, ' '),
+        key + " \"v\" = type 3 size 1048577:" + ZeroBytes(1048577),
         key + " \"v\" = type 3 size 2: 00",
         key + " \"v\" = type 3 size 1: 0",
         key + " \"v\" = type 3 size 1: 00 00",
