@@ -111,13 +111,13 @@ DWORD WINAPI ConvertFile(const char *source, const char *destination)
 {
     char sourcePath[kUtf8PathSize], destinationPath[kUtf8PathSize];
     DocumentJob job = {};
-    job.source = sourcePath;
-    job.destination = destinationPath;
     if (!source || !destination)
-        return Initialize() ? DWORD(kNoPath) : DWORD(kNotStarted);
+        return ConvertDocument(&job);  // a job without a source
     // a path that can't be taken over is one that can't be opened
     if (!Utf8OfPath(source, sourcePath, sizeof sourcePath) ||
         !Utf8OfPath(destination, destinationPath, sizeof destinationPath))
         *sourcePath = *destinationPath = 0;
+    job.source = sourcePath;
+    job.destination = destinationPath;
     return ConvertDocument(&job);
 }

@@ -13,11 +13,6 @@
 // Bytes that end a name, or make a tag one for the parser. The closing bracket is the last of them.
 constexpr ByteSet kNameEnds = SetOf(" \t\n\v\f\r/=?>");
 
-static bool IsNameLength(size_t length)
-{
-    return length >= 1 && length < kTagNameSize;
-}
-
 // Behind an attribute with its value, none where it isn't in normal form.
 static const char *SkipAttribute(const char *text, const char *end)
 {
@@ -53,24 +48,25 @@ size_t NormalTagName(const char *source, size_t length)
     return text == end ? nameLength : 0;
 }
 
-static TagRecord *OpenTag(const char *name, size_t length, TagRecord *parent)
+static TagRecord *OpenTag(std::string_view name, TagRecord *parent)
 {
     TagRecord *tag = static_cast<TagRecord *>(calloc(1, sizeof(TagRecord)));
     if (!tag)
         return nullptr;
-    memcpy(tag->name, name, length);
+    memcpy(tag->name, name.data(), name.size());
     tag->parent = parent;
     return tag;
 }
 
 static bool FollowOpeningTag(TagRecord **current, std::string_view name, bool isSelfClosing)
 {
-    if (IsFontTag(name) || NeedsAttributes(name))
+    if (IsFontTag(name) || !TrackTagName(name))
         return false;
-    TagRecord *opened = isSelfClosing ? *current : OpenTag(name.data(), name.size(), *current);
-    if (!opened && !isSelfClosing)
-        return false;
-    TrackTagName(name);
+    if (isSelfClosing)
+        return true;
+    TagRecord *opened = OpenTag(name, *current);
+    if (!opened)
+        return false;  // ProcessTag tells of it; to track a name once more changes nothing
     *current = opened;
     return true;
 }

@@ -7,7 +7,7 @@
 #include "xmlconv/tag.h"
 
 // Follows a tag of length bytes, brackets included, as ProcessTag would: true when its text is to
-// be copied as it is. False when ProcessTag must take it; nothing has been done then.
+// be copied as it is. False when ProcessTag must take it: the stack is as it was then.
 bool FollowNormalTag(TagRecord **current, const char *source, size_t length);
 
 // Length of the name of a tag in normal form: one blank before each attribute, a value in double

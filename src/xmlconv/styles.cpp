@@ -313,17 +313,12 @@ int TrackTag(TagRecord *tag)
     return tracked ? tracked->work(tag) : 1;
 }
 
-bool NeedsAttributes(std::string_view name)
+bool TrackTagName(std::string_view name)
 {
     const TrackedTag *tracked = FindTracked(name);
-    return tracked && tracked->needsAttributes;
-}
-
-void TrackTagName(std::string_view name)
-{
-    const TrackedTag *tracked = FindTracked(name);
-    if (tracked)
-        tracked->work(nullptr);
+    if (tracked && tracked->needsAttributes)
+        return false;
+    return !tracked || tracked->work(nullptr);
 }
 
 static const char *FontOfBlock(const RunFontBlock &block)

@@ -49,9 +49,9 @@ void FreeStyles();
 // Follows an opening tag, whose parent is set: 1, or 0 when it failed or the table is full.
 int TrackTag(TagRecord *tag);
 
-// Whether TrackTag needs more of a tag than its name; TrackTagName follows one that it doesn't.
-bool NeedsAttributes(std::string_view name);
-void TrackTagName(std::string_view name);
+// Follows an opening tag by its name alone: false for one whose attributes count, and nothing has
+// been done then.
+bool TrackTagName(std::string_view name);
 
 // The first style of a name, of which 63 bytes count, without regard to case; none for an empty
 // name.

@@ -25,11 +25,6 @@ static bool IsTagEnd(char c)
     return c == '/' || c == '?';
 }
 
-static bool IsNameLength(size_t length)
-{
-    return length >= 1 && length < kTagNameSize;
-}
-
 int CountTagAttributes(const char *text)
 {
     int count = 0;

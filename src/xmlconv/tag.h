@@ -8,6 +8,11 @@
 
 enum { kTagNameSize = 64 };  // of tags and attributes, terminator included
 
+inline bool IsNameLength(size_t length)
+{
+    return length >= 1 && length < kTagNameSize;
+}
+
 struct TagAttribute {
     char name[kTagNameSize];
     char *value;  // the text between the quotes as it stands, none for a bare name
