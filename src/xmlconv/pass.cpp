@@ -134,10 +134,10 @@ static int TakeTag(Pass *pass)
 static int TakeText(Pass *pass)
 {
     size_t length = PieceInBlock(&pass->reader, '<');
-    const char *text = PlaceInBlock(&pass->reader), *font = FontOfText(pass->current);
-    const FontMapEntry *entry = FindFontMapEntry(font);
     if (length == 0 || length > pass->room.size - kSpareBytes)
         return kNotTaken;
+    const char *text = PlaceInBlock(&pass->reader), *font = FontOfText(pass->current);
+    const FontMapEntry *entry = FindFontMapEntry(font);
     size_t converted = entry ? ConvertTextFast(pass->room, text, length, *entry) : 0;
     if (entry && converted == 0)
         return kNotTaken;
