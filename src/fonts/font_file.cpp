@@ -36,7 +36,7 @@ static void ReadFontCodeNames()
 static int FindFontCode(const char *name)
 {
     for (int code = 0; code < gFonts.codeCount; ++code)
-        if (CompareNoCase(gFonts.codeNames[code], name) == 0)
+        if (EqualNoCase(gFonts.codeNames[code], name))
             return code;
     return -1;
 }

@@ -7,7 +7,6 @@
 #include "frame/messages.h"
 #include "frame/strings.h"
 #include "orvel.h"
-#include "runtime.h"
 
 FontTable gFonts;
 
@@ -30,7 +29,7 @@ FontRecord *FontAt(int index)
 int WINAPI FontIndex(const char *name)
 {
     for (int i = 0; name && i < gFonts.count; ++i)
-        if (CompareNoCase(gFonts.records[i].name, name) == 0)
+        if (EqualNoCase(gFonts.records[i].name, name))
             return i;
     return -1;
 }

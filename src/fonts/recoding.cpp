@@ -6,7 +6,6 @@
 #include "frame/companion.h"
 #include "frame/strings.h"
 #include "orvel.h"
-#include "runtime.h"
 
 constexpr DWORD kCodeBits = 15, kKeyboardOn = 16;
 
@@ -56,7 +55,7 @@ static bool BeginsWith(const char *text, const char *prefix)
     if (length >= sizeof start)
         return false;
     CopyCut(start, length + 1, text);
-    return CompareNoCase(start, prefix) == 0;
+    return EqualNoCase(start, prefix);
 }
 
 static int FindKeyboard(const char *name)

@@ -4,7 +4,6 @@
 #include "fonts/font_table.h"
 #include "frame/strings.h"
 #include "orvel.h"
-#include "runtime.h"
 
 constexpr int kLeastLikeness = 2;  // one common letter is no likeness
 
@@ -21,7 +20,7 @@ int WINAPI GetReplacementFontName(const char *name, char *buffer, DWORD size)
         return 0;
     for (int i = 0; i < gFonts.count; ++i) {
         const FontRecord &record = gFonts.records[i];
-        if (CompareNoCase(record.name, name) || strlen(record.substitute) >= size)
+        if (!EqualNoCase(record.name, name) || strlen(record.substitute) >= size)
             continue;
         CopyWhole(buffer, size, record.substitute);  // empty ones count
         return 1;
@@ -57,8 +56,8 @@ int FontPrefixLength(const char *first, const char *second, int ignoreCase)
 {
     int length = 0;
     for (; first[length] && second[length]; ++length) {
-        const char one[] = {first[length], 0}, other[] = {second[length], 0};
-        if (one[0] != other[0] && (!ignoreCase || CompareNoCase(one, other)))
+        char one = first[length], other = second[length];
+        if (one != other && (!ignoreCase || FoldLetter(one) != FoldLetter(other)))
             break;
     }
     return length;

@@ -88,7 +88,7 @@ static bool SharesThreeLetters(const char *token, const char *word)
     char start[4], wanted[4];
     CopyCut(start, sizeof start, token);
     CopyCut(wanted, sizeof wanted, word);
-    return CompareNoCase(start, wanted) == 0;
+    return EqualNoCase(start, wanted);
 }
 
 // Of the keywords, which all begin differently, those in "C" are no comments.

@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "frame/strings.h"
-#include "runtime.h"
 
 void NameControlFile(WorkTable *work, char *file)
 {
@@ -18,7 +17,7 @@ void NameControlFile(WorkTable *work, char *file)
 
 int FillWorkTable(WorkTable *work, const KeyTable *builtIn)
 {
-    if (CompareNoCase(work->table.name, kUnloadedName))
+    if (!EqualNoCase(work->table.name, kUnloadedName))
         return 0;
     if (work->fileName[0] && LoadControlFile(&work->table, work->fileName, builtIn->type))
         return 0;
