@@ -51,6 +51,11 @@
 #define FILE_ATTRIBUTE_NORMAL 0x00000080
 #define INVALID_FILE_ATTRIBUTES ((DWORD)-1)
 
+#define WAIT_OBJECT_0 0
+#define WAIT_ABANDONED 0x80
+#define WAIT_TIMEOUT 258
+#define WAIT_FAILED ((DWORD)-1)
+
 #define DLL_PROCESS_DETACH 0
 #define DLL_PROCESS_ATTACH 1
 #define DLL_THREAD_ATTACH 2
@@ -66,6 +71,12 @@ ORVEL_API_BEGIN
 
 DWORD WINAPI GetLastError(void);
 void WINAPI SetLastError(DWORD code);
+/* Only named mutexes; each is shared by all processes of the user, whatever the prefix. */
+HANDLE WINAPI CreateMutexA(LPSECURITY_ATTRIBUTES attributes, BOOL owned, LPCSTR name);
+DWORD WINAPI WaitForSingleObject(HANDLE handle, DWORD milliseconds);
+BOOL WINAPI ReleaseMutex(HANDLE handle);
+BOOL WINAPI CloseHandle(HANDLE handle);
+
 HANDLE WINAPI GetCurrentProcess(void);
 DWORD WINAPI GetCurrentThreadId(void);
 DWORD WINAPI GetTickCount(void);
