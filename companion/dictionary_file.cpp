@@ -8,27 +8,25 @@
 #include <cstring>
 #include <runtime.h>
 #include <shlobj.h>
-#include <unistd.h>
 
 constexpr size_t kBlock = 64 * 1024;
 constexpr DWORD kLockWait = 2000;  // milliseconds; a change takes a few, and others may be first
-constexpr DWORD kLockPause = 2;
 
 // ---- paths ----
 
-// Joins a folder, a name and an ending into path, MAX_PATH bytes. 0 when it doesn't fit.
-static int MakePath(char *path, const char *folder, const char *name, const char *ending)
+// Joins a folder and a name into path, MAX_PATH bytes. 0 when it doesn't fit.
+static int MakePath(char *path, const char *folder, const char *name)
 {
-    int length = snprintf(path, MAX_PATH, "%s\\%s%s", folder, name, ending);
+    int length = snprintf(path, MAX_PATH, "%s\\%s", folder, name);
     return length > 0 && length < MAX_PATH;
 }
 
-static int DataPath(char *path, const char *name, const char *ending)
+static int DataPath(char *path, const char *name)
 {
     char common[MAX_PATH], folder[MAX_PATH];
     if (SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, common))
         return 0;
-    return MakePath(folder, common, "Orvel", "") && MakePath(path, folder, name, ending);
+    return MakePath(folder, common, "Orvel") && MakePath(path, folder, name);
 }
 
 static int InstallPath(char *path, const char *name)
@@ -39,7 +37,7 @@ static int InstallPath(char *path, const char *name)
     if (!slash)
         return 0;
     *slash = 0;
-    return MakePath(path, module, name, "");
+    return MakePath(path, module, name);
 }
 
 // ---- reading ----
@@ -91,7 +89,7 @@ FileResult ReadDictionaryFile(const char *name, FileContent *content)
 {
     *content = {};
     char path[MAX_PATH];
-    if (DataPath(path, name, "")) {
+    if (DataPath(path, name)) {
         FileResult result = ReadFileAt(path, content);
         if (result != kFileMissing)
             return result;
@@ -129,14 +127,15 @@ static void MakeDataFolder(void)
 {
     char common[MAX_PATH], folder[MAX_PATH];
     if (!SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, common) &&
-        MakePath(folder, common, "Orvel", ""))
+        MakePath(folder, common, "Orvel"))
         CreateDirectoryA(folder, nullptr);
 }
 
 int WriteDictionaryFile(const char *name, const char *bytes, size_t size)
 {
     char path[MAX_PATH];
-    if (!DataPath(path, name, ""))
+    MakeDataFolder();
+    if (!DataPath(path, name))
         return 0;
     FILE *file = BeginReplaceFile(path);
     if (!file)
@@ -146,31 +145,23 @@ int WriteDictionaryFile(const char *name, const char *bytes, size_t size)
 
 // ---- lock ----
 
-int LockDictionaryFile(const char *name)
+struct LockState {
+    HANDLE mutex;  // while a change is going on, else null
+};
+static LockState gLock;
+
+void LockUserFile(void)
 {
-    char path[MAX_PATH];
-    MakeDataFolder();
-    if (!DataPath(path, name, ".lock"))
-        return 0;
-    for (DWORD start = GetTickCount();;) {
-        if (CreateDirectoryA(path, nullptr))
-            return 1;
-        if (GetLastError() != ERROR_ALREADY_EXISTS)
-            return 0;
-        if (GetTickCount() - start >= kLockWait)
-            return 1;  // left behind: it is ours now
-        Sleep(kLockPause);
-    }
+    gLock.mutex = CreateMutexA(nullptr, FALSE, "OrvelUserDictionary");
+    if (gLock.mutex)
+        WaitForSingleObject(gLock.mutex, kLockWait);
 }
 
-// rmdir knows slashes on both targets.
-void UnlockDictionaryFile(const char *name)
+void UnlockUserFile(void)
 {
-    char path[MAX_PATH];
-    if (!DataPath(path, name, ".lock"))
+    if (!gLock.mutex)
         return;
-    for (char *p = path; *p; ++p)
-        if (*p == '\\')
-            *p = '/';
-    rmdir(path);
+    ReleaseMutex(gLock.mutex);
+    CloseHandle(gLock.mutex);
+    gLock.mutex = nullptr;
 }

@@ -26,8 +26,8 @@ void FreeFileContent(FileContent *content);
 // old file is as it was.
 int WriteDictionaryFile(const char *name, const char *bytes, size_t size);
 
-// Keeps other processes from changing the file between reading and writing. A process that died
-// with the lock, or holds it for too long, loses it. 0: there is no lock to be had, as in a folder
-// that can't be written to; nothing is to be unlocked then.
-int LockDictionaryFile(const char *name);
-void UnlockDictionaryFile(const char *name);
+// Keeps other processes from changing the user's file between reading and writing. A process that
+// holds the lock for seconds has lost it, and where no lock is to be had the change goes on without
+// one: what the user wants to add matters more.
+void LockUserFile(void);
+void UnlockUserFile(void);

@@ -95,6 +95,10 @@ DWORD WINAPI GetNewWord(char *buffer, DWORD size, DWORD handle);
    there; 3 not saved, or no word that a dictionary file can hold: nothing has changed then. */
 LONG WINAPI AddWord(const char *word);
 
+/* Adds many words with one reading and one writing of the file; each result is what AddWord would
+   have given. 1 when the results are there; 0 without memory or for a null pointer. */
+DWORD WINAPI AddWords(const char *const *words, int *results, DWORD count);
+
 /* Removes a word from the user dictionary and its file. 0 removed; 1 not in the dictionary; 3 not
    saved, nothing has changed. */
 LONG WINAPI DeleteWord(const char *word);

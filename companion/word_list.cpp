@@ -9,7 +9,6 @@
 
 constexpr uint32_t kBadCharacter = 0xFFFFFFFF;
 constexpr uint32_t kZeroWidthSpace = 0x200B;
-constexpr size_t kUtf8PerSign = 6;  // two characters of three bytes
 
 struct Span {
     const char *start, *end;

@@ -47,6 +47,8 @@ size_t WordOfLine(char *word, const char *line, size_t length);
 // length, or 0 when it is empty or doesn't fit kLongestWord + 1 bytes.
 size_t NormalizeWord(char *word, const char *from);
 
+constexpr size_t kUtf8PerSign = 6;  // two characters of three bytes
+
 // The word as UTF-8. Its length, or 0: a byte has no character, or no room. No terminator is
 // counted.
 size_t WordToUtf8(char *utf8, size_t size, const char *word);

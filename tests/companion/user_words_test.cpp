@@ -147,13 +147,6 @@ TEST_F(UserDictionary, AFileThatCannotBeReadOrWrittenIsNotReplaced)
     EXPECT_EQ(UserWords(), std::vector<std::string>{"\255\276"}) << "the file is the truth";
 }
 
-TEST_F(UserDictionary, ALockThatWasLeftBehindIsTakenOver)
-{
-    ASSERT_TRUE(CreateDirectoryA(DataPath("UserDict.dat.lock").c_str(), nullptr));
-    EXPECT_EQ(AddWord("\241\276"), 0);
-    EXPECT_FALSE(RemoveDataFolder("UserDict.dat.lock")) << "it is gone";
-}
-
 TEST_F(UserDictionary, NumbersAreInLaoOrder)
 {
     const char *const inOrder[] = {"\241\275\324",      // KO, A
