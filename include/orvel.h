@@ -37,6 +37,11 @@ int WINAPI LibMain(HINSTANCE instance, DWORD reason, void *reserved);
  * started, also when it was before; 0 when it isn't, and a later call tries again. */
 int WINAPI Initialize(void);
 
+/* Initialize for a host that brings its own Vesk.dll: binds the one in `folder` (full path, below
+ * 260 bytes), and doesn't ask the registry for the install folder. Needs nothing that is writable.
+ * Results as of Initialize. */
+int WINAPI InitializeFrom(const char *folder);
+
 /* Kept for old hosts: does nothing. */
 void WINAPI SetLaoDefaultFont(const char *name);
 
@@ -94,10 +99,30 @@ int WINAPI IsLaoCode(int code);
 
 /* ---- Breaks ---- */
 
+/* Bytes of the internal code that look like punctuation and mean something else. */
+enum {
+    kHiddenBreak = 31, /* in romanized text, and in Lao text of older versions */
+    kBreakMark = 45,    /* U+200B: written by WrapText, taken out by it too */
+    kRealHyphen = 140   /* U+002D, since 45 is taken */
+};
+
+/* Flags of WrapText and DivideText: whether to insert breaks, and where. Without one of the last
+ * three the option "b", which has the same values, says where. */
+enum { kInsertBreaks = 3, kSyllableBreaks = 4, kWordBreaks = 8, kBothBreaks = 12 };
+
+/* What starts at a byte of a side buffer, and what a chunk of DivideText is. */
+enum {
+    kInside = 0,    /* nothing; the first chunk of a run that is no old spelling and no bad stretch */
+    kSyllable = 1,  /* a syllable that no dictionary knows */
+    kMainWord = 2,  /* a word of the main dictionary */
+    kUserWord = 3,  /* a word of the user dictionary */
+    kOldWord = 4,   /* a word of the old spellings */
+    kBadStretch = 5 /* what can't be divided */
+};
+
 /* Copies source, a text in the code of font, to buffer with an invisible break mark at each
- * boundary inside a run of Lao. Old marks are taken out, signs are normalised.
- * - flags bits 0 and 1: 0 only takes marks out, 1 to 3 inserts them;
- * - flags bits 2 and 3: 4 syllables, 8 dictionary words, 12 both, 0 as the option "b" says.
+ * boundary inside a run of Lao. Old marks are taken out, signs are normalised. Flags without a bit
+ * of kInsertBreaks only take marks out.
  *
  * The length of source must be below size (a message says so otherwise), and size bounds the
  * result. An unknown font means text that isn't Lao: buffer holds source as it is, result 1. 1
@@ -105,15 +130,29 @@ int WINAPI IsLaoCode(int code);
 int WINAPI WrapText(const char *source, char *buffer, DWORD size, const char *font, DWORD flags);
 
 /* As WrapText, and tells in side what starts at each byte of the text in the internal code, marks
- * included (with a font of code 0 or 1: of the result): 0 nothing, 1 a syllable that no dictionary
- * knows, 2, 3, 4 a word of the main, the user, the old spellings dictionary, 5 a stretch that can't
- * be divided. The first chunk of a run shows only 4 and 5. side needs `size` bytes and gets no
- * terminator. */
+ * included (with a font of code 0 or 1: of the result), from kInside to kBadStretch. The first
+ * chunk of a run shows only kOldWord and kBadStretch. side needs `size` bytes and gets no
+ * terminator; a null side is WrapText alone, and one that SetBreakBuf armed is then dropped. */
 int WINAPI WrapLaoEx(const char *source, char *buffer, BYTE *side, DWORD size, const char *font,
                      DWORD flags);
 
 /* Arms side for the next WrapText. 1 when armed; 0 when one is armed already or side is null. */
 int WINAPI SetBreakBuf(BYTE *side);
+
+/* A piece of a run of Lao: a word, a syllable, or a stretch that can't be divided. */
+typedef struct LaoChunk {
+    DWORD start, end; /* of its characters, in the text; old marks between two chunks belong to
+                         neither */
+    BYTE kind;        /* kInside to kBadStretch */
+    BYTE hasBreak;    /* 1: a break belongs in front of it, 0: it begins its run */
+} LaoChunk;
+
+/* The breaks of WrapText for a host whose text stays where it is: divides `length` 16-bit
+ * characters and stores the chunks of all runs of Lao in their order, at most `room` of them; one
+ * for each character is always enough. Characters that aren't Lao end a run, U+200B doesn't and is
+ * passed over. Flags as of WrapText. The number of chunks, which may be above room; -1 before
+ * Initialize, without memory or for a null pointer. */
+int WINAPI DivideText(const WCHAR *text, DWORD length, LaoChunk *chunks, DWORD room, DWORD flags);
 
 /* The byte that stands for an invisible break in text of the font's code; 0 for an unknown font. */
 int WINAPI GetBreakChar(const char *font);
@@ -128,9 +167,15 @@ int WINAPI FindOldWord(const char *word, char *buffer, DWORD size);
  * companion. */
 int WINAPI CountUserWords(void);
 
-/* Adds a word in the internal code: 0 added, 1 shorter than two bytes, 2 already there, other
- * values: it could not be saved. */
+/* Results of AddUserWord; any other value is kWordNotSaved too. */
+enum { kWordAdded = 0, kWordTooShort = 1, kWordThereAlready = 2, kWordNotSaved = 3 };
+
+/* Adds a word in the internal code, of two bytes at least, and saves the dictionary. */
 int WINAPI AddUserWord(const char *word);
+
+/* Adds `count` words at once and saves the dictionary once; results receives what AddUserWord would
+ * have given for each. 1 when that was done; 0, with no results, for a null pointer. */
+int WINAPI AddUserWords(const char *const *words, int *results, DWORD count);
 
 /* Removes a word in the internal code: 0 removed, other values: it isn't there or could not be
  * saved. */
@@ -217,8 +262,10 @@ int WINAPI GetKeybdNo(void);
 /* Turns keyboard `number` on (its low four bits), or off for a negative number. Always 1. */
 int WINAPI SetKeybdNo(int number);
 
-/* Turns the keyboard of a name on, which may be shortened and in any case; an empty name turns it
- * off. 1 done; 0 for an unknown name. */
+/* Turns the keyboard of a name on, and gives 1; an empty name turns it off. A name that begins with
+ * "Enhl" is keyboard 0, one with "Lao9" keyboard 1, any other the first font code whose name begins
+ * with it (GetFontCodeName), so that it may be shortened. Case doesn't count. 0 for an unknown
+ * name. */
 int WINAPI SetKeyboard(const char *name);
 
 /* Turns the Lao keyboard on. The companion's result. */
@@ -283,11 +330,22 @@ int WINAPI UnicodeToLao(const WCHAR *characters, char *text, DWORD capacity, int
 
 /* ---- Options ---- */
 
-/* Options by letter, in either case: b breaks (4 syllables, 8 words, 12 both), d dictionaries (1
- * main, 2 old spellings, 4 user), o old spellings (0 keep, 1 ask, 2 change), r romanized breaks (0,
- * 31, 32), s sort order (0 vowels last, 1 natural), c font substitution (0 auto, 1 user), f, i, e
- * (hosts' own). GetOrvelOption gives 0 for an unknown letter. SetOrvelOption: 1 set, and saved when
- * save isn't 0; 0 for an unknown letter or when it could not be saved. */
+/* Bits of option "d". */
+enum { kMainDictionary = 1, kOldDictionary = 2, kUserDictionary = 4 };
+
+/* Values of option "o": what becomes of old spellings. */
+enum { kKeepOldSpelling = 0, kAskOldSpelling = 1, kChangeOldSpelling = 2 };
+
+/* Values of option "r": the byte between romanized syllables or words. */
+enum { kNoRomanBreak = 0, kHiddenRomanBreak = kHiddenBreak, kVisibleRomanBreak = 32 };
+
+/* Values of option "s". */
+enum { kVowelsLastSort = 0, kNaturalSort = 1 };
+
+/* Options by letter, in either case: b breaks (kSyllableBreaks, kWordBreaks, kBothBreaks), d
+ * dictionaries, o old spellings, r romanized breaks, s sort order, c font substitution (0 auto, 1
+ * user), f, i, e (hosts' own). GetOrvelOption gives 0 for an unknown letter. SetOrvelOption: 1 set,
+ * and saved when save isn't 0; 0 for an unknown letter or when it could not be saved. */
 WORD WINAPI GetOrvelOption(const char *key);
 int WINAPI SetOrvelOption(const char *key, WORD value, int save);
 

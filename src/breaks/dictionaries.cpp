@@ -35,9 +35,22 @@ int WINAPI CountUserWords(void)
 int WINAPI AddUserWord(const char *word)
 {
     if (!word || strlen(word) < 2)
-        return 1;
+        return kWordTooShort;
     LoadDictionaries(kUserDictionary);
     return AddWord(word);
+}
+
+// A companion without a call for many words is asked for each.
+int WINAPI AddUserWords(const char *const *words, int *results, DWORD count)
+{
+    if (!words || !results)
+        return 0;
+    LoadDictionaries(kUserDictionary);
+    if (AddWords(words, results, count))
+        return 1;
+    for (DWORD i = 0; i < count; ++i)
+        results[i] = AddUserWord(words[i]);
+    return 1;
 }
 
 int WINAPI DeleteUserWord(const char *word)

@@ -76,7 +76,7 @@ static void ScoreRun(const uint8_t *text, size_t length, uint16_t *scores, uint8
     }
 }
 
-static BreakMarker MarkerOfSource(uint8_t mark)
+static uint8_t MarkerOfSource(uint8_t mark)
 {
     switch (mark & ~kMarkLength) {
     case kFromMain: return kMainWord;
@@ -99,7 +99,7 @@ static void WriteMarkers(uint8_t *text, size_t length, const uint16_t *scores, c
     for (size_t i = 0; i < length;) {
         bool isChunk = scores[i] != 0;
         size_t chunk = isChunk ? marks[i] & kMarkLength : BadStretchLength(scores + i, length - i);
-        text[i] = isChunk ? MarkerOfSource(marks[i]) : kBadStretch;
+        text[i] = isChunk ? MarkerOfSource(marks[i]) : uint8_t(kBadStretch);
         memset(text + i + 1, kInside, chunk - 1);
         i += chunk;
     }

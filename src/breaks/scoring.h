@@ -7,16 +7,6 @@
 
 #include <cstdint>
 
-// What starts at a byte of the run.
-enum BreakMarker : uint8_t {
-    kInside,    // nothing
-    kSyllable,  // a chunk that no dictionary knows
-    kMainWord,
-    kUserWord,
-    kOldWord,
-    kBadStretch,  // a stretch in which no chunk could be placed
-};
-
 // A mark holds the length of the best chunk in its low bits and its source above them.
 enum : uint8_t {
     kMarkLength = 31,
@@ -25,7 +15,8 @@ enum : uint8_t {
     kFromOld = 128,
 };
 
-// Divides text, a writable NUL-terminated run, and writes a BreakMarker over each of its bytes.
+// Divides text, a writable NUL-terminated run, and writes what starts
+// there, kInside to kBadStretch, over each of its bytes.
 // scores and marks have room for one entry more than the run has bytes. flags: 4 syllables, 8 words
 // of the dictionaries that the options have on. A run whose values pass 32767 shows a message once
 // and is marked all the same.

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "breaks/request.h"
 #include "breaks/scoring.h"
 #include "fonts/font_table.h"
 #include "frame/companion.h"
@@ -10,8 +11,6 @@
 #include "frame/strings.h"
 #include "orvel.h"
 #include "text/lao_code.h"
-
-constexpr DWORD kInsertBreaks = 3;  // bits of the flags that ask for marks
 
 struct WrapState {
     BYTE *pendingSide;  // armed for the next WrapText
@@ -26,26 +25,11 @@ struct WrapScratch {
     uint8_t *marks;
 };
 
-struct WrapRequest {
-    bool insert;
-    DWORD flags;  // for scoring
-};
-
-// Old spellings alone don't carry a break by words.
-static WrapRequest ReadRequest(DWORD flags)
-{
-    const OptionsRecord *options = gProcess.options;
-    DWORD mode = flags & kBothBreaks ? flags & kBothBreaks : options->breakMode;
-    bool hasWords = options->dictionaries & (kMainDictionary | kUserDictionary);
-    bool insert = (flags & kInsertBreaks) && (mode != kWordBreaks || hasWords);
-    return {insert, flags | mode};
-}
-
 static void RemoveBreakMarks(uint8_t *text)
 {
     uint8_t *write = text;
     for (const uint8_t *read = text; *read; ++read)
-        if (*read != kBreakMark && *read != kOldBreakMark)
+        if (*read != kBreakMark && *read != kHiddenBreak)
             *write++ = *read;
     *write = 0;
 }
@@ -147,7 +131,7 @@ static int InsertBreaks(uint8_t *buffer, size_t size, BYTE *side, DWORD flags)
 
 static int WrapRecoded(char *buffer, DWORD size, BYTE *side, int code, DWORD flags)
 {
-    WrapRequest request = ReadRequest(flags);
+    BreakRequest request = ReadBreakRequest(flags);
     RecodeString(buffer, size, code);
     RemoveBreakMarks(AsBytes(buffer));
     PackLao(buffer);

@@ -124,10 +124,12 @@ int WINAPI ReadFontList(void)
     return count;
 }
 
+// A substitute can be any text that a host has set; what the file can't hold of it must not make
+// another field or record.
 static void WriteRecord(FILE *file, const FontRecord &record)
 {
-    fprintf(file, "%s,%s,%s,%d", record.name, gFonts.codeNames[record.code & 15], record.substitute,
-            record.scale);
+    fprintf(file, "%s,%s,%.*s,%d", record.name, gFonts.codeNames[record.code & 15],
+            int(strcspn(record.substitute, kFieldEnds)), record.substitute, record.scale);
     if (CarriesExtended(record))
         fprintf(file, ",%d", record.extended);
     fputc('\n', file);

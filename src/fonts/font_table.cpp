@@ -69,6 +69,16 @@ static const char *ChooseSubstitute(const char *wanted)
     return standard ? standard : "";
 }
 
+// The list's file has no quoting, and blanks around a field don't count there: a name that it would
+// give back otherwise is none to be added.
+static bool CanBeListed(const char *name)
+{
+    char trimmed[kFontNameSize];
+    CopyCut(trimmed, sizeof trimmed, name);
+    TrimSpaces(trimmed);
+    return !name[strcspn(name, kFieldEnds)] && !strcmp(trimmed, name);
+}
+
 int WINAPI AddFontToList(const char *name, const char *substitute, WORD code, short scale,
                          WORD extended)
 {
@@ -76,7 +86,7 @@ int WINAPI AddFontToList(const char *name, const char *substitute, WORD code, sh
     if (!gFonts.records || !name || gFonts.count + 1 >= kFontRoom || code >= gFonts.codeCount)
         return 0;
     CopyCut(added.name, sizeof added.name, name);
-    if (FontIndex(added.name) >= 0)
+    if (FontIndex(added.name) >= 0 || !CanBeListed(added.name))
         return 0;
     CopyCut(added.substitute, sizeof added.substitute, ChooseSubstitute(substitute));
     added.code = short(code);

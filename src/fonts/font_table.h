@@ -15,6 +15,8 @@ enum {
     kMostScale = 1000,
 };
 
+constexpr char kFieldEnds[] = ",\r\n\x1A";  // what a field of the list's file can't hold
+
 struct FontRecord {
     char name[kFontNameSize];  // compared without regard to case
     char substitute[kFontNameSize];

@@ -1,5 +1,7 @@
 // Internal code to 16-bit Unicode and back, over parallel arrays: a position without a mapping
 // keeps what the other array holds there, so that text that isn't Lao passes through.
+#include "fonts/unicode.h"
+
 #include <array>
 #include <cstring>
 #include <span>
@@ -114,8 +116,7 @@ constexpr CharacterBlock kBlocks[] = {
     {0xE000, 0xE01F, kUnicodePrivateTable},  // the last: extended fonts only
 };
 
-// The byte of a character, 0 for none; a character outside of all tables keeps the host's.
-static uint8_t ByteOfCharacter(WCHAR character, uint8_t kept, bool extended)
+uint8_t ByteOfCharacter(WCHAR character, uint8_t kept, bool extended)
 {
     if (character == '-')
         return kRealHyphen;

@@ -25,7 +25,8 @@ struct Companion {
     int(WINAPI *addLaoSyllable)(char *, const char *, const char *);
     int(WINAPI *unloadDictionaries)();
     void(WINAPI *aboutOrvel)(int);
-    void(WINAPI *findWordLengths)(const char *, DWORD, WordLengths *);
+    void(WINAPI *findWordLengths)(const char *, DWORD, WordLengths *);  // optional
+    DWORD(WINAPI *addWords)(const char *const *, int *, DWORD);        // optional
 };
 static Companion gCompanion;
 
@@ -80,6 +81,7 @@ int BindCompanion()
     for (const BoundName &bound : kBoundNames)
         BindEntry(module, bound);
     FindEntry(module, {"FindWordLengths", &gCompanion.findWordLengths});
+    FindEntry(module, {"AddWords", &gCompanion.addWords});
     return 1;
 }
 
@@ -125,6 +127,11 @@ int WINAPI GetNewWord(char *buffer, DWORD size, int handle)
 int AddWord(const char *word)
 {
     return gCompanion.addWord ? gCompanion.addWord(word) : -1;
+}
+
+int AddWords(const char *const *words, int *results, DWORD count)
+{
+    return gCompanion.addWords && gCompanion.addWords(words, results, count);
 }
 
 int DeleteWord(const char *word)

@@ -28,6 +28,9 @@ int FindWord(const char *text, int length, int zero, int flags);
 int AddWord(const char *word);
 int DeleteWord(const char *word);
 
+// AddWord for many words at once. Not every companion has it: 0 when this one hasn't or fails.
+int AddWords(const char *const *words, int *results, DWORD count);
+
 int Options();
 
 // Nonzero when the font code exists and record was filled; record stored back.

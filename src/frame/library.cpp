@@ -8,6 +8,7 @@
 
 #include "fonts/font_table.h"
 #include "frame/companion.h"
+#include "frame/paths.h"
 #include "orvel.h"
 #include "settings/options.h"
 
@@ -95,6 +96,11 @@ int WINAPI Initialize(void)
     InitCommonControls();
     gProcess.started = 1;
     return 1;
+}
+
+int WINAPI InitializeFrom(const char *folder)
+{
+    return gProcess.started || (folder && GiveInstallFolder(folder) && Initialize());
 }
 
 void WINAPI SetLaoDefaultFont(const char *) {}

@@ -10,13 +10,21 @@
 #include "orvel.h"
 
 struct PathBlocks {
-    char install[kPathSize];
-    char data[kPathSize];
+    char install[kPathSize];  // of the last InstallFilePath
+    char data[kPathSize];     // of the last DataFilePath
+    char given[kPathSize];    // the install folder of a host that brings its own, else empty
 };
 static PathBlocks gPaths;
 
+int GiveInstallFolder(const char *folder)
+{
+    return CopyWhole(gPaths.given, kPathSize, folder) > 0;
+}
+
 int ReadInstallFolder(char *buffer, DWORD capacity)
 {
+    if (gPaths.given[0])
+        return CopyWhole(buffer, capacity, gPaths.given) > 0;
     HKEY key;
     if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, KEY_READ, &key))
         return 0;

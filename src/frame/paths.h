@@ -5,6 +5,10 @@
 
 #include "frame/records.h"
 
+// Makes a folder the install folder of this process, whatever is registered: 1, or 0 when it is
+// empty or doesn't fit.
+int GiveInstallFolder(const char *folder);
+
 // Reads the install folder into buffer (capacity in bytes): 1 done, 0 unknown or not whole.
 int ReadInstallFolder(char *buffer, DWORD capacity);
 

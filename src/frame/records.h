@@ -5,14 +5,10 @@
 
 #include <windows.h>
 
+#include "orvel.h"
+
 constexpr DWORD kPathSize = 260;  // every path block, terminator included
 constexpr char kRegistryKey[] = "Software\\Orvel\\Orvel7";
-
-// Dictionary bits: options, ReadLaoDict, FindWord.
-enum : WORD { kMainDictionary = 1, kOldDictionary = 2, kUserDictionary = 4 };
-
-// Break kinds: option "b" and the flags of WrapText.
-enum : WORD { kSyllableBreaks = 4, kWordBreaks = 8, kBothBreaks = 12 };
 
 struct OptionsRecord {
     WORD optionF;

@@ -6,13 +6,9 @@
 #include <array>
 #include <cstdint>
 
-enum : uint8_t {
-    kBreakMark = 45,     // U+200B
-    kOldBreakMark = 31,  // of older versions: taken out, never written
-    kRealHyphen = 140,   // U+002D
-    kRepeatSign = 197,
-    kEllipsis = 198,
-};
+#include "orvel.h"
+
+enum : uint8_t { kRepeatSign = 197, kEllipsis = 198 };
 
 enum CodeClass : uint8_t {
     kLaoCode = 1,    // may stand in a run of Lao

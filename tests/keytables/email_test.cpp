@@ -146,7 +146,7 @@ TEST_F(EmailCoding, ReadsAnyBytes)
 static std::string WithoutBreaks(std::string code)
 {
     std::erase(code, char(kBreakMark));
-    std::erase(code, char(kOldBreakMark));
+    std::erase(code, char(kHiddenBreak));
     PackLao(code.data());
     return code.c_str();
 }

@@ -1,0 +1,104 @@
+// DivideText against WrapText: real text with its marks in and the chunks' kinds are what WrapText
+// makes of its code, whichever signs were joined on the way.
+#include <algorithm>
+#include <cstring>
+#include <random>
+
+#include "support/corpus.h"
+#include "support/started_library.h"
+
+constexpr int kNoFont = -1;
+
+// One blank for each stretch that isn't Lao: WrapText would take some of its bytes for marks.
+static std::vector<WCHAR> CharactersOf(const std::string &utf8)
+{
+    std::vector<WCHAR> all(utf8.size() + 1), characters;
+    int count =
+        MultiByteToWideChar(65001, 0, utf8.data(), int(utf8.size()), all.data(), int(all.size()));
+    for (int i = 0; i < count; ++i)
+        characters.push_back((all[i] & 0xFF80) == 0x0E80 || all[i] == 0x200B ? all[i] : WCHAR(' '));
+    return characters;
+}
+
+static std::string CodeOf(const std::vector<WCHAR> &characters)
+{
+    std::string code(characters.size(), '?');
+    code.resize(
+        size_t(UnicodeToLao(characters.data(), code.data(), DWORD(code.size() + 1), kNoFont)));
+    return code;
+}
+
+// The text without old marks and with one in front of each chunk that has a break.
+static std::vector<WCHAR> Mark(const std::vector<WCHAR> &characters,
+                               const std::vector<LaoChunk> &chunks)
+{
+    std::vector<WCHAR> marked;
+    size_t chunk = 0;
+    for (DWORD i = 0; i < characters.size(); ++i) {
+        if (chunk < chunks.size() && chunks[chunk].start == i && chunks[chunk++].hasBreak)
+            marked.push_back(0x200B);
+        if (characters[i] != 0x200B)
+            marked.push_back(characters[i]);
+    }
+    return marked;
+}
+
+static void ExpectAsWrapped(const std::vector<WCHAR> &characters, DWORD flags)
+{
+    std::vector<LaoChunk> chunks(characters.size());
+    DWORD length = DWORD(characters.size());
+    int count = DivideText(characters.data(), length, chunks.data(), length, flags);
+    ASSERT_GE(count, 0);
+    ASSERT_LE(size_t(count), chunks.size());
+    chunks.resize(size_t(count));
+    std::string code = CodeOf(characters), wrapped(2 * code.size() + 1, 0), kinds, found;
+    std::vector<BYTE> side(wrapped.size());
+    ASSERT_EQ(WrapLaoEx(code.c_str(), wrapped.data(), side.data(), DWORD(wrapped.size()),
+                        "Saysettha Lao", flags),
+              1);
+    wrapped.resize(strlen(wrapped.c_str()));
+    EXPECT_EQ(ShowCode(CodeOf(Mark(characters, chunks))), ShowCode(wrapped));
+    for (size_t i = 0; i < wrapped.size(); ++i)
+        if (side[i])
+            kinds += char('0' + side[i]);
+    for (const LaoChunk &chunk : chunks) {
+        EXPECT_LT(chunk.start, chunk.end);
+        if (chunk.kind)
+            found += char('0' + chunk.kind);
+    }
+    EXPECT_EQ(found, kinds);
+}
+
+class Dividing : public StartedLibrary
+{
+};
+
+TEST_F(Dividing, IsAsWrapping)
+{
+    std::mt19937 random(1);
+    ReplaceDictionary("OldDict.dat", "ຫມາ\tໝາ\n");
+    SetOrvelOption("d", kMainDictionary | kOldDictionary | kUserDictionary, 0);
+    for (const char *file : kCorpusFiles)
+        for (const std::string &line : SplitLines(ReadCorpus(file))) {
+            std::vector<WCHAR> characters = CharactersOf(line);
+            for (DWORD flags : {0, 5, 9, 15})
+                ExpectAsWrapped(characters, flags);
+            std::shuffle(characters.begin(), characters.end(), random);  // signs in every order
+            ExpectAsWrapped(characters, kInsertBreaks | kBothBreaks);
+            if (HasFailure())
+                FAIL() << file << ": " << line;
+        }
+}
+
+TEST_F(Dividing, CountsWhatHasNoRoomAndRefusesWhatItMust)
+{
+    const std::vector<WCHAR> text = {0x0E81, 0x0EB2, 0x200B, 0x0E99, 0x0EB2, ' ', 0x200B};
+    LaoChunk chunks[3] = {{7, 7, 7, 7}, {7, 7, 7, 7}, {7, 7, 7, 7}};
+    EXPECT_EQ(DivideText(text.data(), 7, chunks, 1, kInsertBreaks | kSyllableBreaks), 2);
+    EXPECT_EQ(chunks[0].end, 2u) << "an old mark belongs to neither";
+    EXPECT_EQ(chunks[1].start, 7u) << "not written";
+    EXPECT_EQ(DivideText(text.data(), 7, nullptr, 0, kInsertBreaks | kSyllableBreaks), 2);
+    EXPECT_EQ(DivideText(nullptr, 7, chunks, 3, kInsertBreaks), -1);
+    EXPECT_EQ(DivideText(text.data(), 7, nullptr, 3, kInsertBreaks), -1);
+    EXPECT_EQ(DivideText(text.data(), 0, chunks, 3, kInsertBreaks), 0);
+}
