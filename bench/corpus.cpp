@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "session.h"
+
 constexpr size_t kTextSize = 3'000'000;
 
 static std::string ReadWhole(const std::string &path)
@@ -52,13 +54,26 @@ std::vector<std::string> ReadDictionary()
     return words;
 }
 
-const CodeTrace &Trace()
+static std::string StartForFont()
 {
-    static CodeTrace trace;
-    static bool ready = StartLibrary() && PrepareTrace(&trace);
-    if (!ready)
-        exit(1);
-    return trace;
+    std::string failure = StartLibrary();
+    if (failure.empty())
+        return FindTextFont();
+    fprintf(stderr, "%s\n", failure.c_str());
+    exit(1);
+}
+
+const std::string &TextFont()
+{
+    static const std::string font = StartForFont();
+    return font;
+}
+
+const CodeTable &Codes()
+{
+    TextFont();  // starts the library
+    static const CodeTable codes = ReadCodeTable();
+    return codes;
 }
 
 void SetRate(benchmark::State &state, double amount)

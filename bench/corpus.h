@@ -6,7 +6,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "lao_text.h"
+#include "codes.h"
 
 inline const char *const kCorpusNames[] = {"udhr", "cldr_annotations", "web_phrases"};
 
@@ -18,7 +18,9 @@ std::vector<std::string> SplitLines(const std::string &text);
 // The words of the shipped dictionary, as UTF-8.
 std::vector<std::string> ReadDictionary();
 
-const CodeTrace &Trace();
+// A font of the started library whose text is the internal code, and its codes.
+const std::string &TextFont();
+const CodeTable &Codes();
 
 // Counts `amount` characters, keys or bytes for each iteration.
 void SetRate(benchmark::State &state, double amount);

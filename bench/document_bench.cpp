@@ -105,10 +105,9 @@ static void ConvertByOrvel(const char *source, const char *destination)
 
 static void OrvelDocument(benchmark::State &state, const std::string &name)
 {
-    Trace();                    // starts the library
-    gMessages.heldBack = true;  // the note of each document
+    TextFont();  // starts the library
     RunRewrite(state, name, ConvertByOrvel, ".converted.xml");
-    gMessages.heldBack = false;
+    TakeMessages();  // the note of each document
 }
 
 static void ExpatDocument(benchmark::State &state, const std::string &name)

@@ -3,20 +3,24 @@
 #include "corpus.h"
 #include "icu_keys.h"
 #include "key_text.h"
+#include "orvel.h"
 #include "utf8.h"
 
-constexpr size_t kRoom = 40;  // bytes of a result for each byte of text
+static int SortCall(const char *code, char *key, DWORD size)
+{
+    return SortString(code, key, size, TextFont().c_str());
+}
 
 static void SortKeys(benchmark::State &state, const std::string &text)
 {
     std::vector<std::string> words = SplitLines(text);
-    KeyText key;
-    char result[2048];
-    const char *font = Trace().font.name.c_str();
+    const CodeTable &codes = Codes();
+    std::string key;
     for (auto _ : state)
         for (const std::string &word : words) {
-            ReadKeyText(Trace(), word, Hyphens::kText, false, &key);
-            benchmark::DoNotOptimize(SortString(key.code.c_str(), result, sizeof result, font));
+            key.clear();
+            ConvertKeyText(codes, KeyForm::kKey, SortCall, word, false, &key);
+            benchmark::DoNotOptimize(key.data());
         }
     SetRate(state, double(words.size()));
 }
@@ -30,34 +34,58 @@ static void IcuKeys(benchmark::State &state, const std::string &text)
 }
 
 // Each line goes through an operation, as the command does it.
-static void ByLine(benchmark::State &state, const std::string &text,
-                   int (*operation)(const char *code, char *result, DWORD size))
+static void ByLine(benchmark::State &state, const std::string &text, KeyForm form,
+                   const KeyOperation &operation)
 {
     std::vector<std::string> lines = SplitLines(text);
-    KeyText key;
+    const CodeTable &codes = Codes();
+    std::string output;
     for (auto _ : state)
         for (const std::string &line : lines) {
-            ReadKeyText(Trace(), line, Hyphens::kText, false, &key);
-            key.result.assign(kRoom * key.code.size() + kRoom, 0);
-            operation(key.code.c_str(), key.result.data(), DWORD(key.result.size()));
-            benchmark::DoNotOptimize(WriteKeyText(Trace(), key, Hyphens::kText));
+            output.clear();
+            ConvertKeyText(codes, form, operation, line, false, &output);
+            benchmark::DoNotOptimize(output.data());
         }
     SetRate(state, double(CountCharacters(text)));
 }
 
 static void RomanizeText(benchmark::State &state, const std::string &text)
 {
-    ByLine(state, text, [](const char *code, char *result, DWORD size) {
-        return Romanize(code, result, size, Trace().font.name.c_str());
+    ByLine(state, text, KeyForm::kText, [](const char *code, char *result, DWORD size) {
+        return Romanize(code, result, size, TextFont().c_str());
     });
+}
+
+static int EncodeCall(const char *code, char *result, DWORD size)
+{
+    DWORD inBrackets = 0;
+    return EncodeEmail(code, result, size, TextFont().c_str(), &inBrackets);
+}
+
+static int DecodeCall(const char *code, char *result, DWORD size)
+{
+    DWORD inBrackets = 0;
+    return DecodeEmail(code, result, size, TextFont().c_str(), &inBrackets);
 }
 
 static void EncodeText(benchmark::State &state, const std::string &text)
 {
-    ByLine(state, text, [](const char *code, char *result, DWORD size) {
-        DWORD inBrackets = 0;
-        return EncodeEmail(code, result, size, Trace().font.name.c_str(), &inBrackets);
-    });
+    ByLine(state, text, KeyForm::kText, EncodeCall);
+}
+
+static void DecodeText(benchmark::State &state, const std::string &text)
+{
+    ByLine(state, text, KeyForm::kDecoded, DecodeCall);
+}
+
+static std::string EncodeLines(const std::string &text)
+{
+    std::string coded;
+    for (const std::string &line : SplitLines(text)) {
+        ConvertKeyText(Codes(), KeyForm::kText, EncodeCall, line, false, &coded);
+        coded += '\n';
+    }
+    return coded;
 }
 
 static std::string JoinLines(const std::vector<std::string> &lines)
@@ -78,6 +106,7 @@ void RegisterKeys()
         AddBenchmark(std::string(name) + "/keys/orvel", SortKeys, text);
         AddBenchmark(std::string(name) + "/keys/icu", IcuKeys, text);
         AddBenchmark(std::string(name) + "/romanize", RomanizeText, text);
-        AddBenchmark(std::string(name) + "/email", EncodeText, text);
+        AddBenchmark(std::string(name) + "/email-encode", EncodeText, text);
+        AddBenchmark(std::string(name) + "/email-decode", DecodeText, EncodeLines(text));
     }
 }

@@ -57,7 +57,7 @@ static Converted ConvertInBlocks(size_t block, const std::string &source, const 
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    StartedTrace();
+    StartedFont();
     std::string source = PathOf("in.xml"), converted = PathOf("out.xml"),
                 again = PathOf("again.xml");
     WriteFile(source, reinterpret_cast<const char *>(data), size);

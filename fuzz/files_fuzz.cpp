@@ -46,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     if (size == 0)
         return 0;
-    StartedTrace();
+    StartedFont();
     const HostileFile &hostile = kFiles[data[0] % std::size(kFiles)];
     std::string path = std::string(getenv("XDG_DATA_HOME")) + "/" + hostile.path;
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());

@@ -17,7 +17,7 @@ static const char kFixedText[] =
 
 static const char *FontOf(uint8_t choice)
 {
-    return choice & 64 ? "unknown" : StartedTrace().font.name.c_str();
+    return choice & 64 ? "unknown" : StartedFont().c_str();
 }
 
 static void RequireTerminated(const std::vector<char> &buffer)
@@ -90,7 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     if (size < 4)
         return 0;
-    StartedTrace();
+    StartedFont();
     DWORD room = DWORD(data[1] | (data[2] & 3) << 8);
     SetOrvelOption("b", data[3] & 12, 0);
     SetOrvelOption("s", data[3] & 1, 0);

@@ -4,24 +4,23 @@
 #include <cstdio>
 #include <cstdlib>
 
-static CodeTrace MakeTrace()
+static std::string StartForFont()
 {
     const char *above = getenv("TMPDIR");
     std::string folder = std::string(above ? above : "/tmp") + "/orvel-fuzz-XXXXXX";
-    CodeTrace trace;
     Require(mkdtemp(folder.data()) != nullptr, "a temporary folder");
     setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
     setenv("XDG_DATA_HOME", folder.c_str(), 1);
-    Require(StartLibrary() && PrepareTrace(&trace), "the library starts");
-    SetOrvelOption("d", 7, 0);
-    gMessages.heldBack = true;
-    return trace;
+    Require(StartLibrary().empty(), "the library starts");
+    SetOrvelOption("d", kMainDictionary | kOldDictionary | kUserDictionary, 0);
+    return FindTextFont();
 }
 
-const CodeTrace &StartedTrace()
+const std::string &StartedFont()
 {
-    static const CodeTrace trace = MakeTrace();
-    return trace;
+    static const std::string font = StartForFont();
+    TakeMessages();
+    return font;
 }
 
 void Require(bool holds, const char *promise)

@@ -17,7 +17,7 @@ static void WrapInto(const std::vector<char> &source, DWORD size, DWORD flags)
 {
     std::vector<char> buffer(size);
     std::vector<BYTE> side(size);
-    const char *font = flags & 16 ? "unknown" : StartedTrace().font.name.c_str();
+    const char *font = flags & 16 ? "unknown" : StartedFont().c_str();
     int done = WrapLaoEx(source.data(), buffer.data(), side.data(), size, font, flags);
     bool isWritten = size > strlen(source.data());
     Require(!done || isWritten, "what does not fit is refused");
@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     if (size < 3)
         return 0;
-    StartedTrace();
+    StartedFont();
     std::vector<char> text = TakeText(data + 3, size - 3);
     DWORD room = DWORD(data[0] | (data[1] & 3) << 8);
     WrapInto(text, room, data[2]);

@@ -1,87 +1,66 @@
 // orvel check: names the stretches that can't be divided, which are mostly misspelt, and the old
 // spellings.
+#include "codes.h"
 #include "commands.h"
 #include "lao_text.h"
+#include "messages.h"
 #include "utf8.h"
 
-constexpr DWORD kInsertBoth = 1 | 12;
-constexpr WORD kOldSpellings = 2;
+constexpr DWORD kInsertBoth = kInsertBreaks | kBothBreaks;
+constexpr size_t kModernSize = 256;  // bytes, of a modern spelling with its terminator
 
 // A place that walks forward through the lines of a text.
 struct LinePlace {
     size_t line, column;  // columns in characters, from 1
-    size_t at;            // in LaoText::clean
-    size_t removed;       // old break marks passed, which count as characters of the line
+    size_t at;            // in the text, in bytes
 };
 
-static void PassOldBreaks(LinePlace *place, const LaoText &text)
+static void Advance(LinePlace *place, std::string_view source, size_t to)
 {
-    while (place->removed < text.removed.size() && text.removed[place->removed] <= place->at) {
-        ++place->removed;
-        ++place->column;
-    }
-}
-
-static void Advance(LinePlace *place, const LaoText &text, size_t to)
-{
-    PassOldBreaks(place, text);
     while (place->at < to) {
-        bool isLineEnd = text.clean[place->at] == '\n';
+        bool isLineEnd = source[place->at] == '\n';
         place->line += isLineEnd;
         place->column = isLineEnd ? 1 : place->column + 1;
-        place->at += CharacterSize(std::string_view(text.clean).substr(place->at));
-        PassOldBreaks(place, text);
+        place->at += CharacterSize(source.substr(place->at));
     }
 }
 
-static std::string ModernSpelling(const CodeTrace &trace, const std::string &word)
+static std::string ModernSpelling(const CodeTable &codes, const std::string &word)
 {
-    char modern[256];
+    char modern[kModernSize];
     if (!FindOldWord(word.c_str(), modern, sizeof modern))
         return {};
-    return Utf8FromCode(trace, modern);
-}
-
-static std::string ChunkText(const LaoText &text, const Chunk &chunk)
-{
-    return text.clean.substr(chunk.start, chunk.end - chunk.start);
+    return TextOfCode(codes, modern);
 }
 
 // A repeat sign or ellipsis goes with a word but isn't in the dictionary.
-static std::string DescribeOldWord(const CodeTrace &trace, const LaoText &text, const Chunk &chunk)
+static std::string DescribeOldWord(const CodeTable &codes, const std::string &word)
 {
-    std::string word = text.code.substr(chunk.codeStart, chunk.codeEnd - chunk.codeStart);
-    std::string modern = ModernSpelling(trace, word), sign;
-    if (modern.empty()) {
-        sign = Utf8FromCode(trace, word.substr(word.size() - 1));
-        word.pop_back();
-        modern = ModernSpelling(trace, word);
+    std::string code = CodeOfWord(codes, word), modern = ModernSpelling(codes, code), sign;
+    if (modern.empty() && !code.empty()) {
+        sign = TextOfCode(codes, code.substr(code.size() - 1));
+        code.pop_back();
+        modern = ModernSpelling(codes, code);
     }
-    return "old spelling: " + ChunkText(text, chunk) + " -> " + modern + sign;
+    return "old spelling: " + word + " -> " + modern + sign;
 }
 
-static std::string DescribeChunk(const CodeTrace &trace, const LaoText &text, const Chunk &chunk)
+static std::string DescribeChunk(const CodeTable &codes, BYTE kind, const std::string &text)
 {
-    if (chunk.kind == kBadChunk)
-        return "bad spelling: " + ChunkText(text, chunk);
-    return chunk.kind == kOldWordChunk ? DescribeOldWord(trace, text, chunk) : "";
+    return kind == kBadStretch ? "bad spelling: " + text : DescribeOldWord(codes, text);
 }
 
-static std::string NamePlace(const LinePlace &place)
-{
-    return gMessages.file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column);
-}
-
-static int ReportChunks(const CodeTrace &trace, const LaoText &text, LinePlace place,
-                        std::string *output)
+static int ReportChunks(const CodeTable &codes, std::string_view source, const LaoText &text,
+                        LinePlace place, std::string *output)
 {
     int status = kDone;
-    for (const Chunk &chunk : text.chunks) {
-        std::string what = DescribeChunk(trace, text, chunk);
-        if (what.empty())
+    for (const LaoChunk &chunk : text.chunks) {
+        if (chunk.kind != kBadStretch && chunk.kind != kOldWord)
             continue;
-        Advance(&place, text, chunk.start);
-        *output += NamePlace(place) + ": " + what + "\n";
+        Advance(&place, source, text.starts[chunk.start]);
+        *output += gPlace.file + ":" + std::to_string(place.line) + ":" +
+                   std::to_string(place.column) + ": " +
+                   DescribeChunk(codes, chunk.kind, ChunkText(source, text, chunk)) + "\n";
         status = kNotDone;
     }
     return status;
@@ -90,15 +69,16 @@ static int ReportChunks(const CodeTrace &trace, const LaoText &text, LinePlace p
 // Old spellings are looked for whatever the option says: they are what this command is asked for.
 static int RunCheck(const std::vector<std::string> &files)
 {
-    CodeTrace trace;
     LaoText text;
-    if (!StartLibrary() || !PrepareTrace(&trace))
+    if (!Start())
         return kNotDone;
-    SetOrvelOption("d", WORD(GetOrvelOption("d") | kOldSpellings), 0);
+    CodeTable codes = ReadCodeTable();
+    SetOrvelOption("d", WORD(GetOrvelOption("d") | kOldDictionary), 0);
     return ProcessParts(files, [&](const TextPart &part, std::string *output) {
-        if (!DivideLaoText(trace, WithoutByteOrderMark(part), kInsertBoth, &text))
+        std::string_view source = WithoutByteOrderMark(part);
+        if (!DivideLaoText(source, kInsertBoth, &text))
             return int(kNotDone);
-        return ReportChunks(trace, text, {part.line, part.column, 0, 0}, output);
+        return ReportChunks(codes, source, text, {part.line, part.column, 0}, output);
     });
 }
 

@@ -7,10 +7,10 @@
 #include <unistd.h>
 
 #include "commands.h"
+#include "messages.h"
 #include "orvel.h"
 #include "progress.h"
 #include "runtime.h"
-#include "session.h"
 
 constexpr DWORD kCannotOpen = 926, kNoFontMap = 1003;
 constexpr DWORD kMostFonts = 4096;
@@ -123,10 +123,11 @@ static Progress StartDocumentProgress(const char *source)
 // Notes and failures come as messages behind the source's name.
 static DWORD RunJob(DocumentJob *job)
 {
-    gMessages.file = job->source;
+    gPlace.file = job->source;
     gConvert.progress = StartDocumentProgress(job->source);
     job->showPercent = HearPercent;
     DWORD failure = ConvertDocument(job);
+    TellMessages();
     HideProgress();
     if (failure)
         fprintf(stderr, "%s: %s\n", job->source, ExplainFailure(failure, *job).c_str());
@@ -255,7 +256,7 @@ static int RunConvert(const ConvertSettings &settings)
         return RefuseUsage("convert takes a source and a destination, or --to FOLDER and files");
     if (HasStandardStream(settings.files))
         return RefuseUsage("convert takes files by their names; standard input can't be one");
-    if (!StartLibrary())
+    if (!Start())
         return kNotDone;
     if (settings.listsFonts)
         return ListFonts(settings);

@@ -1,97 +1,106 @@
 // orvel dict: the user's own words.
+#include "codes.h"
 #include "commands.h"
-#include "lao_text.h"
+#include "messages.h"
 #include "session.h"
 
-constexpr int kUserDictionary = 4;
-constexpr int kWordSize = 256;
+#include "orvel.h"
+
+constexpr int kWordSize = 256;         // bytes, terminator included
 constexpr size_t kLongestSought = 15;  // bytes of a word that breaks are made by
-enum AddResult { kAdded, kTooShort, kThereAlready };
 
-typedef int (*WordAction)(const CodeTrace &trace, const std::string &word);
+// A word that is to be added or deleted, and where in a file it stands.
+struct GivenWord {
+    std::string text;
+    size_t line;  // 0: on the command line
+};
 
-static int Refuse(const std::string &word, const char *why)
+static int Refuse(const GivenWord &word, const char *why)
 {
-    if (gMessages.line)
-        fprintf(stderr, "%s:%zu: %s: %s\n", gMessages.file.c_str(), gMessages.line, word.c_str(),
-                why);
-    else
-        fprintf(stderr, "orvel: %s: %s\n", word.c_str(), why);
+    gPlace.line = word.line;
+    TellHere(word.text + ": " + why);
     return kNotDone;
 }
 
-// The internal code of a word; empty when it isn't Lao from end to end.
-static std::string CodeOfWord(const CodeTrace &trace, const std::string &word)
+static int TellAdded(const GivenWord &word, int result, size_t length)
 {
-    LaoText text;
-    ReadLaoText(trace, word, &text);
-    for (char code : text.packed)
-        if (!IsLaoCode(code))
-            return {};
-    return text.packed;
-}
-
-// Added all the same: other programs may find it.
-static int WarnOfLength(const std::string &word)
-{
-    Refuse(word, "it is added, but breaks are made by words of at most 15 signs");
+    switch (result) {
+    case kWordAdded: break;
+    case kWordTooShort: return Refuse(word, "a word has at least two characters");
+    case kWordThereAlready: return Refuse(word, "it is in the user dictionary already");
+    default: return Refuse(word, "it could not be saved");
+    }
+    if (length > kLongestSought)  // added all the same: other programs may find it
+        Refuse(word, "it is added, but breaks are made by words of at most 15 signs");
     return kDone;
 }
 
-static int AddOneWord(const CodeTrace &trace, const std::string &word)
-{
-    std::string code = CodeOfWord(trace, word);
-    if (code.empty())
-        return Refuse(word, "a word has Lao letters alone");
-    switch (AddUserWord(code.c_str())) {
-    case kAdded: return code.size() > kLongestSought ? WarnOfLength(word) : int(kDone);
-    case kTooShort: return Refuse(word, "a word has at least two characters");
-    case kThereAlready: return Refuse(word, "it is in the user dictionary already");
-    default: return Refuse(word, "it could not be saved");
-    }
-}
-
-static int DeleteOneWord(const CodeTrace &trace, const std::string &word)
-{
-    std::string code = CodeOfWord(trace, word);
-    if (!code.empty() && DeleteUserWord(code.c_str()) == 0)
-        return kDone;
-    return Refuse(word, "it isn't in the user dictionary, or the dictionary could not be saved");
-}
-
 // Who has words of their own wants them used.
-static void SwitchDictionaryOn()
+static int SwitchDictionaryOn()
 {
     WORD dictionaries = GetOrvelOption("d");
     if (dictionaries & kUserDictionary)
-        return;
-    SetOrvelOption("d", WORD(dictionaries | kUserDictionary), 1);
-    fprintf(stderr, "orvel: the user dictionary is on from now (option dictionaries)\n");
+        return kDone;
+    if (!SetOrvelOption("d", WORD(dictionaries | kUserDictionary), 1))
+        return Tell("the user dictionary is off, and the option dictionaries could not be saved",
+                    kNotDone);
+    return Tell("the user dictionary is on from now (option dictionaries)", kDone);
 }
 
-static int RunWords(const std::vector<std::string> &words, WordAction action)
+// All words in one go: the dictionary is read and written once, however many there are.
+static int AddWordsNow(const std::vector<GivenWord> &words)
 {
-    CodeTrace trace;
-    if (!StartLibrary() || !PrepareTrace(&trace))
-        return kNotDone;
+    CodeTable codes = ReadCodeTable();
+    std::vector<std::string> coded;
+    std::vector<const char *> pointers;
+    std::vector<int> results(words.size());
+    for (const GivenWord &word : words)
+        coded.push_back(CodeOfWord(codes, word.text));
+    for (const std::string &code : coded)
+        pointers.push_back(code.c_str());
+    AddUserWords(pointers.data(), results.data(), DWORD(words.size()));
     int worst = kDone;
-    for (const std::string &word : words)
-        worst = std::max(worst, action(trace, word));
-    if (action == AddOneWord && CountUserWords() > 0)
-        SwitchDictionaryOn();
+    for (size_t i = 0; i < words.size(); ++i)
+        worst =
+            std::max(worst, coded[i].empty() ? Refuse(words[i], "a word has Lao letters alone")
+                                             : TellAdded(words[i], results[i], coded[i].size()));
+    gPlace = {};
+    return CountUserWords() > 0 ? std::max(worst, SwitchDictionaryOn()) : worst;
+}
+
+static int DeleteWordsNow(const std::vector<GivenWord> &words)
+{
+    CodeTable codes = ReadCodeTable();
+    int worst = kDone;
+    for (const GivenWord &word : words) {
+        std::string code = CodeOfWord(codes, word.text);
+        if (code.empty() || DeleteUserWord(code.c_str()) != 0)
+            worst = Refuse(word,
+                           "it isn't in the user dictionary, or the dictionary could not be saved");
+    }
     return worst;
+}
+
+static int RunWords(const std::vector<std::string> &words,
+                    int (*work)(const std::vector<GivenWord> &))
+{
+    std::vector<GivenWord> given;
+    for (const std::string &word : words)
+        given.push_back({word, 0});
+    LockSettings();
+    return Start() ? work(given) : int(kNotDone);
 }
 
 static int ListWords()
 {
-    CodeTrace trace;
-    if (!StartLibrary() || !PrepareTrace(&trace))
+    if (!Start())
         return kNotDone;
+    CodeTable codes = ReadCodeTable();
     std::string text;
     char word[kWordSize];
     CountUserWords();  // loads them; the count itself ends at 65535
     for (int number = 1; GetWord(word, sizeof word, number, kUserDictionary); ++number)
-        text += Utf8FromCode(trace, word) + "\n";
+        text += TextOfCode(codes, word) + "\n";
     return WriteOutput(text);
 }
 
@@ -112,16 +121,18 @@ static std::string_view WordOfLine(const TextPart &line)
 
 static int ImportWords(const std::string &file)
 {
-    CodeTrace trace;
-    if (!StartLibrary() || !PrepareTrace(&trace))
+    std::vector<GivenWord> words;
+    LockSettings();
+    if (!Start())
         return kNotDone;
     int status = ProcessLines({file}, [&](const TextPart &line, std::string *) {
         std::string_view word = WordOfLine(line);
-        return word.empty() ? int(kDone) : AddOneWord(trace, std::string(word));
+        if (!word.empty())
+            words.push_back({std::string(word), line.line});
+        return int(kDone);
     });
-    if (CountUserWords() > 0)
-        SwitchDictionaryOn();
-    return status;
+    gPlace.file = file;
+    return std::max(status, AddWordsNow(words));
 }
 
 void AddDictCommand(CLI::App *app, Command *chosen)
@@ -139,12 +150,12 @@ void AddDictCommand(CLI::App *app, Command *chosen)
     CLI::App *add = dict->add_subcommand("add", "add words");
     add->add_option("words", *words, "Lao words")->required();
     add->footer("Example: orvel dict add ວຽງຈັນ");
-    add->callback([=] { *chosen = [=] { return RunWords(*words, AddOneWord); }; });
+    add->callback([=] { *chosen = [=] { return RunWords(*words, AddWordsNow); }; });
 
     CLI::App *remove = dict->add_subcommand("delete", "delete words");
     remove->add_option("words", *words, "Lao words")->required();
     remove->footer("Example: orvel dict delete ວຽງຈັນ");
-    remove->callback([=] { *chosen = [=] { return RunWords(*words, DeleteOneWord); }; });
+    remove->callback([=] { *chosen = [=] { return RunWords(*words, DeleteWordsNow); }; });
 
     CLI::App *importer = dict->add_subcommand(
         "import", "add all words of a UTF-8 file, one a line, # begins a comment");

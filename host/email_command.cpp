@@ -1,46 +1,33 @@
 // orvel email: Lao as ASCII, for where nothing else gets through, and back.
 #include "commands.h"
 #include "key_text.h"
-#include "session.h"
+#include "messages.h"
+#include "text_font.h"
 
-constexpr size_t kEncodeRoom = 40, kDecodeRoom = 4;  // bytes of a result for each byte of text
+#include "orvel.h"
 
-struct EmailState {
-    CodeTrace trace;
-    KeyText text;
-    DWORD inBrackets;  // goes on from line to line, and from file to file
+// One direction: the operation and what its results are.
+struct EmailWay {
+    int(WINAPI *run)(const char *text, char *output, DWORD size, const char *font, DWORD *state);
+    KeyForm form;
 };
 
-static int EncodeLine(EmailState *state, std::string_view line, std::string *output)
-{
-    KeyText &text = state->text;
-    ReadKeyText(state->trace, line, Hyphens::kText, false, &text);
-    text.result.assign(kEncodeRoom * text.code.size() + kEncodeRoom, 0);
-    int done = EncodeEmail(text.code.c_str(), text.result.data(), DWORD(text.result.size()),
-                           state->trace.font.name.c_str(), &state->inBrackets);
-    *output += done ? WriteKeyText(state->trace, text, Hyphens::kText) : std::string(line);
-    return done ? kDone : kNotDone;
-}
+constexpr EmailWay kEncoding = {EncodeEmail, KeyForm::kText};
+constexpr EmailWay kDecoding = {DecodeEmail, KeyForm::kDecoded};
 
-static int DecodeLine(EmailState *state, std::string_view line, std::string *output)
+// Whether a Latin passage is open goes on from line to line, and from file to file.
+static int RunEmail(const std::vector<std::string> &files, const EmailWay &way)
 {
-    KeyText &text = state->text;
-    ReadKeyText(state->trace, line, Hyphens::kSeparators, state->inBrackets, &text);
-    text.result.assign(kDecodeRoom * text.code.size() + kDecodeRoom, 0);
-    int done = DecodeEmail(text.code.c_str(), text.result.data(), DWORD(text.result.size()),
-                           state->trace.font.name.c_str(), &state->inBrackets);
-    *output += done ? WriteKeyText(state->trace, text, Hyphens::kSeparators) : std::string(line);
-    return done ? kDone : kNotDone;
-}
-
-static int RunEmail(const std::vector<std::string> &files,
-                    int (*work)(EmailState *, std::string_view, std::string *))
-{
-    EmailState state = {};
-    if (!StartLibrary() || !PrepareTrace(&state.trace))
+    std::string font;
+    DWORD inBrackets = 0;
+    if (!Start() || !ChooseTextFont(&font))
         return kNotDone;
+    CodeTable codes = ReadCodeTable();
+    KeyOperation operation = [&](const char *text, char *output, DWORD size) {
+        return way.run(text, output, size, font.c_str(), &inBrackets);
+    };
     return ProcessLines(files, [&](const TextPart &line, std::string *output) {
-        return work(&state, line.text, output);
+        return ConvertLine(codes, way.form, operation, line.text, inBrackets, output);
     });
 }
 
@@ -55,11 +42,11 @@ void AddEmailCommand(CLI::App *app, Command *chosen)
     CLI::App *encode = email->add_subcommand("encode", "UTF-8 to ASCII");
     encode->add_option("files", *files, "UTF-8 files; none or - reads standard input");
     encode->footer("Example: orvel email encode letter.txt > letter.ascii");
-    encode->callback([=] { *chosen = [=] { return RunEmail(*files, EncodeLine); }; });
+    encode->callback([=] { *chosen = [=] { return RunEmail(*files, kEncoding); }; });
 
     CLI::App *decode =
         email->add_subcommand("decode", "coded text to UTF-8, a U+200B at each break");
     decode->add_option("files", *files, "coded files; none or - reads standard input");
     decode->footer("Example: orvel email decode letter.ascii");
-    decode->callback([=] { *chosen = [=] { return RunEmail(*files, DecodeLine); }; });
+    decode->callback([=] { *chosen = [=] { return RunEmail(*files, kDecoding); }; });
 }

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "commands.h"
+#include "messages.h"
 #include "pieces.h"
 #include "progress.h"
 #include "runtime.h"
@@ -15,8 +16,7 @@ int WriteOutput(std::string_view text)
     fwrite(text.data(), 1, text.size(), stdout);
     if (fflush(stdout) == 0 && !ferror(stdout))
         return kDone;
-    fprintf(stderr, "orvel: the output could not be written: %s\n", strerror(errno));
-    return kNotDone;
+    return Tell("the output could not be written: " + std::string(strerror(errno)), kNotDone);
 }
 
 std::string_view WithoutByteOrderMark(const TextPart &part)
@@ -26,32 +26,31 @@ std::string_view WithoutByteOrderMark(const TextPart &part)
     return part.text.substr(isFirst && part.text.starts_with(kMark) ? kMark.size() : 0);
 }
 
+// A message is a failure, whatever the worker says: part of its line isn't as it should be.
 static int WorkByLine(TextPart part, const PartWorker &work, std::string *output)
 {
     int worst = kDone;
     for (std::string_view left = part.text; !left.empty(); left.remove_prefix(part.text.size())) {
         size_t end = left.find('\n');
         part.text = left.substr(0, end == left.npos ? end : end + 1);
-        gMessages.line = part.line;
+        gPlace.line = part.line;
         worst = std::max(worst, work(part, output));
+        if (TellMessages())
+            worst = std::max<int>(worst, kNotDone);
         ++part.line;
         part.column = 1;
     }
-    gMessages.line = 0;
+    gPlace.line = 0;
     return worst;
 }
 
 static int WorkByPart(const TextPart &part, const PartWorker &work, std::string *output)
 {
-    size_t messages = gMessages.count;
-    gMessages.heldBack = true;
     int status = work(part, output);
-    gMessages.heldBack = false;
-    if (gMessages.count == messages)
+    if (TakeMessages().empty())
         return status;
     output->clear();
-    WorkByLine(part, work, output);
-    return kNotDone;
+    return WorkByLine(part, work, output);
 }
 
 static int ProcessPieces(PieceReader *reader, Progress *progress, const PartWorker &work)
@@ -72,13 +71,12 @@ static int ProcessFile(int file, const std::string &name, const PartWorker &work
 {
     PieceReader reader = StartReading(file);
     Progress progress = StartProgress(file, name, true);
-    gMessages.file = name;
+    gPlace.file = name;
     int worst = ProcessPieces(&reader, &progress, work);
     HideProgress();
     if (!reader.failure)
         return worst;
-    fprintf(stderr, "orvel: %s: %s\n", name.c_str(), strerror(reader.failure));
-    return kNotDone;
+    return Tell(name + ": " + strerror(reader.failure), kNotDone);
 }
 
 static int OpenAndProcess(const std::string &name, const PartWorker &work)
@@ -86,10 +84,8 @@ static int OpenAndProcess(const std::string &name, const PartWorker &work)
     if (name == "-")
         return ProcessFile(STDIN_FILENO, name, work);
     int file = OpenUtf8Path(name.c_str());
-    if (file < 0) {
-        fprintf(stderr, "orvel: %s: %s\n", name.c_str(), strerror(errno));
-        return kNotDone;
-    }
+    if (file < 0)
+        return Tell(name + ": " + strerror(errno), kNotDone);
     int status = ProcessFile(file, name, work);
     close(file);
     return status;

@@ -1,11 +1,12 @@
 // orvel fonts: the list of registered Lao fonts.
 #include "commands.h"
 #include "font_codes.h"
+#include "messages.h"
 #include "session.h"
 
 #include "orvel.h"
 
-constexpr int kNameSize = 37;
+constexpr int kNameSize = 37, kMostFonts = 127;
 constexpr char kNameRule[] = "a font's name has 1 to 36 bytes, no comma and no blanks around it";
 
 struct FontSettings {
@@ -16,7 +17,7 @@ struct FontSettings {
 
 static int ListFonts()
 {
-    if (!StartLibrary())
+    if (!Start())
         return kNotDone;
     char name[kNameSize], substitute[kNameSize];
     int scale;
@@ -28,12 +29,6 @@ static int ListFonts()
         text += std::string(name) + "\t" + FontCodeName(code) + "\t" + substitute + "\t" +
                 std::to_string(scale) + (GetFontExtended(name) ? "\textended\n" : "\n");
     }
-}
-
-static int Refuse(const std::string &why, int status)
-{
-    fprintf(stderr, "orvel: %s\n", why.c_str());
-    return status;
 }
 
 static bool IsBlank(char c)
@@ -48,35 +43,56 @@ static bool CanBeStored(const std::string &name)
     return !hasEdges && name.find_first_of(",\r\n\x1A") == name.npos && name.size() < kNameSize;
 }
 
+static bool StartToChange()
+{
+    LockSettings();
+    return Start();
+}
+
+// The library's own message of a list that can't be saved doesn't name the file.
+static int TellUnsaved()
+{
+    TakeMessages();
+    return Tell("the list of fonts is as it was: " + DescribeUnsaved("LaoFonts.dat"), kNotDone);
+}
+
+static bool HasFont(int number)
+{
+    char name[kNameSize], substitute[kNameSize];
+    return GetLaoFontInfo(name, substitute, sizeof name, nullptr, number) >= 0;
+}
+
 static int AddFont(const FontSettings &font)
 {
     if (!CanBeStored(font.name) || !CanBeStored(font.substitute) || font.name.empty())
-        return Refuse(kNameRule, kWrongUsage);
-    if (!StartLibrary())
+        return Tell(kNameRule, kWrongUsage);
+    if (!StartToChange())
         return kNotDone;
     int code = FindFontCode(font.code);
     if (code < 0)
-        return Refuse("there is no font code \"" + font.code + "\"", kWrongUsage);
+        return Tell("there is no font code \"" + font.code + "\"", kWrongUsage);
     if (FontIndex(font.name.c_str()) >= 0)
-        return Refuse("\"" + font.name + "\" is registered already", kNotDone);
+        return Tell("\"" + font.name + "\" is registered already", kNotDone);
+    if (HasFont(kMostFonts))
+        return Tell("the list is full: it holds " + std::to_string(kMostFonts) + " fonts",
+                    kNotDone);
     if (!font.substitute.empty() && FontIndex(font.substitute.c_str()) < 0)
-        return Refuse("the substitute \"" + font.substitute + "\" isn't registered", kNotDone);
+        return Tell("the substitute \"" + font.substitute + "\" isn't registered", kNotDone);
     if (AddFontToList(font.name.c_str(), font.substitute.c_str(), WORD(code), short(font.scale),
                       font.isPrivate))
         return kDone;
-    return Refuse("\"" + font.name + "\" could not be added", kNotDone);
+    return TellUnsaved();
 }
 
 static int RemoveFont(const std::string &name)
 {
-    if (!StartLibrary())
+    if (!StartToChange())
         return kNotDone;
     if (FontIndex(name.c_str()) < 0)
-        return Refuse("\"" + name + "\" isn't registered", kNotDone);
-    if (RemoveFontFromList(name.c_str()))
-        return kDone;
-    return Refuse("\"" + name + "\" can't be removed: the list keeps one font and must be writable",
-                  kNotDone);
+        return Tell("\"" + name + "\" isn't registered", kNotDone);
+    if (!HasFont(2))
+        return Tell("\"" + name + "\" can't be removed: the list keeps one font", kNotDone);
+    return RemoveFontFromList(name.c_str()) ? int(kDone) : TellUnsaved();
 }
 
 static bool ChangeFont(const FontSettings &font)
@@ -90,28 +106,28 @@ static bool ChangeFont(const FontSettings &font)
 static int SetFont(const FontSettings &font)
 {
     if (!CanBeStored(font.substitute))
-        return Refuse(kNameRule, kWrongUsage);
-    if (!StartLibrary())
+        return Tell(kNameRule, kWrongUsage);
+    if (!StartToChange())
         return kNotDone;
     if (FontIndex(font.name.c_str()) < 0)
-        return Refuse("\"" + font.name + "\" isn't registered", kNotDone);
+        return Tell("\"" + font.name + "\" isn't registered", kNotDone);
     if (!font.substitute.empty() && FontIndex(font.substitute.c_str()) < 0)
-        return Refuse("the substitute \"" + font.substitute + "\" isn't registered", kNotDone);
+        return Tell("the substitute \"" + font.substitute + "\" isn't registered", kNotDone);
     if (!ChangeFont(font))
-        return Refuse("only fonts of the Unicode code have private-use characters", kNotDone);
-    return WriteFontList() ? kDone : kNotDone;
+        return Tell("only fonts of the Unicode code have private-use characters", kNotDone);
+    return WriteFontList() ? int(kDone) : TellUnsaved();
 }
 
 static int ShowDefault(const std::string &codeName)
 {
     char name[kNameSize];
-    if (!StartLibrary())
+    if (!Start())
         return kNotDone;
     int code = FindFontCode(codeName);
     if (code < 0)
-        return Refuse("there is no font code \"" + codeName + "\"", kWrongUsage);
+        return Tell("there is no font code \"" + codeName + "\"", kWrongUsage);
     if (!GetDefaultFontName(name, sizeof name, code))
-        return Refuse("no font of the code " + FontCodeName(code) + " is registered", kNotDone);
+        return Tell("no font of the code " + FontCodeName(code) + " is registered", kNotDone);
     return WriteOutput(std::string(name) + "\n");
 }
 

@@ -1,8 +1,7 @@
 // The command orvel: the library for people and pipes. The command line is read here; each
 // subcommand has a file.
-#include <cstdio>
-
 #include "commands.h"
+#include "messages.h"
 #include "runtime.h"
 
 int main(int argc, char **argv)
@@ -32,9 +31,8 @@ int main(int argc, char **argv)
         app.parse(argc, argv);
         return chosen ? chosen() : kWrongUsage;
     } catch (const CLI::ParseError &failure) {
-        return app.exit(failure) ? kWrongUsage : kDone;
+        return app.exit(failure) ? kWrongUsage : WriteOutput("");  // help is output like any other
     } catch (const std::exception &failure) {
-        fprintf(stderr, "orvel: %s\n", failure.what());
-        return kNotDone;
+        return Tell(failure.what(), kNotDone);
     }
 }

@@ -1,7 +1,9 @@
 // orvel options: shows and sets the options of the library by readable names.
+#include <algorithm>
 #include <charconv>
 
 #include "commands.h"
+#include "messages.h"
 #include "session.h"
 
 #include "orvel.h"
@@ -18,11 +20,23 @@ struct OptionName {
 };
 
 static const std::vector<OptionName> kOptions = {
-    {"breaks", "b", false, {{"syllable", 4}, {"word", 8}, {"both", 12}}},
-    {"dictionaries", "d", true, {{"main", 1}, {"old", 2}, {"user", 4}}},
-    {"old-spelling", "o", false, {{"keep", 0}, {"ask", 1}, {"change", 2}}},
-    {"roman-breaks", "r", false, {{"none", 0}, {"hidden", 31}, {"visible", 32}}},
-    {"sort", "s", false, {{"vowels-last", 0}, {"natural", 1}}},
+    {"breaks",
+     "b",
+     false,
+     {{"syllable", kSyllableBreaks}, {"word", kWordBreaks}, {"both", kBothBreaks}}},
+    {"dictionaries",
+     "d",
+     true,
+     {{"main", kMainDictionary}, {"old", kOldDictionary}, {"user", kUserDictionary}}},
+    {"old-spelling",
+     "o",
+     false,
+     {{"keep", kKeepOldSpelling}, {"ask", kAskOldSpelling}, {"change", kChangeOldSpelling}}},
+    {"roman-breaks",
+     "r",
+     false,
+     {{"none", kNoRomanBreak}, {"hidden", kHiddenRomanBreak}, {"visible", kVisibleRomanBreak}}},
+    {"sort", "s", false, {{"vowels-last", kVowelsLastSort}, {"natural", kNaturalSort}}},
     {"font-substitution", "c", false, {{"auto", 0}, {"user", 1}}},
     {"option-f", "f", false, {}},
     {"option-i", "i", false, {}},
@@ -109,34 +123,38 @@ static int SetOption(const OptionName &option, const std::string &text)
 {
     WORD value;
     bool isGood = option.isSet ? ParseSet(option, text, &value) : ParseChoice(option, text, &value);
-    if (!isGood) {
-        fprintf(stderr, "orvel: %s can't be \"%s\"; it takes: %s\n", option.name, text.c_str(),
-                DescribeChoices(option).c_str());
-        return kWrongUsage;
-    }
+    if (!isGood)
+        return Tell(option.name + (" can't be \"" + text) +
+                        "\"; it takes: " + DescribeChoices(option),
+                    kWrongUsage);
     if (SetOrvelOption(option.letter, value, 1))
         return kDone;
-    fprintf(stderr, "orvel: %s could not be saved\n", option.name);
-    return kNotDone;
+    return Tell(std::string(option.name) + " could not be saved", kNotDone);
 }
 
 static int HandleArgument(const std::string &argument)
 {
     size_t equals = argument.find('=');
     const OptionName *option = FindOption(std::string_view(argument).substr(0, equals));
-    if (!option) {
-        fprintf(stderr, "orvel: there is no option \"%s\"; orvel options lists them\n",
-                argument.substr(0, equals).c_str());
-        return kWrongUsage;
-    }
+    if (!option)
+        return Tell("there is no option \"" + argument.substr(0, equals) +
+                        "\"; orvel options lists them",
+                    kWrongUsage);
     if (equals != argument.npos)
         return SetOption(*option, argument.substr(equals + 1));
     return WriteOutput(DescribeOption(*option));
 }
 
+static bool IsChange(const std::string &argument)
+{
+    return argument.find('=') != argument.npos;
+}
+
 static int RunOptions(const std::vector<std::string> &arguments)
 {
-    if (!StartLibrary())
+    if (std::any_of(arguments.begin(), arguments.end(), IsChange))
+        LockSettings();
+    if (!Start())
         return kNotDone;
     int worst = kDone;
     for (const std::string &argument : arguments)

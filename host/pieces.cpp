@@ -38,11 +38,6 @@ static void Fill(PieceReader *reader)
     reader->failure = got < 0 ? errno : 0;
 }
 
-static bool IsContinuation(char byte)
-{
-    return (byte & '\xC0') == '\x80';
-}
-
 // Whether no character, which has four bytes at most, can reach over the beginning of this byte.
 static bool IsStray(std::string_view text, size_t at)
 {

@@ -4,8 +4,7 @@
 
 #include "commands.h"
 #include "font_codes.h"
-#include "lao_text.h"
-#include "session.h"
+#include "messages.h"
 #include "utf8.h"
 
 #include "orvel.h"
@@ -15,10 +14,11 @@ constexpr size_t kGrowth = 3;  // bytes that one byte can become in any code
 constexpr WCHAR kReplacement = '?';
 constexpr uint8_t kNoBreakSpace = 160;
 
+constexpr int kNoFont = -1;  // characters as the plain fonts have them
+
 struct Recoder {
-    CodeTrace trace;
-    int from, to;
-    size_t lost;  // bytes or characters without a place
+    int from, to;  // font codes, or kUtf8
+    size_t lost;   // bytes or characters without a place
 };
 
 // The next character of UTF-8 as one unit; what is above U+FFFF or no UTF-8 has no place in any
@@ -48,8 +48,7 @@ static std::string CodeFromUtf8(Recoder *recoder, std::string_view text)
         code += characters.back() == 0xA0 ? char(kNoBreakSpace) : '?';
         recoder->lost -= characters.back() == '?';
     }
-    int length = UnicodeToLao(characters.data(), code.data(), DWORD(code.size() + 1),
-                              recoder->trace.font.index);
+    int length = UnicodeToLao(characters.data(), code.data(), DWORD(code.size() + 1), kNoFont);
     code.resize(size_t(std::max(length, 0)));
     recoder->lost += size_t(std::count(code.begin(), code.end(), '?'));
     return code;
@@ -62,8 +61,7 @@ static std::string Utf8FromInternal(Recoder *recoder, const std::string &code)
         uint8_t byte = uint8_t(code[i]);
         characters[i] = byte < 0x80 ? WCHAR(byte) : byte == 0x8C ? WCHAR('-') : kReplacement;
     }
-    int count = LaoToUnicode(code.c_str(), characters.data(), DWORD(characters.size()),
-                             recoder->trace.font.index);
+    int count = LaoToUnicode(code.c_str(), characters.data(), DWORD(characters.size()), kNoFont);
     std::string text;
     for (int i = 0; i < count; ++i)
         AppendUtf8(&text, char16_t(characters[size_t(i)]));
@@ -117,8 +115,8 @@ static bool ReadCode(const std::string &name, int *code)
         *code = FontType(name.c_str());
     if (*code >= 0 || *code == kUtf8)
         return true;
-    fprintf(stderr, "orvel: there is no font code or font \"%s\"; the codes are: UTF-8%s\n",
-            name.c_str(), ListFontCodes().c_str());
+    Tell("there is no font code or font \"" + name + "\"; the codes are: UTF-8" + ListFontCodes(),
+         kWrongUsage);
     return false;
 }
 
@@ -126,7 +124,7 @@ static int RunRecode(const std::string &from, const std::string &to,
                      const std::vector<std::string> &files)
 {
     Recoder recoder = {};
-    if (!StartLibrary() || !PrepareTrace(&recoder.trace))
+    if (!Start())
         return kNotDone;
     if (!ReadCode(from, &recoder.from) || !ReadCode(to, &recoder.to))
         return kWrongUsage;
@@ -136,9 +134,9 @@ static int RunRecode(const std::string &from, const std::string &to,
     });
     if (!recoder.lost)
         return worst;
-    fprintf(stderr, "orvel: %zu characters have no place in %s and became \"?\"\n", recoder.lost,
-            to.c_str());
-    return kNotDone;
+    return Tell(std::to_string(recoder.lost) + " characters have no place in " + to +
+                    " and became \"?\"",
+                kNotDone);
 }
 
 void AddRecodeCommand(CLI::App *app, Command *chosen)

@@ -3,42 +3,37 @@
 
 #include "commands.h"
 #include "key_text.h"
-#include "session.h"
+#include "messages.h"
 #include "table_file.h"
+#include "text_font.h"
 
-constexpr size_t kRoom = 40;  // bytes of a result for each byte of text, with whatever table
+#include "orvel.h"
 
 struct RomanizeSettings {
     std::string breaks, by, table;
     std::vector<std::string> files;
 };
 
-static const std::map<std::string, WORD> kBreaks = {{"none", 0}, {"hidden", 31}, {"visible", 32}};
-static const std::map<std::string, WORD> kModes = {{"syllable", 4}, {"word", 8}};
-
-static int RomanizeLine(const CodeTrace &trace, std::string_view line, KeyText *text,
-                        std::string *output)
-{
-    ReadKeyText(trace, line, Hyphens::kText, false, text);
-    text->result.assign(kRoom * text->code.size() + kRoom, 0);
-    int done = Romanize(text->code.c_str(), text->result.data(), DWORD(text->result.size()),
-                        trace.font.name.c_str());
-    *output += done ? WriteKeyText(trace, *text, Hyphens::kText) : std::string(line);
-    return done ? kDone : kNotDone;
-}
+static const std::map<std::string, WORD> kBreaks = {
+    {"none", kNoRomanBreak}, {"hidden", kHiddenRomanBreak}, {"visible", kVisibleRomanBreak}};
+static const std::map<std::string, WORD> kModes = {{"syllable", kSyllableBreaks},
+                                                   {"word", kWordBreaks}};
 
 static int RunRomanize(const RomanizeSettings &settings)
 {
-    CodeTrace trace;
-    KeyText text;
-    if (!StartLibrary() || !PrepareTrace(&trace) || !LoadTable(settings.table, SetRomanKey))
+    std::string font;
+    if (!Start() || !ChooseTextFont(&font) || !LoadTable(settings.table, SetRomanKey))
         return kNotDone;
     if (!settings.breaks.empty())
         SetOrvelOption("r", kBreaks.at(settings.breaks), 0);
     if (!settings.by.empty())
         SetOrvelOption("b", kModes.at(settings.by), 0);
+    CodeTable codes = ReadCodeTable();
+    KeyOperation operation = [&](const char *text, char *output, DWORD size) {
+        return Romanize(text, output, size, font.c_str());
+    };
     return ProcessLines(settings.files, [&](const TextPart &line, std::string *output) {
-        return RomanizeLine(trace, line.text, &text, output);
+        return ConvertLine(codes, KeyForm::kText, operation, line.text, false, output);
     });
 }
 

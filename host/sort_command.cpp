@@ -1,12 +1,15 @@
 // orvel sort: lines in Lao order, by keys of the library.
 #include <algorithm>
+#include <unordered_set>
 
 #include "commands.h"
 #include "key_text.h"
+#include "messages.h"
 #include "session.h"
 #include "table_file.h"
+#include "text_font.h"
 
-constexpr size_t kKeyRoom = 40;  // bytes of a key for each byte of text, with whatever table
+#include "orvel.h"
 
 struct SortSettings {
     bool isNatural = false, isReverse = false, isUnique = false, showsKeys = false;
@@ -15,49 +18,47 @@ struct SortSettings {
 };
 
 struct SortLine {
-    std::string key, line;
-    std::string file;  // where it comes from
+    std::string key;  // bytes, as the library gives them to any host: their order is the order
+    std::string line;
+    const std::string *file;  // where it comes from
     size_t number;
 };
 
-// False when the library could not make a whole key; it has shown a message.
-static bool MakeKey(const CodeTrace &trace, std::string_view line, KeyText *text, std::string *key)
-{
-    ReadKeyText(trace, line, Hyphens::kText, false, text);
-    text->result.assign(kKeyRoom * text->code.size() + kKeyRoom, 0);
-    int done = SortString(text->code.c_str(), text->result.data(), DWORD(text->result.size()),
-                          trace.font.name.c_str());
-    *key = WriteKeyText(trace, *text, Hyphens::kText);
-    return done;
-}
+// What makes keys: the library's operation and what it is asked with.
+struct KeyMaker {
+    CodeTable codes;
+    KeyOperation operation;
+};
 
 static std::string_view WithoutEnd(std::string_view line)
 {
     return line.ends_with('\n') ? line.substr(0, line.size() - 1) : line;
 }
 
-static int ReadLines(const SortSettings &settings, std::vector<SortLine> *lines)
+static int ReadLines(const SortSettings &settings, std::vector<SortLine> *lines,
+                     std::unordered_set<std::string> *files)
 {
     return ProcessLines(settings.files, [&](const TextPart &part, std::string *) {
         bool goesOn = part.column > 1;  // the line is longer than a part
         if (!goesOn)
-            lines->push_back({"", "", gMessages.file, part.line});
+            lines->push_back({"", "", &*files->insert(gPlace.file).first, part.line});
         lines->back().line += WithoutEnd(WithoutByteOrderMark(part));
         return int(kDone);
     });
 }
 
-static int MakeKeys(const CodeTrace &trace, std::vector<SortLine> *lines)
+static int MakeKeys(const KeyMaker &maker, std::vector<SortLine> *lines)
 {
-    KeyText text;
     int worst = kDone;
     for (SortLine &line : *lines) {
-        gMessages.file = line.file;
-        gMessages.line = line.number;
-        if (!MakeKey(trace, line.line, &text, &line.key))
+        gPlace = {*line.file, line.number};
+        if (!ConvertKeyText(maker.codes, KeyForm::kKey, maker.operation, line.line, false,
+                            &line.key))
+            worst = kNotDone;
+        if (TellMessages())
             worst = kNotDone;
     }
-    gMessages.line = 0;
+    gPlace.line = 0;
     return worst;
 }
 
@@ -80,35 +81,62 @@ static void SortLines(const SortSettings &settings, std::vector<SortLine> *lines
 // Of equal lines the first stays. Lines of one key that are spelt differently are no doubles.
 static void DropDoubles(std::vector<SortLine> *lines)
 {
+    std::unordered_set<std::string> seen;  // of the current key
     std::vector<SortLine> kept;
-    size_t group = 0;  // where the lines of the current key begin in kept
     for (SortLine &line : *lines) {
-        if (kept.empty() || kept.back().key != line.key)
-            group = kept.size();
-        auto begin = kept.begin() + ptrdiff_t(group);
-        if (std::none_of(begin, kept.end(),
-                         [&](const SortLine &one) { return one.line == line.line; }))
+        if (!kept.empty() && kept.back().key != line.key)
+            seen.clear();
+        if (seen.insert(line.line).second)
             kept.push_back(std::move(line));
     }
     *lines = std::move(kept);
 }
 
+static std::string ShownLine(const SortSettings &settings, const KeyMaker &maker,
+                             const SortLine &line)
+{
+    std::string text;
+    if (settings.showsKeys) {
+        ConvertKeyText(maker.codes, KeyForm::kShownKey, maker.operation, line.line, false, &text);
+        text += '\t';
+    }
+    return text + line.line + "\n";
+}
+
+static int WriteLines(const SortSettings &settings, const KeyMaker &maker,
+                      const std::vector<SortLine> &lines)
+{
+    constexpr size_t kBlock = 1 << 20;  // bytes that are written at once
+    std::string output;
+    for (const SortLine &line : lines) {
+        output += ShownLine(settings, maker, line);
+        if (output.size() < kBlock)
+            continue;
+        if (WriteOutput(output))
+            return kNotDone;
+        output.clear();
+    }
+    TakeMessages();  // of keys that are shown: they were told before
+    return WriteOutput(output);
+}
+
 static int RunSort(const SortSettings &settings)
 {
-    CodeTrace trace;
     std::vector<SortLine> lines;
-    if (!StartLibrary() || !PrepareTrace(&trace) || !LoadTable(settings.table, SetSortKey))
+    std::unordered_set<std::string> files;
+    std::string font;
+    if (!Start() || !ChooseTextFont(&font) || !LoadTable(settings.table, SetSortKey))
         return kNotDone;
-    SetOrvelOption("s", settings.isNatural, 0);
-    int worst = ReadLines(settings, &lines);
-    worst = std::max(worst, MakeKeys(trace, &lines));
+    SetOrvelOption("s", settings.isNatural ? kNaturalSort : kVowelsLastSort, 0);
+    KeyMaker maker = {ReadCodeTable(), [&](const char *text, char *key, DWORD size) {
+                          return SortString(text, key, size, font.c_str());
+                      }};
+    int worst = ReadLines(settings, &lines, &files);
+    worst = std::max(worst, MakeKeys(maker, &lines));
     SortLines(settings, &lines);
     if (settings.isUnique)
         DropDoubles(&lines);
-    std::string output;
-    for (const SortLine &line : lines)
-        output += (settings.showsKeys ? line.key + "\t" : "") + line.line + "\n";
-    return std::max(worst, WriteOutput(output));
+    return std::max(worst, WriteLines(settings, maker, lines));
 }
 
 void AddSortCommand(CLI::App *app, Command *chosen)

@@ -5,9 +5,10 @@
 #include <cstring>
 #include <unistd.h>
 
+#include "commands.h"
+#include "messages.h"
 #include "orvel.h"
 #include "runtime.h"
-#include "session.h"
 #include "table_file.h"
 
 static bool ReadFile(const std::string &path, std::string *content)
@@ -49,9 +50,8 @@ bool LoadTable(const std::string &path, int(WINAPI *load)(char *name))
         DeleteFileA(copy.c_str());
         return false;
     }
-    size_t messages = gMessages.count;
-    gMessages.file = path;
+    gPlace.file = path;
     load(name);
     DeleteFileA(copy.c_str());
-    return gMessages.count == messages;  // what is wrong with a file comes as a message
+    return TellMessages() == 0;  // what is wrong with a file comes as a message
 }

@@ -3,9 +3,8 @@
 
 #include "commands.h"
 #include "lao_text.h"
+#include "messages.h"
 #include "utf8.h"
-
-constexpr DWORD kInsert = 1;
 
 struct WrapSettings {
     std::string by;
@@ -14,18 +13,17 @@ struct WrapSettings {
 };
 
 static const std::map<std::string, DWORD> kModes = {
-    {"", 0}, {"syllable", 4}, {"word", 8}, {"both", 12}};
+    {"", 0}, {"syllable", kSyllableBreaks}, {"word", kWordBreaks}, {"both", kBothBreaks}};
 
 static int RunWrap(const WrapSettings &settings)
 {
-    CodeTrace trace;
     LaoText text;
-    if (!StartLibrary() || !PrepareTrace(&trace))
+    if (!Start())
         return kNotDone;
-    DWORD flags = kInsert | kModes.at(settings.by);
+    DWORD flags = kInsertBreaks | kModes.at(settings.by);
     return ProcessParts(settings.files, [&](const TextPart &part, std::string *output) {
-        if (DivideLaoText(trace, part.text, flags, &text)) {
-            AppendMarked(text, settings.mark, output);
+        if (DivideLaoText(part.text, flags, &text)) {
+            AppendMarked(part.text, text, settings.mark, output);
             return kDone;
         }
         *output += part.text;  // what the library could not divide goes out as it came

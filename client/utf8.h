@@ -25,6 +25,11 @@ inline bool IsZeroWidthSpaceAt(const char *text, size_t left)
 
 constexpr std::string_view kZeroWidthSpace = "\xE2\x80\x8B";
 
+inline bool IsContinuation(char byte)
+{
+    return (byte & '\xC0') == '\x80';
+}
+
 // Bytes of the character at text: 1 to 4; 1 for a byte that begins no valid sequence.
 size_t CharacterSize(std::string_view text);
 

@@ -3,11 +3,6 @@
 
 #include <cstdint>
 
-static bool IsContinuation(char byte)
-{
-    return (byte & '\xC0') == '\x80';
-}
-
 // What the first byte promises; 0 for one that begins nothing.
 static size_t PromisedSize(uint8_t first)
 {

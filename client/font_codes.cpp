@@ -1,9 +1,8 @@
 // Font codes by name.
 #include "font_codes.h"
 
-#include <CLI/CLI.hpp>
-
 #include "orvel.h"
+#include "runtime.h"
 
 constexpr int kCodeNameSize = 32, kMostCodes = 16;
 
@@ -23,8 +22,8 @@ int FindFontCode(const std::string &name)
 {
     for (int code = 0; code < kMostCodes; ++code) {
         std::string known = NameOfCode(code);
-        bool isMeant = name == std::to_string(code) ||
-                       CLI::detail::to_lower(name) == CLI::detail::to_lower(known);
+        bool isMeant =
+            name == std::to_string(code) || CompareNoCase(name.c_str(), known.c_str()) == 0;
         if (!known.empty() && isMeant)
             return code;
     }

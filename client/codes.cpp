@@ -1,0 +1,66 @@
+// The table of codes, and words by it. No font is named: what the plain fonts have is meant.
+#include "codes.h"
+
+#include "orvel.h"
+#include "utf8.h"
+
+constexpr int kNoFont = -1;
+
+static uint8_t AskCode(WCHAR character)
+{
+    char text[] = {'?', 0};  // stays where the character has no code
+    UnicodeToLao(&character, text, sizeof text, kNoFont);
+    return text[0] == '?' ? 0 : uint8_t(text[0]);
+}
+
+static std::string AskText(uint8_t code)
+{
+    char text[] = {char(code), 0};
+    WCHAR characters[2] = {code < 0x80 ? WCHAR(code) : WCHAR(0), 0};  // ASCII is its own character
+    int count = LaoToUnicode(text, characters, 2, kNoFont);
+    std::string utf8;
+    for (int i = 0; i < count; ++i)
+        if (characters[i])
+            AppendUtf8(&utf8, char16_t(characters[i]));
+    return utf8;
+}
+
+CodeTable ReadCodeTable()
+{
+    CodeTable table;
+    for (size_t i = 0; i < table.codes.size(); ++i)
+        table.codes[i] = AskCode(WCHAR(0x0E80 + i));
+    for (size_t code = 1; code < table.texts.size(); ++code)
+        table.texts[code] = AskText(uint8_t(code));
+    table.texts[kRealHyphen] = "-";
+    return table;
+}
+
+uint8_t CodeOfCharacter(const CodeTable &table, std::string_view character)
+{
+    bool isLao = IsLaoAt(character.data(), character.size());
+    return isLao ? table.codes[LaoAt(character.data()) - 0x0E80] : 0;
+}
+
+std::string CodeOfWord(const CodeTable &table, std::string_view word)
+{
+    std::string code;
+    for (; !word.empty(); word.remove_prefix(CharacterSize(word))) {
+        if (word.starts_with(kZeroWidthSpace))
+            continue;
+        code += char(CodeOfCharacter(table, word));
+        if (!IsLaoCode(uint8_t(code.back())))
+            return {};
+    }
+    PackLao(code.data());
+    code.resize(std::char_traits<char>::length(code.c_str()));
+    return code;
+}
+
+std::string TextOfCode(const CodeTable &table, std::string_view code)
+{
+    std::string text;
+    for (char byte : code)
+        text += table.texts[uint8_t(byte)];
+    return text;
+}
