@@ -30,6 +30,8 @@ CodeTable ReadCodeTable()
     CodeTable table;
     for (size_t i = 0; i < table.codes.size(); ++i)
         table.codes[i] = AskCode(WCHAR(0x0E80 + i));
+    for (size_t i = 0; i < table.punctuation.size(); ++i)
+        table.punctuation[i] = AskCode(WCHAR(0x2000 + i));
     for (size_t code = 1; code < table.texts.size(); ++code)
         table.texts[code] = AskText(uint8_t(code));
     table.texts[kRealHyphen] = "-";
@@ -38,8 +40,11 @@ CodeTable ReadCodeTable()
 
 uint8_t CodeOfCharacter(const CodeTable &table, std::string_view character)
 {
-    bool isLao = IsLaoAt(character.data(), character.size());
-    return isLao ? table.codes[LaoAt(character.data()) - 0x0E80] : 0;
+    if (IsLaoAt(character.data(), character.size()))
+        return table.codes[LaoAt(character.data()) - 0x0E80];
+    bool isPunctuation =
+        character.size() >= 3 && character.starts_with("\xE2\x80") && IsContinuation(character[2]);
+    return isPunctuation ? table.punctuation[character[2] & 63] : 0;
 }
 
 std::string CodeOfWord(const CodeTable &table, std::string_view word)

@@ -9,8 +9,9 @@
 
 // Asked of the started library once; the answers don't change.
 struct CodeTable {
-    std::array<uint8_t, 128> codes;      // of U+0E80 to U+0EFF; 0 for a character without one
-    std::array<std::string, 256> texts;  // UTF-8 of each code; empty for one without a character
+    std::array<uint8_t, 128> codes;       // of U+0E80 to U+0EFF; 0 for a character without one
+    std::array<uint8_t, 64> punctuation;  // of U+2000 to U+203F, the same
+    std::array<std::string, 256> texts;   // UTF-8 of each code; empty for one without a character
 };
 
 CodeTable ReadCodeTable();

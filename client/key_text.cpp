@@ -67,7 +67,7 @@ static char CodeOfHyphen(const KeyWork &work)
     return work.inBrackets || !work.inSyllable ? 0 : '-';
 }
 
-static char CodeOfLao(const KeyWork &work, std::string_view character)
+static char CodeOfSign(const KeyWork &work, std::string_view character)
 {
     uint8_t code = CodeOfCharacter(*work.codes, character);
     return IsKey(work) || IsLaoCode(code) ? char(code) : 0;
@@ -85,7 +85,7 @@ static char CodeToHandOver(const KeyWork &work, std::string_view character)
         return work.form == KeyForm::kDecoded ? 0 : char(kBreakMark);
     if (character == kNoBreakSpace)
         return IsKey(work) ? kNoBreakCode : 0;
-    return CodeOfLao(work, character);
+    return CodeOfSign(work, character);
 }
 
 // ---- what comes back ----

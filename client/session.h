@@ -19,8 +19,8 @@ std::vector<std::string> TakeMessages();
 // font's name are given. Empty when there is none: the user has taken them all out of the list.
 std::string FindTextFont();
 
-// What is wrong with a file of the data folder that could not be saved: its path, or why there is no
-// data folder.
+// What is wrong with a file of the data folder that could not be saved: its path, or why there is
+// no data folder.
 std::string DescribeUnsaved(const char *fileName);
 
 // From here to the end of the process no other one reads the options or the list of fonts in order

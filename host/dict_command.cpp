@@ -15,7 +15,7 @@ struct GivenWord {
     size_t line;  // 0: on the command line
 };
 
-static int Refuse(const GivenWord &word, const char *why)
+static int Refuse(const GivenWord &word, const std::string &why)
 {
     gPlace.line = word.line;
     TellHere(word.text + ": " + why);
@@ -28,7 +28,7 @@ static int TellAdded(const GivenWord &word, int result, size_t length)
     case kWordAdded: break;
     case kWordTooShort: return Refuse(word, "a word has at least two characters");
     case kWordThereAlready: return Refuse(word, "it is in the user dictionary already");
-    default: return Refuse(word, "it could not be saved");
+    default: return Refuse(word, "it is not added: " + DescribeUnsaved("UserDict.dat"));
     }
     if (length > kLongestSought)  // added all the same: other programs may find it
         Refuse(word, "it is added, but breaks are made by words of at most 15 signs");
@@ -74,9 +74,11 @@ static int DeleteWordsNow(const std::vector<GivenWord> &words)
     int worst = kDone;
     for (const GivenWord &word : words) {
         std::string code = CodeOfWord(codes, word.text);
-        if (code.empty() || DeleteUserWord(code.c_str()) != 0)
-            worst = Refuse(word,
-                           "it isn't in the user dictionary, or the dictionary could not be saved");
+        int result = code.empty() ? int(kWordNotThere) : DeleteUserWord(code.c_str());
+        if (result == kWordNotThere)
+            worst = Refuse(word, "it isn't in the user dictionary");
+        else if (result != kWordDeleted)
+            worst = Refuse(word, "it is not deleted: " + DescribeUnsaved("UserDict.dat"));
     }
     return worst;
 }
@@ -141,7 +143,7 @@ void AddDictCommand(CLI::App *app, Command *chosen)
     auto file = std::make_shared<std::string>();
     CLI::App *dict = app->add_subcommand("dict", "list and change the user dictionary");
     dict->require_subcommand(1);
-    dict->footer("Example: orvel dict add ວຽງຈັນ");
+    dict->footer("Example: orvel dict list");
 
     CLI::App *list = dict->add_subcommand("list", "the user's words in Lao order, one a line");
     list->footer("Example: orvel dict list > words.txt");

@@ -185,7 +185,7 @@ static void AddDefault(CLI::App *fonts, const SharedFont &font, Command *chosen)
 {
     CLI::App *standard = fonts->add_subcommand("default", "the first font of a font code");
     standard->add_option("code", font->code, "the code, by name or number")->required();
-    standard->footer("Example: orvel fonts default Lao2000");
+    standard->footer("Example: orvel fonts default Lao95");
     standard->callback([=] { *chosen = [=] { return ShowDefault(font->code); }; });
 }
 
@@ -197,7 +197,7 @@ void AddFontsCommand(CLI::App *app, Command *chosen)
     fonts->footer("Example: orvel fonts add \"Alice_0\" --code Lao95");
     AddListing(fonts, chosen);
     AddAdding(fonts, font, chosen);
-    AddRemoving(fonts, font, chosen);
     AddSetting(fonts, font, chosen);
     AddDefault(fonts, font, chosen);
+    AddRemoving(fonts, font, chosen);
 }

@@ -177,8 +177,10 @@ int WINAPI AddUserWord(const char *word);
  * have given for each. 1 when that was done; 0, with no results, for a null pointer. */
 int WINAPI AddUserWords(const char *const *words, int *results, DWORD count);
 
-/* Removes a word in the internal code: 0 removed, other values: it isn't there or could not be
- * saved. */
+/* Results of DeleteUserWord; any other value: it could not be saved. */
+enum { kWordDeleted = 0, kWordNotThere = 1 };
+
+/* Removes a word in the internal code and saves the dictionary. */
 int WINAPI DeleteUserWord(const char *word);
 
 /* ---- Fonts ---- */
