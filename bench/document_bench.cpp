@@ -9,6 +9,7 @@
 #include "corpus.h"
 #include "expat_copy.h"
 #include "libxml2_copy.h"
+#include "orvel.h"
 #include "session.h"
 #include "support/document.h"
 #include "xml_output.h"

@@ -31,7 +31,7 @@ int ReadInstallFolder(char *buffer, DWORD capacity)
     DWORD length = capacity;
     LONG failure = RegQueryValueExA(key, "Install", nullptr, nullptr, AsBytes(buffer), &length);
     RegCloseKey(key);
-    return !failure && TerminateText(buffer, capacity, length);
+    return !failure && TerminateText(buffer, capacity, length) && buffer[0];
 }
 
 char *JoinPath(char *target, const char *folder, const char *name)

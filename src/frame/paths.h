@@ -9,7 +9,8 @@
 // empty or doesn't fit.
 int GiveInstallFolder(const char *folder);
 
-// Reads the install folder into buffer (capacity in bytes): 1 done, 0 unknown or not whole.
+// Reads the install folder into buffer (capacity in bytes): 1 done, 0 unknown, empty or not whole.
+// From an empty folder Vesk.dll would be loaded from wherever the system finds one.
 int ReadInstallFolder(char *buffer, DWORD capacity);
 
 // Full path of a file in the install folder, none when the folder is unknown or the path too long.

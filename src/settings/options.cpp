@@ -44,7 +44,8 @@ int LoadOptions()
         return SaveOptions();
     // A shorter value of an older version fills the leading fields; a longer one is none of ours.
     OptionsRecord stored = *options;
-    if (!ReadUserValue("State", &stored, sizeof stored))
+    DWORD size = sizeof stored;
+    if (!ReadUserValue("State", &stored, &size))
         return 0;
     *options = stored;
     return 1;
@@ -57,8 +58,8 @@ int SaveOptions()
 
 DWORD ReadHotKey()
 {
-    DWORD key = kPauseKey;
-    return ReadUserValue("HotKey", &key, sizeof key) ? key : kPauseKey;
+    DWORD key = kPauseKey, size = sizeof key;
+    return ReadUserValue("HotKey", &key, &size) ? key : kPauseKey;
 }
 
 int WriteHotKey(DWORD virtualKey)

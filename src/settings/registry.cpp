@@ -15,14 +15,14 @@ int HasUserKey()
     return 1;
 }
 
-DWORD ReadUserValue(const char *name, void *data, DWORD size)
+int ReadUserValue(const char *name, void *data, DWORD *size)
 {
     HKEY key;
     if (RegOpenKeyExA(HKEY_CURRENT_USER, kRegistryKey, 0, kReadAccess, &key))
         return 0;
-    LONG failure = RegQueryValueExA(key, name, nullptr, nullptr, static_cast<BYTE *>(data), &size);
+    LONG failure = RegQueryValueExA(key, name, nullptr, nullptr, static_cast<BYTE *>(data), size);
     RegCloseKey(key);
-    return failure ? 0 : size;
+    return !failure;
 }
 
 int WriteUserValue(const char *name, DWORD type, const void *data, DWORD size)

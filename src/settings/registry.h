@@ -3,9 +3,9 @@
 
 #include <windows.h>
 
-// Reads a value of whatever type into data. The bytes read; 0 when it is missing, empty or longer
-// than size.
-DWORD ReadUserValue(const char *name, void *data, DWORD size);
+// Reads a value of whatever type into data; *size is data's room in bytes, then the value's length,
+// which may be 0. 1 read; 0 when the value is missing or has no room.
+int ReadUserValue(const char *name, void *data, DWORD *size);
 
 // 1 when the user's key exists, else 0.
 int HasUserKey();

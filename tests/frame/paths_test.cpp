@@ -84,6 +84,8 @@ TEST_F(Paths, InstallFolderFromDamagedValues)
     DeleteInstall();
     EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), 0);
     EXPECT_EQ(InstallFilePath("x"), nullptr);
+    StoreInstall(REG_SZ, std::string(1, 0));
+    EXPECT_EQ(InstallFilePath("x"), nullptr) << "no bare name";
     StoreInstall(REG_BINARY, "C:\\a");  // no terminator
     EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), 4);
     StoreInstall(REG_BINARY, std::string(259, 'f'));
