@@ -70,6 +70,13 @@ static void Email(const std::vector<char> &text, DWORD size, const char *font, D
     Require(state <= 1 && back <= 1, "a bracket is open or not");
 }
 
+static std::string KeyOfFixedText()
+{
+    std::vector<char> key(40 * sizeof kFixedText);
+    SortString(kFixedText, key.data(), DWORD(key.size()), StartedFont().c_str());
+    return key.data();
+}
+
 static void LoadFile(const uint8_t *data, size_t size)
 {
     char name[] = "fuzz.key", font[8];
@@ -80,7 +87,11 @@ static void LoadFile(const uint8_t *data, size_t size)
     Require(file != nullptr, "a file of the run");
     fwrite(data, 1, size, file);
     fclose(file);
+    const char *content = reinterpret_cast<const char *>(data);
     Require(SetSortKey(name) == 1, "a bad file gives the built-in table");
+    std::string byName = KeyOfFixedText();
+    LoadSortKey(content, DWORD(size));
+    Require(KeyOfFixedText() == byName, "a file's content makes the same table");
     SetRomanKey(name);  // in the small buffer of the load a table's text may not fit
     GetRomanFont(font, sizeof font);
     RequireTerminated(std::vector<char>(font, font + sizeof font));

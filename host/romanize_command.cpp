@@ -22,7 +22,7 @@ static const std::map<std::string, WORD> kModes = {{"syllable", kSyllableBreaks}
 static int RunRomanize(const RomanizeSettings &settings)
 {
     std::string font;
-    if (!Start() || !ChooseTextFont(&font) || !LoadTable(settings.table, SetRomanKey))
+    if (!Start() || !ChooseTextFont(&font) || !LoadTable(settings.table, LoadRomanKey))
         return kNotDone;
     if (!settings.breaks.empty())
         SetOrvelOption("r", kBreaks.at(settings.breaks), 0);

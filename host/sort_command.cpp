@@ -125,7 +125,7 @@ static int RunSort(const SortSettings &settings)
     std::vector<SortLine> lines;
     std::unordered_set<std::string> files;
     std::string font;
-    if (!Start() || !ChooseTextFont(&font) || !LoadTable(settings.table, SetSortKey))
+    if (!Start() || !ChooseTextFont(&font) || !LoadTable(settings.table, LoadSortKey))
         return kNotDone;
     SetOrvelOption("s", settings.isNatural ? kNaturalSort : kVowelsLastSort, 0);
     KeyMaker maker = {ReadCodeTable(), [&](const char *text, char *key, DWORD size) {

@@ -282,6 +282,11 @@ int WINAPI SetLaoDefaultKeyboard(void);
  * message, and the built-in table is used. 1 done, whichever table it became. */
 int WINAPI SetSortKey(char *file);
 
+/* SetSortKey for a control file that stands elsewhere: takes its content, `size` bytes as they stand
+ * in the file. 1 loaded; 0 for a null pointer, or with a message when the content is bad: the
+ * built-in table is then used. */
+int WINAPI LoadSortKey(const char *content, DWORD size);
+
 /* Writes the sort key of text: "##" and digits that, compared as bytes, put Lao in its order
  * (option "s"). Other bytes pass through. Text longer than size less 3 is cut. With the built-in
  * table a syllable takes eight bytes. 1 done, also for an unknown font ("##" and the text as it
@@ -291,6 +296,9 @@ int WINAPI SortString(const char *text, char *key, DWORD size, const char *font)
 
 /* The control file for romanization, as SetSortKey has it. */
 int WINAPI SetRomanKey(char *file);
+
+/* The content of a control file for romanization, as LoadSortKey has it. */
+int WINAPI LoadRomanKey(const char *content, DWORD size);
 
 /* Copies the name of the font in which romanized text is to be shown, cut to size: "Arial", or
  * what a control file says. */

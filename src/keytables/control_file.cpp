@@ -14,6 +14,7 @@
 #include "text/lao_code.h"
 
 enum : uint8_t { kKo = 161 };
+constexpr char kTextEnd = 26;  // of the old text files
 enum { kLineRoom = 128, kInSequence = -1 };
 
 struct ControlFileState {
@@ -192,16 +193,43 @@ static bool ReadControlLine(ControlReader *reader, char *line)
     return true;
 }
 
-// Only a file that was read to its end is a good one.
-static bool ReadControlLines(KeyTable *table, FILE *file)
+// Where lines come from: a file, or a content in memory.
+struct LineSource {
+    FILE *file;                 // opened as text, null for a content
+    const char *content, *end;  // what is left of it
+};
+
+// The next line, as fgets gives one: at most kLineRoom - 1 bytes of it. As in a file opened as text
+// CR LF is one line end, and byte 26 ends the content.
+static bool TakeContentLine(LineSource *source, char *line)
+{
+    int length = 0;
+    while (source->content < source->end && *source->content != kTextEnd &&
+           length < kLineRoom - 1 && (length == 0 || line[length - 1] != '\n')) {
+        const char *byte = source->content++;
+        if (*byte != '\r' || source->content == source->end || *source->content != '\n')
+            line[length++] = *byte;
+    }
+    line[length] = 0;
+    return length > 0;
+}
+
+static bool TakeLine(LineSource *source, char *line)
+{
+    return source->file ? fgets(line, kLineRoom, source->file) != nullptr
+                        : TakeContentLine(source, line);
+}
+
+// Only what was read to its end is good.
+static bool ReadControlLines(KeyTable *table, LineSource *source)
 {
     ControlReader reader = {table, 0, kInSequence};
     char line[kLineRoom];
     bool goesOn = true;
-    while (goesOn && fgets(line, sizeof line, file))
+    while (goesOn && TakeLine(source, line))
         goesOn = ReadControlLine(&reader, line);
     table->first[kSectionCount] = int16_t(reader.count);
-    return goesOn && feof(file);
+    return goesOn && (!source->file || feof(source->file));
 }
 
 static int TellControlFile(const char *text)
@@ -215,20 +243,32 @@ int TellMissingControlFile()
     return TellControlFile("The specified control file does not exist");
 }
 
+static int ReadControlTable(KeyTable *table, const char *name, LineSource *source, TableType type)
+{
+    CopyCut(table->name, sizeof table->name, name);
+    table->separator = table->replacementBreak = 0;
+    table->type = type;
+    memset(table->first, 0, sizeof table->first);
+    if (!ReadControlLines(table, source))
+        return TellControlFile(
+            "The specified control file contains illegal entries or is too long");
+    return 1;
+}
+
 int LoadControlFile(KeyTable *table, const char *file, TableType type)
 {
     const char *path = DataFilePath(file);
     FILE *stream = path ? OpenDataFile(path, "rt") : nullptr;
     if (!stream)
         return TellMissingControlFile();
-    CopyCut(table->name, sizeof table->name, file);
-    table->separator = table->replacementBreak = 0;
-    table->type = type;
-    memset(table->first, 0, sizeof table->first);
-    bool isWhole = ReadControlLines(table, stream);
+    LineSource source = {stream, nullptr, nullptr};
+    int isGood = ReadControlTable(table, file, &source, type);
     fclose(stream);
-    if (!isWhole)
-        return TellControlFile(
-            "The specified control file contains illegal entries or is too long");
-    return 1;
+    return isGood;
+}
+
+int LoadControlText(KeyTable *table, const char *content, size_t size, TableType type)
+{
+    LineSource source = {nullptr, content, content + size};
+    return ReadControlTable(table, "own table", &source, type);
 }

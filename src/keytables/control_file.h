@@ -1,6 +1,8 @@
 // Control files: key tables written by hand, read from the data folder.
 #pragma once
 
+#include <cstddef>
+
 #include "keytables/key_table.h"
 
 enum { kControlNameRoom = 128, kRomanFontRoom = 128 };
@@ -10,6 +12,9 @@ enum { kControlNameRoom = 128, kRomanFontRoom = 128 };
 // when anything stands behind the 200th entry (what was read so far stays, the total is set). A
 // file without a Sequence line leaves the table's sequence.
 int LoadControlFile(KeyTable *table, const char *file, TableType type);
+
+// The same for a file's content, `size` bytes, which a host has read itself.
+int LoadControlText(KeyTable *table, const char *content, size_t size, TableType type);
 
 // The message of a control file that isn't there. Always 0.
 int TellMissingControlFile();

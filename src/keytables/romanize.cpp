@@ -54,6 +54,16 @@ int WINAPI SetRomanKey(char *file)
     return Romanize("", output, sizeof output, "Arial");
 }
 
+int WINAPI LoadRomanKey(const char *content, DWORD size)
+{
+    if (!content)
+        return 0;
+    int isGood = LoadWorkTable(&gRoman.work, content, size, &kBuiltInRomanTable);
+    if (!isGood)
+        SetRomanFontName("Arial");
+    return isGood;
+}
+
 void WINAPI GetRomanFont(char *buffer, DWORD size)
 {
     if (buffer && size)

@@ -50,3 +50,8 @@ int WINAPI SetSortKey(char *file)
     NameControlFile(&gSort.work, file);
     return SortString("", key, sizeof key, "Arial");
 }
+
+int WINAPI LoadSortKey(const char *content, DWORD size)
+{
+    return content ? LoadWorkTable(&gSort.work, content, size, &kBuiltInSortTable) : 0;
+}

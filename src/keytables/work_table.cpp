@@ -24,3 +24,12 @@ int FillWorkTable(WorkTable *work, const KeyTable *builtIn)
     work->table = *builtIn;
     return 1;
 }
+
+int LoadWorkTable(WorkTable *work, const char *content, size_t size, const KeyTable *builtIn)
+{
+    work->fileName[0] = 0;
+    if (LoadControlText(&work->table, content, size, builtIn->type))
+        return 1;
+    work->table = *builtIn;
+    return 0;
+}

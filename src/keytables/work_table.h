@@ -19,3 +19,7 @@ void NameControlFile(WorkTable *work, char *file);
 // Fills an unloaded table: 1 when it was filled from builtIn, else 0. A file that fails shows its
 // message and isn't tried again.
 int FillWorkTable(WorkTable *work, const KeyTable *builtIn);
+
+// Fills a table from a control file's content: 1 done; 0 after the message of a bad one, the table
+// is then the built-in one.
+int LoadWorkTable(WorkTable *work, const char *content, size_t size, const KeyTable *builtIn);
