@@ -15,6 +15,7 @@ struct LinePlace {
     size_t at;            // in the text, in bytes
 };
 
+// Columns count what the person sees and what an editor counts: old break marks too.
 static void Advance(LinePlace *place, std::string_view source, size_t to)
 {
     while (place->at < to) {

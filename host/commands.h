@@ -1,5 +1,6 @@
-// The subcommands. Each adds itself to the command line and sets what is to be run; the run's
-// result is the exit status: 0 done, 1 something in the input could not be done, 2 wrong usage.
+// The subcommands, and what they read and write. main.cpp calls each Add… function once, before the
+// command line is read: it describes the subcommand's options to the option parser and says what is
+// to be run when this subcommand was asked for. Nothing of the library runs before that.
 #pragma once
 
 #include <functional>
@@ -9,6 +10,7 @@
 
 #include <CLI/CLI.hpp>
 
+// What the command line has chosen; its result is the exit status.
 typedef std::function<int()> Command;
 
 void AddWrapCommand(CLI::App *app, Command *chosen);
@@ -22,12 +24,14 @@ void AddEmailCommand(CLI::App *app, Command *chosen);
 void AddConvertCommand(CLI::App *app, Command *chosen);
 void AddRecodeCommand(CLI::App *app, Command *chosen);
 
+// The worse of two is the greater one. Not done: something in the input could not be done, and
+// standard error says what.
 enum ExitStatus { kDone = 0, kNotDone = 1, kWrongUsage = 2 };
 
 // A part of the input: whole lines, or a piece of a long one.
 struct TextPart {
-    std::string_view text;
-    size_t line, column;  // of its first character, from 1; columns in characters
+    std::string_view text;  // UTF-8 as it came; the reader's, valid while the worker runs
+    size_t line, column;    // of its first character, from 1; columns in characters
 };
 
 // The text of a part without the byte order mark that some editors write in front of a file.

@@ -1,4 +1,5 @@
-// orvel dict: the user's own words.
+// orvel dict: the user's own words. They stand in UserDict.dat, which the companion keeps; here
+// words become internal code and results become sentences.
 #include "codes.h"
 #include "commands.h"
 #include "messages.h"

@@ -1,4 +1,5 @@
-// orvel email: Lao as ASCII, for where nothing else gets through, and back.
+// orvel email: Lao as ASCII, for where nothing else gets through, and back. Both ways are one road
+// with another operation.
 #include "commands.h"
 #include "key_text.h"
 #include "messages.h"

@@ -1,4 +1,6 @@
-// Files and standard streams of the command: bytes as they are, on every system.
+// Files and standard streams of the command: bytes as they are, on every system. The commands hand
+// a worker to ProcessParts or ProcessLines; here the files are opened, read in pieces, and what the
+// worker makes of each piece is written at once, so that a pipe goes on while the input does.
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -44,6 +46,8 @@ static int WorkByLine(TextPart part, const PartWorker &work, std::string *output
     return worst;
 }
 
+// Many lines at once are faster, but a message about them could not name the line. So a part that
+// brings one is done again line by line; the library gives the same for the same text.
 static int WorkByPart(const TextPart &part, const PartWorker &work, std::string *output)
 {
     int status = work(part, output);

@@ -1,4 +1,5 @@
-// orvel fonts: the list of registered Lao fonts.
+// orvel fonts: the list of registered Lao fonts, which LaoFonts.dat keeps. What the library would
+// refuse without a word is checked first, so that the person hears why.
 #include "commands.h"
 #include "font_codes.h"
 #include "messages.h"
@@ -9,10 +10,13 @@
 constexpr int kNameSize = 37, kMostFonts = 127;
 constexpr char kNameRule[] = "a font's name has 1 to 36 bytes, no comma and no blanks around it";
 
+// What the command line says of a font; the defaults are those of a new one.
 struct FontSettings {
-    std::string name, substitute, code = "Unicode", extended;
-    int scale = 100;
-    bool isPrivate = false, setsSubstitute = false, setsScale = false;
+    std::string name, substitute, code = "Unicode";
+    std::string extended;    // of `set`: "yes", "no", or empty where it stays
+    int scale = 100;         // of the substitute, in percent
+    bool isPrivate = false;  // of `add`: it has the private-use characters
+    bool setsSubstitute = false, setsScale = false;
 };
 
 static int ListFonts()
@@ -43,6 +47,7 @@ static bool CanBeStored(const std::string &name)
     return !hasEdges && name.find_first_of(",\r\n\x1A") == name.npos && name.size() < kNameSize;
 }
 
+// The list is read by the start, so the lock comes first.
 static bool StartToChange()
 {
     LockSettings();

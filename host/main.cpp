@@ -1,5 +1,5 @@
 // The command orvel: the library for people and pipes. The command line is read here; each
-// subcommand has a file.
+// subcommand has a file of its own, NAME_command.cpp. All text is UTF-8 on both targets.
 #include "commands.h"
 #include "messages.h"
 #include "runtime.h"

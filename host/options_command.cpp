@@ -1,4 +1,5 @@
-// orvel options: shows and sets the options of the library by readable names.
+// orvel options: shows and sets the options of the library by readable names. An option is a row of
+// kOptions; all else works through the rows.
 #include <algorithm>
 #include <charconv>
 
@@ -14,9 +15,9 @@ struct OptionValue {
 };
 
 struct OptionName {
-    const char *name, *letter;
-    bool isSet;                       // values are bits, written between commas
-    std::vector<OptionValue> values;  // none: any number
+    const char *name, *letter;        // the letter is the library's name for it
+    bool isSet;                       // values are bits, written with commas between them
+    std::vector<OptionValue> values;  // empty: any number
 };
 
 static const std::vector<OptionName> kOptions = {

@@ -9,9 +9,12 @@
 
 #include "utf8.h"
 
+// In bytes. A piece ends behind a line where it can, however short; the first size is where it may
+// end elsewhere, the second where bytes that are no UTF-8 at all may be cut too: they could be a
+// text in an old font, without any ASCII, but no such text is so long.
 constexpr size_t kPieceSize = 64 * 1024;
-constexpr size_t kLongestText = 1024 * 1024;  // in a font of whatever code, without any ASCII
-constexpr size_t kCharacterSize = 4;          // the last bytes may be half of a character
+constexpr size_t kLongestText = 1024 * 1024;
+constexpr size_t kCharacterSize = 4;  // the last bytes may be half of a character
 
 PieceReader StartReading(int file)
 {
@@ -70,7 +73,7 @@ static size_t FindRunEnd(std::string_view text)
     return 0;
 }
 
-// 0: more must be read.
+// Bytes of the next piece; 0: more must be read before one can end.
 static size_t FindPieceEnd(const PieceReader &reader)
 {
     std::string_view text = reader.buffer;
@@ -82,6 +85,7 @@ static size_t FindPieceEnd(const PieceReader &reader)
     return text.size() < kPieceSize ? 0 : FindRunEnd(text);
 }
 
+// Moves line and column behind a piece that was given out.
 static void PassPiece(PieceReader *reader, std::string_view given)
 {
     size_t lineEnd = given.rfind('\n');

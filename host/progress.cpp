@@ -7,10 +7,10 @@
 #include <unistd.h>
 
 constexpr unsigned long long kShortWork = 16 << 20;  // bytes that are done before anyone waits
-constexpr int kBarWidth = 40;
+constexpr int kBarWidth = 40;                        // characters between the brackets
 
 struct BarState {
-    bool isShown;
+    bool isShown;  // the terminal's last line is the bar
 };
 static BarState gBar;
 

@@ -1,14 +1,15 @@
-// A bar on a terminal for long work: how much of a file is done. Nothing shows where standard error
-// is no terminal or where the work is short. One bar shows at a time.
+// A bar on a terminal for long work: how much of a file is done. files.cpp and convert_command.cpp
+// tell it how far they are. Nothing shows where standard error is no terminal or where the work is
+// short, so that pipes and log files stay clean. One bar shows at a time.
 #pragma once
 
 #include <cstddef>
 #include <string>
 
 struct Progress {
-    std::string name;
-    unsigned long long total, done;  // bytes; 0 in all: unknown, no bar
-    int shown;                       // percent, -1 before the first
+    std::string name;                // of the file, as it is shown
+    unsigned long long total, done;  // bytes; a total of 0 is unknown: there is no bar
+    int shown;                       // percent of the bar on the screen, -1 before the first
 };
 
 // The work on an open file, told in bytes or in percent. There is no bar either where writesOutput

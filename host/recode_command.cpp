@@ -1,4 +1,5 @@
-// orvel recode: text between the encodings of the old fonts, and UTF-8.
+// orvel recode: text between the encodings of the old fonts, and UTF-8. Everything goes by way of
+// the internal code, as in the library; what has no place becomes "?" and is counted.
 #include <algorithm>
 #include <cstring>
 

@@ -1,4 +1,5 @@
-// orvel romanize: Lao text in Latin letters.
+// orvel romanize: Lao text in Latin letters, line by line, since a repeat sign gives the last
+// syllable of its own line again. Settings that the person gives hold for this run alone.
 #include <map>
 
 #include "commands.h"

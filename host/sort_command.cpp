@@ -1,4 +1,5 @@
-// orvel sort: lines in Lao order, by keys of the library.
+// orvel sort: lines in Lao order. All lines are read, each gets the library's sort key, and the
+// order of the keys' bytes is the order of the lines: the one that any other host gets.
 #include <algorithm>
 #include <unordered_set>
 
@@ -20,8 +21,8 @@ struct SortSettings {
 struct SortLine {
     std::string key;  // bytes, as the library gives them to any host: their order is the order
     std::string line;
-    const std::string *file;  // where it comes from
-    size_t number;
+    const std::string *file;  // where it comes from; one of the set that RunSort keeps
+    size_t number;            // of the line there, from 1
 };
 
 // What makes keys: the library's operation and what it is asked with.

@@ -1,4 +1,5 @@
-// orvel wrap: writes break marks into Lao text and leaves every other byte as it came.
+// orvel wrap: writes break marks into Lao text and leaves every other byte as it came. The library
+// says where chunks begin; the text itself never goes through it.
 #include <map>
 
 #include "commands.h"
@@ -7,11 +8,12 @@
 #include "utf8.h"
 
 struct WrapSettings {
-    std::string by;
+    std::string by;  // a name of kModes
     std::string mark{kZeroWidthSpace};
     std::vector<std::string> files;
 };
 
+// Flags of DivideText; without one the user's option decides.
 static const std::map<std::string, DWORD> kModes = {
     {"", 0}, {"syllable", kSyllableBreaks}, {"word", kWordBreaks}, {"both", kBothBreaks}};
 
