@@ -11,7 +11,7 @@
 #include "libxml2_copy.h"
 #include "orvel.h"
 #include "session.h"
-#include "support/document.h"
+#include "documents/document.h"
 #include "xml_output.h"
 
 constexpr size_t kDocumentSize = 50'000'000;
@@ -92,11 +92,12 @@ static void RunRewrite(benchmark::State &state, const std::string &name, Rewrite
         state.SkipWithError("the result isn't the document that it has to be");
 }
 
-static void WINAPI IgnorePercent(DWORD) {}
+static void WINAPI IgnorePercent(void *, DWORD) {}
 
 static void ConvertByOrvel(const char *source, const char *destination)
 {
     DocumentJob job = {};
+    job.size = sizeof job;
     job.source = source;
     job.destination = destination;
     job.showPercent = IgnorePercent;

@@ -106,7 +106,7 @@ static std::string ExplainFailure(DWORD failure, const DocumentJob &job)
 
 // ---- the work on one document ----
 
-static void WINAPI HearPercent(DWORD percent)
+static void WINAPI HearPercent(void *, DWORD percent)
 {
     ShowProgress(&gConvert.progress, int(percent));
 }
@@ -137,6 +137,7 @@ static DWORD RunJob(DocumentJob *job)
 static DocumentJob JobFor(const ConvertSettings &settings, const std::string &source)
 {
     DocumentJob job = {};
+    job.size = sizeof job;
     job.source = source.c_str();
     job.fontMap = settings.hasMap ? settings.map.c_str() : nullptr;
     return job;

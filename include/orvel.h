@@ -378,17 +378,41 @@ int WINAPI CloseOrvelMeter(void);
 
 /* ---- Documents ---- */
 
+/* Why a conversion failed. Users quote these numbers, so none ever changes its meaning. Those from
+ * 891 to 920 and 1004 to 1006 come without a box. */
+enum ConversionFailure {
+    kConverted = 0,
+    kFailValueQuotes = 232,     /* a value isn't in double quotes; comes out as kFailAttributes */
+    kFailTagMemory = 250,       /* no memory for a tag */
+    kFailTagName = 259,         /* a tag's name is empty or longer than 63 bytes */
+    kFailAttributes = 269,      /* the attributes of a tag can't be read */
+    kFailAttributeMemory = 274, /* no memory for a tag's attributes */
+    kFailAttributeName = 279,   /* an attribute's name is empty or longer than 63 bytes */
+    kFailValueMemory = 288,     /* no memory for an attribute's value */
+    kFailAddedAttribute = 473,  /* no memory to add an attribute, and no memory for its value: */
+    kFailAddedValue = 478,      /* both come out as one of the three behind the next */
+    kFailStyleMemory = 506,     /* no memory for the fonts of a style */
+    kFailStyleFonts = 509,      /* no memory at the fonts of a style, of a paragraph, of a run */
+    kFailParagraphFonts = 514,
+    kFailRunFonts = 519,
+    kFailStart = 891,    /* the library can't be started */
+    kFailNoPath = 920,   /* a path is null */
+    kFailOpen = 926,     /* a file can't be opened, or both are one */
+    kFailMemory = 938,   /* no memory for the buffers or the styles */
+    kFailCutTag = 1000,  /* the document ends inside a tag */
+    kFailText = 1001,    /* a text can't be converted */
+    kFailWrite = 1002,   /* the new file can't be written */
+    kFailFontMap = 1003, /* the font map of a job can't be read or has no row */
+    kFailBusy = 1004,    /* a conversion is running */
+    kFailJobSize = 1005, /* a job's size field isn't the size of this library's record */
+    kFailStopped = 1006  /* the job's shallStop said so */
+};
+
 /* Converts a WordprocessingML 2003 document from legacy Lao fonts to Unicode text and Unicode
  * fonts, by FontList.ini of the data folder where that is there, else by the built-in font map.
  * Paths are in the system's code page. The new file takes its place when it is whole; on a failure
  * the old one stays. A meter shows the progress; its Cancel changes nothing. Notes and failures are
- * shown in a box. 0 done, also with notes; else the number of the failure:
- * - 891 the library can't be started, 920 a null path, 1004 a conversion is running (all three
- *   without a box);
- * - 926 a file can't be opened, or both are one;
- * - 232 to 288 a tag that can't be read, 473 to 519 and 938 no memory;
- * - 1000 the document ends inside a tag, 1001 a text can't be converted, 1002 the new file can't be
- *   written, 1003 the font map of a job can't be read or has no row. */
+ * shown in a box. kConverted, also with notes, or why it failed. */
 DWORD WINAPI ConvertFile(const char *source, const char *destination);
 
 /* A font of a document's text, and how many characters are set in it. */
@@ -398,18 +422,23 @@ typedef struct DocumentFont {
     DWORD characters;
 } DocumentFont;
 
-/* A conversion with what ConvertFile leaves to the library. Null or 0 where nothing is wanted. */
+/* A conversion with what ConvertFile leaves to the library. Null or 0 where nothing is wanted. The
+ * host owns all of it, and must not start another conversion in a callback. */
 typedef struct DocumentJob {
-    const char *source, *destination,
-        *fontMap;                             /* UTF-8 paths; font map: a file like FontList.ini */
-    void(WINAPI *showPercent)(DWORD percent); /* hears rising percentages in place of the meter */
+    DWORD size;              /* sizeof(DocumentJob), so that a later library knows which record it is */
+    const char *source;      /* UTF-8 path */
+    const char *destination; /* UTF-8 path; null: nothing is written, the fonts are counted */
+    const char *fontMap;     /* UTF-8 path of a file like FontList.ini */
+    void *context;           /* the first argument of both callbacks */
+    void(WINAPI *showPercent)(void *context, DWORD percent); /* hears rising percentages in place of
+                                                                the meter */
+    int(WINAPI *shallStop)(void *context); /* asked often; nonzero stops, and the old file stays */
     DocumentFont *fonts; /* receives the fonts of the text, in order of their first use */
     DWORD fontRoom;      /* how many have room; those that come later are left out */
     DWORD fontCount;     /* receives their number */
 } DocumentJob;
 
-/* Does a job. Without a destination nothing is written: the document is read, its fonts are
- * counted. Results and boxes as from ConvertFile. */
+/* Does a job. Results and boxes as from ConvertFile. */
 DWORD WINAPI ConvertDocument(DocumentJob *job);
 
 #ifdef __cplusplus

@@ -1,4 +1,6 @@
-// Sets of bytes that end a name.
+// Sets of bytes, for the ends of names in tags. The tag parser and the fast road of tags use them:
+// one look into a table for each byte, and no second test for the end of the text, since the
+// terminator is in every set.
 #pragma once
 
 #include <cstddef>
@@ -6,10 +8,10 @@
 #include <string_view>
 
 struct ByteSet {
-    bool has[256];
+    bool has[256];  // by the byte's value
 };
 
-// These bytes and the terminator.
+// The set of these bytes and the terminator.
 constexpr ByteSet SetOf(std::string_view bytes)
 {
     ByteSet set = {};
@@ -19,7 +21,7 @@ constexpr ByteSet SetOf(std::string_view bytes)
     return set;
 }
 
-// Bytes in front of the first one that is in the set.
+// Number of bytes in front of the first one that is in the set. The text has to hold one.
 inline size_t LengthUpTo(const char *text, const ByteSet &ends)
 {
     size_t length = 0;

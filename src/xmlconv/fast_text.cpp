@@ -1,35 +1,23 @@
-// The memory of characters. Bytes of a legacy font stand in a document as the characters that they
-// are in code page 1252, which all lie in the ranges below.
+// The memory of characters at work. No character is decoded here: the bits that tell characters of a
+// range apart are the index, and the result is copied as bytes.
 #include "xmlconv/fast_text.h"
 
+#include <cassert>
 #include <cstring>
 #include <iterator>
 
 #include "frame/strings.h"
 
-constexpr size_t kLongestResult = 6;  // bytes: two code units of three
+constexpr size_t kLongestResult = 6;  // bytes: two code units of three each
+static_assert(sizeof(KnownText) == 8 && kLongestResult < sizeof(KnownText));
 
-struct KnownText {
-    char bytes[7];
-    uint8_t length;  // 0: not asked yet
-};
-
-// By the bits of a character's UTF-8 behind its range.
-struct KnownCharacters {
-    KnownText one[0x80];     // U+0000 on
-    KnownText two[0x800];    // U+0000 on, from U+0080 used
-    KnownText three[0x200];  // U+2000 on
-    KnownText lao[0x80];     // U+0E80 on, which some put under legacy fonts
-};
-static KnownCharacters gKnown[4];  // by kind of conversion
-
-// All types without a translation are alike.
-static KnownCharacters *KnownOfType(int type)
+static KnownCharacters *KnownOfType(TextMemory *memory, int type)
 {
-    return &gKnown[type == 0 || type == 2 || type == 3 ? type : 1];
+    return &memory->ofType[type == 0 || type == 2 || type == 3 ? type : 1];
 }
 
-// A character's place in the memory and its length in bytes; none outside of the ranges.
+// A character's place in the memory and its length in bytes; null outside of the ranges, and where
+// the bytes are no whole character.
 static KnownText *FindCharacter(KnownCharacters *known, const uint8_t *text, size_t left,
                                 size_t *length)
 {
@@ -50,25 +38,28 @@ static KnownText *FindCharacter(KnownCharacters *known, const uint8_t *text, siz
 }
 
 // A result that can't be had stays unknown.
-static void AskCharacter(KnownText *known, const uint8_t *text, size_t length,
+static void AskCharacter(KnownText *known, const char *text, size_t length,
                          const FontMapEntry &entry)
 {
     char bytes[16] = {};
     WCHAR wide[std::size(bytes)];
-    memcpy(bytes, text, length);
-    long converted = ConvertTextNode({bytes, wide, sizeof bytes}, length, entry);
+    long converted = ConvertTextNode({bytes, wide, sizeof bytes}, text, length, entry);
     if (converted < 1 || converted > long(kLongestResult))
         return;
     memcpy(known->bytes, bytes, size_t(converted));
     known->length = uint8_t(converted);
 }
 
-size_t ConvertTextFast(const TextRoom &room, const char *text, size_t length,
+// The room is measured once, for the longest result of each byte: no character has to be checked.
+// The record behind the last result is copied whole, so one of them is left free at the end.
+size_t ConvertTextFast(TextMemory *memory, const TextRoom &room, const char *text, size_t length,
                        const FontMapEntry &entry)
 {
+    if (room.size < sizeof(KnownText))
+        return 0;
     if (length > (room.size - sizeof(KnownText)) / kLongestResult)
         return 0;
-    KnownCharacters *characters = KnownOfType(entry.conversionType);
+    KnownCharacters *characters = KnownOfType(memory, entry.conversionType);
     const uint8_t *next = AsBytes(text), *end = next + length;
     char *output = room.text;
     for (size_t size; next < end; next += size) {
@@ -76,11 +67,12 @@ size_t ConvertTextFast(const TextRoom &room, const char *text, size_t length,
         if (!known)
             return 0;
         if (!known->length)
-            AskCharacter(known, next, size, entry);
+            AskCharacter(known, reinterpret_cast<const char *>(next), size, entry);
         if (!known->length)
             return 0;
         memcpy(output, known, sizeof *known);  // the length behind the bytes is overwritten or cut
         output += known->length;
     }
+    assert(size_t(output - room.text) <= room.size - sizeof(KnownText));
     return size_t(output - room.text);
 }

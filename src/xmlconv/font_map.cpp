@@ -1,6 +1,11 @@
-// The font map: reading FontList.ini, and the questions of the style tracker and the tag writer.
+// The font map: reading its file, and the questions of the style tracker and the tag writer. A map
+// is small and asked for each text, so it is searched from the top, and what was found for a name
+// is remembered.
 #include "xmlconv/font_map.h"
 
+#include <windows.h>
+
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -11,28 +16,15 @@
 #include "runtime.h"
 #include "xmlconv/font_map_table.h"
 
-enum { kLineSize = 255 };
+enum { kLineSize = 255 };  // bytes, terminator included; a longer line counts as several
 
-// The row that was found for a name. A document asks for few names over and over.
-struct FoundName {
-    char name[kMapNameSize];  // empty: none yet
-    const FontMapEntry *entry;
-};
-enum { kFoundNames = 16 };
-
-struct FontMap {
-    FontMapEntry *loaded;      // rows of a file, none: the built-in ones
-    const FontMapEntry *rows;  // in force
-    int count;
-    FoundName found[kFoundNames];
-};
-static FontMap gFontMap;
-
+// Tags and attributes that name fonts. Any attribute of the second list
+// counts on any tag of the first.
 constexpr std::string_view kFontTags[] = {"w:defaultFonts", "w:font", "w:rFonts", "wx:font"};
 constexpr std::string_view kFontAttributes[] = {"w:name",   "w:ascii", "w:fareast",
                                                 "w:h-ansi", "w:cs",    "wx:val"};
 
-// The next field of a line, trimmed; commas in a row count as one. None behind the last field.
+// The next field of a line, trimmed; commas in a row count as one. Null behind the last field.
 static char *TakeField(char **line)
 {
     *line += strspn(*line, ",");
@@ -45,6 +37,30 @@ static char *TakeField(char **line)
     return TrimSpaces(field);
 }
 
+// Cuts a last character that is there in part, as CopyCut leaves it at the end of its room.
+static void DropPartOfCharacter(char *text)
+{
+    size_t end = strlen(text), start = end;
+    while (start > 0 && (text[start - 1] & 0xC0) == 0x80)
+        --start;
+    uint8_t lead = start > 0 ? uint8_t(text[start - 1]) : 0;
+    size_t follow = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
+    if (end - start < follow)
+        text[start - 1] = 0;
+}
+
+// What no XML document can hold, however it is written: bytes that aren't UTF-8, control characters
+// and the two characters that are none.
+static bool CanStandInDocument(const char *name)
+{
+    WCHAR wide[kMapNameSize];
+    int count = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, name, -1, wide, kMapNameSize);
+    bool holds = count > 0;
+    for (int i = 0; i < count - 1; ++i)
+        holds = holds && wide[i] >= ' ' && wide[i] < 0xFFFE;
+    return holds;
+}
+
 static bool ReadRow(char *line, FontMapEntry *row)
 {
     char *legacy = TakeField(&line), *type = TakeField(&line), *unicode = TakeField(&line);
@@ -53,7 +69,9 @@ static bool ReadRow(char *line, FontMapEntry *row)
     CopyCut(row->legacyName, sizeof row->legacyName, legacy);
     row->conversionType = int(strtol(type, nullptr, 10));
     CopyCut(row->unicodeName, sizeof row->unicodeName, unicode);
-    return true;
+    if (strlen(unicode) >= sizeof row->unicodeName)
+        DropPartOfCharacter(row->unicodeName);
+    return CanStandInDocument(row->unicodeName);
 }
 
 // Some editors write a byte order mark in front of a text.
@@ -84,60 +102,62 @@ static int ReadRows(FILE *file, FontMapEntry **rows)
     return count;
 }
 
-int ReadFontMap(FILE *file)
+int ReadFontMap(FontMap *map, FILE *file)
 {
-    FreeFontMap();
+    FreeFontMap(map);
     if (!file)
         return 0;
-    int count = ReadRows(file, &gFontMap.loaded);
+    int count = ReadRows(file, &map->loaded);
     fclose(file);
     if (count <= 0) {
-        FreeFontMap();
+        FreeFontMap(map);
         return count;
     }
-    gFontMap.rows = gFontMap.loaded;
-    gFontMap.count = count;
+    map->rows = map->loaded;
+    map->count = count;
     return count;
 }
 
-int LoadFontMap()
+int LoadFontMap(FontMap *map)
 {
     const char *path = DataFilePath("FontList.ini");
-    int count = ReadFontMap(path ? OpenDataFile(path, "rt") : nullptr);
+    int count = ReadFontMap(map, path ? OpenDataFile(path, "rt") : nullptr);
     if (count < 0)  // the conversion runs without legacy fonts
         return 0;
     if (count == 0) {  // no file, or not one row in it
-        gFontMap.rows = kBuiltInFontMap;
-        gFontMap.count = int(std::size(kBuiltInFontMap));
+        map->rows = kBuiltInFontMap;
+        map->count = int(std::size(kBuiltInFontMap));
     }
-    return gFontMap.count;
+    return map->count;
 }
 
-void FreeFontMap()
+void FreeFontMap(FontMap *map)
 {
-    free(gFontMap.loaded);
-    gFontMap = {};
+    free(map->loaded);
+    *map = {};
 }
 
-static const FontMapEntry *SearchRows(const char *name)
+static const FontMapEntry *SearchRows(const FontMap *map, const char *name)
 {
-    for (int i = 0; i < gFontMap.count; ++i)
-        if (EqualNoCase(gFontMap.rows[i].legacyName, name))
-            return &gFontMap.rows[i];
+    assert(map->rows || map->count == 0);
+    for (int i = 0; i < map->count; ++i)
+        if (EqualNoCase(map->rows[i].legacyName, name))
+            return &map->rows[i];
     return nullptr;
 }
 
-const FontMapEntry *FindFontMapEntry(const char *name)
+// Names that share a place in the memory push each other out; that costs time and nothing else.
+const FontMapEntry *FindFontMapEntry(FontMap *map, const char *name)
 {
     size_t length = name ? strlen(name) : 0;
     if (!name || length >= kMapNameSize)
         return nullptr;  // no row has such a name
     if (length == 0)
-        return SearchRows(name);
-    FoundName *found = &gFontMap.found[(length + uint8_t(name[length - 1])) % kFoundNames];
+        return SearchRows(map, name);
+    FoundName *found = &map->found[(length + uint8_t(name[length - 1])) % kFoundNames];
     if (strcmp(found->name, name) != 0) {
         strcpy(found->name, name);
-        found->entry = SearchRows(name);
+        found->entry = SearchRows(map, name);
     }
     return found->entry;
 }
@@ -155,12 +175,11 @@ bool IsFontTag(std::string_view name)
     return IsAmong(kFontTags, std::size(kFontTags), name);
 }
 
-const char *RenameFontAttribute(const TagRecord *tag, const TagAttribute *attribute,
-                                const char *value)
+const FontMapEntry *FindRenamedFont(FontMap *map, const TagRecord *tag,
+                                    const TagAttribute *attribute)
 {
-    if (!IsFontTag(tag->name) || !IsAmong(kFontAttributes, std::size(kFontAttributes),
-                                          {attribute->name, attribute->nameLength}))
-        return value;
-    const FontMapEntry *entry = FindFontMapEntry(value);
-    return entry ? entry->unicodeName : value;
+    bool namesFont = IsFontTag(tag->name) &&
+                     IsAmong(kFontAttributes, std::size(kFontAttributes),
+                             {attribute->name, attribute->nameLength});
+    return namesFont ? FindFontMapEntry(map, attribute->value) : nullptr;
 }

@@ -1,5 +1,6 @@
-// The font map of the document converter: legacy fonts, the code each uses, and the Unicode fonts
-// that replace them. It comes from FontList.ini of the data folder, or is the built-in one.
+// The font map of a conversion: legacy fonts, the code each uses, and the Unicode fonts that replace
+// them. The driver fills it, the style tracker asks it which text is legacy text, the tag writer
+// which names to replace. It comes from a file, or is the built-in one; the two are never merged.
 #pragma once
 
 #include <cstdio>
@@ -7,31 +8,45 @@
 
 #include "xmlconv/tag.h"
 
-enum { kMapNameSize = 64 };
+enum { kMapNameSize = 64 };  // terminator included
 
 struct FontMapEntry {
-    char legacyName[kMapNameSize];
-    int conversionType;
-    char unicodeName[kMapNameSize];
+    char legacyName[kMapNameSize];  // as a document has it between the quotes
+    int conversionType;             // the font's code: see docs/font-map.md
+    char unicodeName[kMapNameSize]; // well-formed UTF-8 without control characters, nothing escaped
+};
+
+// The row that was found for a name. A document asks for few names over and over.
+struct FoundName {
+    char name[kMapNameSize];    // empty: no name yet
+    const FontMapEntry *entry;  // null: no row has the name
+};
+enum { kFoundNames = 16 };
+
+struct FontMap {
+    FontMapEntry *loaded;      // owned: rows of a file; null: the built-in ones are in force
+    const FontMapEntry *rows;  // those in force; null in a zeroed map, in which nothing is found
+    int count;                 // of rows
+    FoundName found[kFoundNames];
 };
 
 // Puts the rows of FontList.ini or the built-in ones in force: their number; 0 without memory.
-// Outside of a conversion no row is in force.
-int LoadFontMap();
+int LoadFontMap(FontMap *map);
 
-// Puts the rows of a file in force and closes it: their number; 0 when it has none or there is no
-// file, -1 without memory.
-int ReadFontMap(FILE *file);
+// Puts the rows of a file in force and closes it: their number; 0 when it has none or the file is
+// null, -1 without memory.
+int ReadFontMap(FontMap *map, FILE *file);
 
-void FreeFontMap();
+// Leaves a zeroed map.
+void FreeFontMap(FontMap *map);
 
-// The first row of a legacy font, without regard to case, or none. name may be none.
-const FontMapEntry *FindFontMapEntry(const char *name);
+// The first row of a legacy font, without regard to case, or null. name may be null.
+const FontMapEntry *FindFontMapEntry(FontMap *map, const char *name);
 
 // Whether a tag of this name has attributes that name fonts, in whatever capitals.
 bool IsFontTag(std::string_view name);
 
-// The text to write for an attribute's value: the Unicode font where it names a legacy one in a
-// place that names fonts, else value.
-const char *RenameFontAttribute(const TagRecord *tag, const TagAttribute *attribute,
-                                const char *value);
+// The row that replaces an attribute's value: where the attribute names a legacy font in a place
+// that names fonts; else null, and the value stays.
+const FontMapEntry *FindRenamedFont(FontMap *map, const TagRecord *tag,
+                                    const TagAttribute *attribute);

@@ -1,19 +1,20 @@
 // The fast road of tags. It takes what the parser would accept and the writer give back byte for
-// byte; whatever is doubtful goes to them.
+// byte; whatever is doubtful goes to them. Nothing bounds the walks over a tag but the sets of
+// bytes: the closing bracket, which is the tag's last byte, is in each of them.
 #include "xmlconv/normal_tag.h"
 
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 
 #include "xmlconv/byte_set.h"
-#include "xmlconv/font_map.h"
-#include "xmlconv/styles.h"
 #include "xmlconv/tag_writer.h"
 
-// Bytes that end a name, or make a tag one for the parser. The closing bracket is the last of them.
+// Bytes that end a name, or make a tag one for the parser. The bracket has to be among them.
 constexpr ByteSet kNameEnds = SetOf(" \t\n\v\f\r/=?>");
 
-// Behind an attribute with its value, none where it isn't in normal form.
+// The place behind an attribute with its value; null where it isn't in normal form. A zero byte in
+// the value would end the tag for the parser.
 static const char *SkipAttribute(const char *text, const char *end)
 {
     size_t nameLength = LengthUpTo(text, kNameEnds);
@@ -30,7 +31,8 @@ static const char *SkipAttribute(const char *text, const char *end)
 
 size_t NormalTagName(const char *source, size_t length)
 {
-    const char *end = source + length - 1;  // the closing bracket
+    const char *end = source + length - 1;
+    assert(length >= 2 && *source == '<' && *end == '>');
     const char *name = source + 1 + (source[1] == '/');
     size_t mark = *name == '?';
     size_t nameLength = mark + LengthUpTo(name + mark, kNameEnds);
@@ -48,19 +50,23 @@ size_t NormalTagName(const char *source, size_t length)
     return text == end ? nameLength : 0;
 }
 
+// As the parser leaves it, without the attributes: of open tags only names are asked. Null without
+// memory.
 static TagRecord *OpenTag(std::string_view name, TagRecord *parent)
 {
     TagRecord *tag = static_cast<TagRecord *>(calloc(1, sizeof(TagRecord)));
     if (!tag)
         return nullptr;
+    assert(name.size() < sizeof tag->name);
     memcpy(tag->name, name.data(), name.size());
     tag->parent = parent;
     return tag;
 }
 
-static bool FollowOpeningTag(TagRecord **current, std::string_view name, bool isSelfClosing)
+static bool FollowOpeningTag(Conversion *conversion, TagRecord **current, std::string_view name,
+                             bool isSelfClosing)
 {
-    if (IsFontTag(name) || !TrackTagName(name))
+    if (IsFontTag(name) || !TrackTagName(conversion, name))
         return false;
     if (isSelfClosing)
         return true;
@@ -71,7 +77,8 @@ static bool FollowOpeningTag(TagRecord **current, std::string_view name, bool is
     return true;
 }
 
-bool FollowNormalTag(TagRecord **current, const char *source, size_t length)
+bool FollowNormalTag(Conversion *conversion, TagRecord **current, const char *source,
+                     size_t length)
 {
     size_t nameLength = NormalTagName(source, length);
     bool isClosing = source[1] == '/';
@@ -79,7 +86,7 @@ bool FollowNormalTag(TagRecord **current, const char *source, size_t length)
     if (!nameLength || (isClosing && isSelfClosing))
         return false;
     if (!isClosing)
-        return FollowOpeningTag(current, {source + 1, nameLength}, isSelfClosing);
+        return FollowOpeningTag(conversion, current, {source + 1, nameLength}, isSelfClosing);
     *current = PopTag(*current);
     return true;
 }

@@ -1,15 +1,14 @@
-// The input of a conversion.
+// The input of a conversion: one block, filled anew when all of it was given out.
 #include "xmlconv/reader.h"
 
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 
-#include "runtime.h"
-
-int StartReading(DocumentReader *reader, FILE *file, size_t blockSize)
+int StartReading(DocumentReader *reader, const DocumentSource &source, size_t blockSize)
 {
     *reader = {};
-    reader->file = file;
+    reader->source = source;
     reader->size = blockSize;
     reader->block = static_cast<char *>(malloc(blockSize));
     return reader->block != nullptr;
@@ -26,7 +25,8 @@ static bool HasBytes(DocumentReader *reader)
     if (!IsBlockUsed(reader))
         return true;
     reader->used = 0;
-    reader->filled = ReadDocument(reader->file, reader->block, reader->size);
+    reader->filled = reader->source.read(reader->source.context, reader->block, reader->size);
+    assert(reader->filled <= reader->size);
     return reader->filled > 0;
 }
 
@@ -44,7 +44,7 @@ size_t PieceInBlock(const DocumentReader *reader, char stop)
 
 PieceEnd ReadPiece(DocumentReader *reader, char stop, char *buffer, size_t limit, size_t *length)
 {
-    *length = 0;
+    assert(*length <= limit);
     while (HasBytes(reader)) {
         const char *from = PlaceInBlock(reader);
         size_t left = reader->filled - reader->used;

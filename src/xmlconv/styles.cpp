@@ -1,33 +1,26 @@
 // Style tracking. The order of the search for a font is that of word processors of the format's
 // time: what a run says itself, its style, its paragraph's style, the paragraph's own fonts, the
-// style "Normal".
+// style "Normal". Each tag that says something of it has a row in the table of tracked tags; the
+// operations of the rows stand above it.
 #include "xmlconv/styles.h"
 
+#include <cassert>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
 
 #include "frame/strings.h"
-#include "xmlconv/report.h"
+#include "xmlconv/conversion.h"
 
-enum { kFirstCapacity = 256 };
+// ---- the table of styles ----
 
-StyleState gStyles = {.table = nullptr,
-                      .index = nullptr,
-                      .capacity = kFirstCapacity,
-                      .last = -1,
-                      .normal = nullptr,
-                      .paragraph = nullptr,
-                      .run = nullptr,
-                      .paragraphFonts = {},
-                      .runFonts = {},
-                      .activeParagraphFonts = nullptr,
-                      .activeRunFonts = nullptr};
+constexpr int kMostStyles = INT_MAX / 32;  // the bytes of an index still fit a 32-bit size
 
-// Twice as many slots as styles, so that a search is short.
-static size_t IndexSize()
+// Twice as many slots as styles: a search is short, and always ends at a free slot.
+static size_t IndexSize(int capacity)
 {
-    return 2 * size_t(gStyles.capacity);
+    return 2 * size_t(capacity);
 }
 
 static size_t HashNoCase(std::string_view name)
@@ -38,58 +31,112 @@ static size_t HashNoCase(std::string_view name)
     return hash;
 }
 
-int StartStyles()
+// An index without a style; null without memory.
+static int *NewIndex(int capacity)
 {
-    int capacity = gStyles.capacity;
-    FreeStyles();
-    gStyles = {};
-    gStyles.last = -1;
-    gStyles.capacity = capacity;
-    gStyles.table = static_cast<StyleRecord *>(calloc(size_t(capacity), sizeof(StyleRecord)));
-    gStyles.index = static_cast<StyleRecord **>(calloc(IndexSize(), sizeof(StyleRecord *)));
-    return gStyles.table && gStyles.index;
+    int *index = static_cast<int *>(malloc(IndexSize(capacity) * sizeof(int)));
+    for (size_t i = 0; index && i < IndexSize(capacity); ++i)
+        index[i] = kNoStyle;
+    return index;
 }
 
-void FreeStyles()
+int StartStyles(StyleState *styles, int capacity)
 {
-    for (int i = 0; i <= gStyles.last; ++i)
-        free(gStyles.table[i].fonts);
-    free(gStyles.table);
-    free(gStyles.index);
-    gStyles.table = nullptr;
-    gStyles.index = nullptr;
-    gStyles.last = -1;
+    assert(capacity > 0);
+    *styles = {};
+    styles->last = styles->normal = kNoStyle;
+    styles->capacity = capacity;
+    styles->table = static_cast<StyleRecord *>(calloc(size_t(capacity), sizeof(StyleRecord)));
+    styles->index = NewIndex(capacity);
+    ResetTextState(styles);
+    return styles->table && styles->index;
+}
+
+void FreeStyles(StyleState *styles)
+{
+    for (int i = 0; styles->table && i <= styles->last; ++i)
+        free(styles->table[i].fonts);
+    free(styles->table);
+    free(styles->index);
+    *styles = {};
+}
+
+void ResetTextState(StyleState *styles)
+{
+    styles->paragraph = styles->run = kNoStyle;
+    styles->paragraphFonts = styles->runFonts = {};
+    styles->activeParagraphFonts = styles->activeRunFonts = nullptr;
 }
 
 // The slot of the index that holds the first style of a name, or that is free for it.
-static StyleRecord **FindSlot(std::string_view name)
+static int *FindSlot(const StyleState *styles, std::string_view name)
 {
-    size_t slot = HashNoCase(name) % IndexSize();
-    while (gStyles.index[slot] && !EqualNoCase(gStyles.index[slot]->name, name))
-        slot = (slot + 1) % IndexSize();
-    return &gStyles.index[slot];
+    size_t size = IndexSize(styles->capacity), slot = HashNoCase(name) % size;
+    while (styles->index[slot] != kNoStyle &&
+           !EqualNoCase(styles->table[styles->index[slot]].name, name))
+        slot = (slot + 1) % size;
+    return &styles->index[slot];
 }
 
-StyleRecord *FindStyle(const char *name)
+int FindStyle(const StyleState *styles, const char *name)
 {
-    return name && *name ? *FindSlot(std::string_view(name, strnlen(name, kTagNameSize - 1)))
-                         : nullptr;
+    if (!name || !*name)
+        return kNoStyle;
+    return *FindSlot(styles, std::string_view(name, strnlen(name, kTagNameSize - 1)));
 }
 
-static void NameStyle(StyleRecord *style, const char *name)
+// Of styles of one name the first one is found.
+static void EnterInIndex(StyleState *styles, int style)
 {
-    CopyCut(style->name, sizeof style->name, name);
-    StyleRecord **slot = FindSlot(style->name);
-    if (!*slot)
+    int *slot = FindSlot(styles, styles->table[style].name);
+    if (*slot == kNoStyle)
         *slot = style;
 }
 
-static StyleRecord *LastStyle()
+// A table of twice the size, with the same styles; the old one stays without memory. Styles are
+// named by number, so all that refers to them stays right, but the index goes by its size.
+static int DoubleTable(StyleState *styles)
 {
-    return gStyles.last < 0 ? nullptr : &gStyles.table[gStyles.last];
+    if (styles->capacity > kMostStyles / 2)
+        return 0;
+    int capacity = 2 * styles->capacity;
+    StyleRecord *table =
+        static_cast<StyleRecord *>(calloc(size_t(capacity), sizeof(StyleRecord)));
+    int *index = NewIndex(capacity);
+    if (!table || !index) {
+        free(table);
+        free(index);
+        return 0;
+    }
+    memcpy(table, styles->table, size_t(styles->last + 1) * sizeof(StyleRecord));
+    free(styles->table);
+    free(styles->index);
+    styles->table = table;
+    styles->index = index;
+    styles->capacity = capacity;
+    for (int i = 0; i <= styles->last; ++i)
+        if (*table[i].name)
+            EnterInIndex(styles, i);
+    return 1;
 }
 
-// The value of an attribute, none when the tag lacks it or it has none.
+static int GrowStyles(Conversion *conversion)
+{
+    StyleState *styles = &conversion->styles;
+    AddRestartNote(&conversion->report, "Restarted: styles buffer increased to %d styles",
+                   2 * size_t(styles->capacity));
+    return DoubleTable(styles) || SetConversionError(&conversion->report, 0, kFailMemory);
+}
+
+static StyleRecord *StyleAt(const StyleState *styles, int style)
+{
+    assert(style <= styles->last && styles->last < styles->capacity);
+    return style == kNoStyle ? nullptr : &styles->table[style];
+}
+
+// ---- attributes ----
+
+// The value of an attribute; null when the tag lacks it or it is a bare name.
 static const char *ValueOf(TagRecord *tag, const char *name)
 {
     const TagAttribute *attribute = FindTagAttribute(tag, name);
@@ -117,40 +164,46 @@ constexpr NamedNumber kStyleTypes[] = {{"paragraph", kParagraphStyle},
                                        {"list", kListStyle},
                                        {"table", kTableStyle}};
 
-static int AddStyle(TagRecord *tag)
+// ---- styles ----
+
+static int AddStyle(Conversion *conversion, TagRecord *tag)
 {
+    StyleState *styles = &conversion->styles;
     if (!tag->parent || !TagNameIs(tag->parent, "w:styles"))
         return 1;
-    if (gStyles.last >= gStyles.capacity - 1) {
-        gReport.restart = kStylesFull;
+    if (styles->last == styles->capacity - 1 && !GrowStyles(conversion))
         return 0;
-    }
-    StyleRecord *style = &gStyles.table[++gStyles.last];
+    StyleRecord *style = StyleAt(styles, ++styles->last);
+    style->basedOn = kNoStyle;
     const TagAttribute *id = FindTagAttribute(tag, "w:styleid");
-    if (id && id->value)
-        NameStyle(style, id->value);
+    if (id && id->value) {
+        CopyCut(style->name, sizeof style->name, id->value);
+        EnterInIndex(styles, styles->last);
+    }
     if (id && AttributeValueIs(id, "Normal"))
-        gStyles.normal = style;
+        styles->normal = styles->last;
     style->type =
         StyleType(NumberOf(tag, "w:type", kStyleTypes, std::size(kStyleTypes), kParagraphStyle));
     return 1;
 }
 
-static int SetBasedOnName(TagRecord *tag)
+static int SetBasedOnName(Conversion *conversion, TagRecord *tag)
 {
-    StyleRecord *style = LastStyle();
+    StyleRecord *style = StyleAt(&conversion->styles, conversion->styles.last);
     const char *value = ValueOf(tag, "w:val");
     if (style && value && tag->parent && TagNameIs(tag->parent, "w:style"))
         CopyCut(style->basedOnName, sizeof style->basedOnName, value);
     return 1;
 }
 
+// ---- fonts of styles, paragraphs and runs ----
+
 constexpr NamedNumber kHints[] = {
     {"ascii", kAsciiHint}, {"h-ansi", kAsciiHint}, {"fareast", kFarEastHint}, {"cs", kComplexHint}};
 
 struct FontSlot {
     std::string_view attribute;
-    int slot, hint;
+    int slot, hint;  // the name it sets, and the hint where there is none yet
 };
 constexpr FontSlot kFontSlots[] = {{"w:ascii", 0, kAsciiHint},
                                    {"w:fareast", 1, kFarEastHint},
@@ -171,63 +224,68 @@ static void ApplyFontName(const TagAttribute &attribute, RunFontBlock *block)
 
 // The block goes on holding legacy names, since the text that follows is in their code; the tag
 // gets a name for complex script beside a legacy one, which is renamed with the others when it is
-// written.
-static int ApplyFontsTag(TagRecord *tag, RunFontBlock *block)
+// written: Lao in a Unicode font is complex script to a word processor.
+static int ApplyFontsTag(Conversion *conversion, TagRecord *tag, RunFontBlock *block)
 {
     block->hint = NumberOf(tag, "w:hint", kHints, std::size(kHints), block->hint);
     for (int i = 0; i < tag->attributeCount; ++i)
         ApplyFontName(tag->attributes[i], block);
     block->isSet = true;
     const char *ascii = block->names[kAsciiSlot];
-    if (!FindFontMapEntry(ascii) || FindTagAttribute(tag, "w:cs"))
+    if (!FindFontMapEntry(&conversion->fonts, ascii) || FindTagAttribute(tag, "w:cs"))
         return 1;
-    if (!AddTagAttribute(tag, "w:cs", ascii))
+    if (!AddTagAttribute(&conversion->report, tag, "w:cs", ascii))
         return 0;
     CopyCut(block->names[kComplexSlot], kFontNameSlot, ascii);
     return 1;
 }
 
-static int ApplyToStyle(TagRecord *tag)
+static int ApplyToStyle(Conversion *conversion, TagRecord *tag)
 {
-    StyleRecord *style = LastStyle();
+    StyleRecord *style = StyleAt(&conversion->styles, conversion->styles.last);
     if (!style)
         return 1;
     if (!style->fonts) {
         style->fonts = static_cast<RunFontBlock *>(calloc(1, sizeof(RunFontBlock)));
         if (!style->fonts)
-            return SetConversionError(0, 506);
+            return SetConversionError(&conversion->report, 0, kFailStyleMemory);
         style->fonts->hint = kNoHint;
     }
-    return ApplyFontsTag(tag, style->fonts) ? 1 : SetConversionError(0, 509);
+    return ApplyFontsTag(conversion, tag, style->fonts) ||
+           SetConversionError(&conversion->report, 0, kFailStyleFonts);
 }
 
-static int ApplyToParagraph(TagRecord *tag)
+static int ApplyToParagraph(Conversion *conversion, TagRecord *tag)
 {
-    gStyles.activeParagraphFonts = &gStyles.paragraphFonts;
-    return ApplyFontsTag(tag, &gStyles.paragraphFonts) ? 1 : SetConversionError(0, 514);
+    StyleState *styles = &conversion->styles;
+    styles->activeParagraphFonts = &styles->paragraphFonts;
+    return ApplyFontsTag(conversion, tag, &styles->paragraphFonts) ||
+           SetConversionError(&conversion->report, 0, kFailParagraphFonts);
 }
 
-static int ApplyToRun(TagRecord *tag)
+static int ApplyToRun(Conversion *conversion, TagRecord *tag)
 {
-    gStyles.activeRunFonts = &gStyles.runFonts;
-    return ApplyFontsTag(tag, &gStyles.runFonts) ? 1 : SetConversionError(0, 519);
+    StyleState *styles = &conversion->styles;
+    styles->activeRunFonts = &styles->runFonts;
+    return ApplyFontsTag(conversion, tag, &styles->runFonts) ||
+           SetConversionError(&conversion->report, 0, kFailRunFonts);
 }
 
-static int Ignore(TagRecord *)
+static int Ignore(Conversion *, TagRecord *)
 {
     return 1;
 }
 
 struct TagWork {
     const char *name;
-    int (*work)(TagRecord *tag);
+    int (*work)(Conversion *conversion, TagRecord *tag);
 };
 
 // Whom the fonts of a w:rPr belong to.
 constexpr TagWork kFontOwners[] = {
     {"w:style", ApplyToStyle}, {"w:pPr", ApplyToParagraph}, {"w:r", ApplyToRun}, {"w:lvl", Ignore}};
 
-static int TrackFontsTag(TagRecord *tag)
+static int TrackFontsTag(Conversion *conversion, TagRecord *tag)
 {
     TagRecord *parent = tag->parent, *grandparent = parent ? parent->parent : nullptr;
     if (!grandparent)
@@ -235,60 +293,65 @@ static int TrackFontsTag(TagRecord *tag)
     if (TagNameIs(parent, "w:rPr"))
         for (const TagWork &owner : kFontOwners)
             if (TagNameIs(grandparent, owner.name))
-                return owner.work(tag);
-    AddConversionNote("unprocessed %s tag,child of %s,of %s", tag->name, parent->name,
-                      grandparent->name);
+                return owner.work(conversion, tag);
+    AddConversionNote(&conversion->report, "unprocessed %s tag,child of %s,of %s", tag->name,
+                      parent->name, grandparent->name);
     return 1;
 }
 
+// ---- paragraphs and runs ----
+
 // The style that a tag names, where it stands in parent and grandparent.
-static void SetStyle(TagRecord *tag, const char *parent, const char *grandparent,
-                     StyleRecord **style)
+static void SetStyle(const StyleState *styles, TagRecord *tag, const char *parent,
+                     const char *grandparent, int *style)
 {
     const TagRecord *above = tag->parent, *top = above ? above->parent : nullptr;
     const char *value = ValueOf(tag, "w:val");
     if (top && value && EqualNoCase(above->name, parent) && EqualNoCase(top->name, grandparent))
-        *style = FindStyle(value);
+        *style = FindStyle(styles, value);
 }
 
-static int SetParagraphStyle(TagRecord *tag)
+static int SetParagraphStyle(Conversion *conversion, TagRecord *tag)
 {
-    SetStyle(tag, "w:pPr", "w:p", &gStyles.paragraph);
+    StyleState *styles = &conversion->styles;
+    SetStyle(styles, tag, "w:pPr", "w:p", &styles->paragraph);
     return 1;
 }
 
-static int SetRunStyle(TagRecord *tag)
+static int SetRunStyle(Conversion *conversion, TagRecord *tag)
 {
-    SetStyle(tag, "w:rPr", "w:r", &gStyles.run);
+    StyleState *styles = &conversion->styles;
+    SetStyle(styles, tag, "w:rPr", "w:r", &styles->run);
     return 1;
 }
 
-static int ResetRunState(TagRecord *)
+static int ResetRunState(Conversion *conversion, TagRecord *)
 {
-    gStyles.activeRunFonts = nullptr;
-    gStyles.run = nullptr;
+    conversion->styles.activeRunFonts = nullptr;
+    conversion->styles.run = kNoStyle;
     return 1;
 }
 
-static int ResetParagraphState(TagRecord *tag)
+static int ResetParagraphState(Conversion *conversion, TagRecord *tag)
 {
-    gStyles.activeParagraphFonts = nullptr;
-    gStyles.paragraph = nullptr;
-    return ResetRunState(tag);
+    conversion->styles.activeParagraphFonts = nullptr;
+    conversion->styles.paragraph = kNoStyle;
+    return ResetRunState(conversion, tag);
 }
 
 // The style sheet is read to its end now, so that a base may stand behind its style.
-static int LinkStyles(TagRecord *)
+static int LinkStyles(Conversion *conversion, TagRecord *)
 {
-    for (int i = 0; i <= gStyles.last; ++i)
-        gStyles.table[i].basedOn = FindStyle(gStyles.table[i].basedOnName);
+    StyleState *styles = &conversion->styles;
+    for (int i = 0; i <= styles->last; ++i)
+        styles->table[i].basedOn = FindStyle(styles, styles->table[i].basedOnName);
     return 1;
 }
 
 struct TrackedTag {
     std::string_view name;
-    int (*work)(TagRecord *tag);
-    bool needsAttributes;
+    int (*work)(Conversion *conversion, TagRecord *tag);
+    bool needsAttributes;  // or the tag's parents; else the work may get a null tag
 };
 
 constexpr TrackedTag kTracked[] = {
@@ -307,68 +370,72 @@ static const TrackedTag *FindTracked(std::string_view name)
     return nullptr;
 }
 
-int TrackTag(TagRecord *tag)
+int TrackTag(Conversion *conversion, TagRecord *tag)
 {
     const TrackedTag *tracked = FindTracked(tag->name);
-    return tracked ? tracked->work(tag) : 1;
+    return tracked ? tracked->work(conversion, tag) : 1;
 }
 
-bool TrackTagName(std::string_view name)
+bool TrackTagName(Conversion *conversion, std::string_view name)
 {
     const TrackedTag *tracked = FindTracked(name);
     if (tracked && tracked->needsAttributes)
         return false;
-    return !tracked || tracked->work(nullptr);
+    return !tracked || tracked->work(conversion, nullptr);
 }
+
+// ---- the font of a text ----
 
 static const char *FontOfBlock(const RunFontBlock &block)
 {
+    assert(block.hint >= kAsciiHint && block.hint <= kComplexHint);
     return block.names[block.hint];
 }
 
 // The font of a style or the nearest of its bases that has one. A ring of bases ends after as many
-// steps as there are styles; a block that names no font is none.
-static const char *FontOfChain(const StyleRecord *style)
+// steps as there are styles; a block that names no font is passed over.
+static const char *FontOfChain(const StyleState *styles, int number)
 {
-    for (int steps = 0; style && steps <= gStyles.last; ++steps, style = style->basedOn)
+    const StyleRecord *style = StyleAt(styles, number);
+    for (int steps = 0; style && steps <= styles->last; ++steps) {
         if (style->fonts && style->fonts->hint != kNoHint)
             return FontOfBlock(*style->fonts);
+        style = StyleAt(styles, style->basedOn);
+    }
     return nullptr;
 }
 
-const char *StyleFontName(const StyleRecord *runStyle, const StyleRecord *paragraphStyle)
+// The bases of "Normal" itself are not asked.
+static const char *FontOfNormal(const StyleState *styles)
 {
-    const char *font = FontOfChain(runStyle);
-    if (font || !paragraphStyle)
-        return font;
-    if (paragraphStyle != gStyles.normal)
-        font = FontOfChain(paragraphStyle);
-    if (font || !gStyles.normal)
-        return font;
-    const RunFontBlock *block = gStyles.normal->fonts;
+    const StyleRecord *normal = StyleAt(styles, styles->normal);
+    const RunFontBlock *block = normal ? normal->fonts : nullptr;
     return block && block->hint != kNoHint ? FontOfBlock(*block) : nullptr;
 }
 
-const char *ResolveTextFont()
+// "Normal" stands in for a paragraph's style, and for nothing where there is no such style.
+static const char *StyleFontName(const StyleState *styles, int runStyle, int paragraphStyle)
 {
-    if (gStyles.activeRunFonts)
-        return FontOfBlock(*gStyles.activeRunFonts);
-    if (gStyles.run)
-        return StyleFontName(gStyles.run, gStyles.paragraph);
-    if (gStyles.paragraph)
-        return StyleFontName(nullptr, gStyles.paragraph);
-    if (gStyles.activeParagraphFonts)
-        return FontOfBlock(*gStyles.activeParagraphFonts);
-    return StyleFontName(nullptr, gStyles.normal);
+    const char *font = FontOfChain(styles, runStyle);
+    if (font || paragraphStyle == kNoStyle)
+        return font;
+    if (paragraphStyle != styles->normal)
+        font = FontOfChain(styles, paragraphStyle);
+    return font ? font : FontOfNormal(styles);
 }
 
-const char *FontOfText(const TagRecord *tag)
+const char *ResolveTextFont(const StyleState *styles)
 {
-    return tag && EqualNoCase(tag->name, "w:t") ? ResolveTextFont() : nullptr;
+    if (styles->activeRunFonts)
+        return FontOfBlock(*styles->activeRunFonts);
+    if (styles->run != kNoStyle || styles->paragraph != kNoStyle)
+        return StyleFontName(styles, styles->run, styles->paragraph);
+    if (styles->activeParagraphFonts)
+        return FontOfBlock(*styles->activeParagraphFonts);
+    return FontOfNormal(styles);
 }
 
-long ConvertTextIfLegacy(const TagRecord *tag, const TextRoom &room, size_t length)
+const char *FontOfText(const StyleState *styles, const TagRecord *tag)
 {
-    const FontMapEntry *entry = FindFontMapEntry(FontOfText(tag));
-    return entry ? ConvertTextNode(room, length, *entry) : long(length);
+    return tag && EqualNoCase(tag->name, "w:t") ? ResolveTextFont(styles) : nullptr;
 }

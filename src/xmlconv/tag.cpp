@@ -1,13 +1,15 @@
 // The tag parser walks over a tag twice: once to count its attributes and to prove that the quotes
-// are whole, once to store them.
+// are whole, once to store them. So the array has its size at once, and the second walk may trust
+// the quotes. Where both walks differ, a document fails: a slash behind a bare name passes the
+// first one and is an empty name for the second.
 #include "xmlconv/tag.h"
 
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 
 #include "frame/strings.h"
 #include "xmlconv/byte_set.h"
-#include "xmlconv/report.h"
 
 constexpr ByteSet kTagNameEnds = SetOf(" /=>");  // "?xml" is a plain name
 constexpr ByteSet kAttributeNameEnds = SetOf(" =/?>");
@@ -25,7 +27,7 @@ static bool IsTagEnd(char c)
     return c == '/' || c == '?';
 }
 
-int CountTagAttributes(const char *text)
+int CountTagAttributes(ConversionReport *report, const char *text)
 {
     int count = 0;
     while (size_t length = LengthUpTo(text, kAttributeNameEnds)) {
@@ -33,7 +35,7 @@ int CountTagAttributes(const char *text)
         if (*text == '=') {
             const char *end = text[1] == '"' ? strchr(text + 2, '"') : nullptr;
             if (!end)
-                return SetConversionError(-1, 232);
+                return SetConversionError(report, -1, kFailValueQuotes);
             text = end + 1;
         } else if (IsTagEnd(*text)) {
             ++text;
@@ -44,75 +46,77 @@ int CountTagAttributes(const char *text)
     return count;
 }
 
-// Stores one attribute: the place behind it, none on a failure. The first walk has proved the
-// quotes.
-static const char *ReadAttribute(const char *text, TagAttribute *attribute)
+static const char *StopAt(ConversionReport *report, ConversionFailure number)
+{
+    SetConversionError(report, 0, number);
+    return nullptr;
+}
+
+// Stores one attribute: the place behind it, null on a failure.
+static const char *ReadAttribute(ConversionReport *report, const char *text,
+                                 TagAttribute *attribute)
 {
     size_t length = LengthUpTo(text, kAttributeNameEnds);
-    if (!IsNameLength(length)) {
-        SetConversionError(0, 279);
-        return nullptr;
-    }
+    if (!IsNameLength(length))
+        return StopAt(report, kFailAttributeName);
     memcpy(attribute->name, text, length);
     attribute->nameLength = length;
     text += length;
     if (*text != '=')
         return SkipSpace(text);
+    assert(text[1] == '"');
     text += 2;
-    length = size_t(strchr(text, '"') - text);
-    attribute->value = static_cast<char *>(calloc(length + 2, 1));
-    if (!attribute->value) {
-        SetConversionError(0, 288);
-        return nullptr;
-    }
+    const char *end = strchr(text, '"');
+    assert(end);  // the first walk has found it
+    length = size_t(end - text);
+    attribute->value = static_cast<char *>(calloc(length + 1, 1));
+    if (!attribute->value)
+        return StopAt(report, kFailValueMemory);
     memcpy(attribute->value, text, length);
-    return SkipSpace(text + length + 1);
+    return SkipSpace(end + 1);
 }
 
-// Reads the list of attributes: the place behind it, none on a failure.
-static const char *ReadAttributes(const char *text, TagRecord *tag)
+// Reads the list of attributes: the place behind it, null on a failure.
+static const char *ReadAttributes(ConversionReport *report, const char *text, TagRecord *tag)
 {
-    int count = CountTagAttributes(text);
-    if (count < 0) {
-        SetConversionError(0, 269);
-        return nullptr;
-    }
+    int count = CountTagAttributes(report, text);
+    if (count < 0)
+        return StopAt(report, kFailAttributes);
     if (count == 0)
         return text;
     tag->attributes = static_cast<TagAttribute *>(calloc(size_t(count), sizeof(TagAttribute)));
-    if (!tag->attributes) {
-        SetConversionError(0, 274);
-        return nullptr;
-    }
+    if (!tag->attributes)
+        return StopAt(report, kFailAttributeMemory);
     tag->attributeCount = count;
     for (int i = 0; text && i < count; ++i)
-        text = ReadAttribute(text, &tag->attributes[i]);
+        text = ReadAttribute(report, text, &tag->attributes[i]);
     return text;
 }
 
-static int ReadTag(const char *text, TagRecord *tag)
+static int ReadTag(ConversionReport *report, const char *text, TagRecord *tag)
 {
+    assert(*text == '<');
     ++text;  // the opening bracket
     tag->isClosing = *text == '/';
     text = SkipSpace(text + tag->isClosing);
     text += *text == '/';  // this one says nothing
     size_t length = LengthUpTo(text, kTagNameEnds);
     if (!IsNameLength(length))
-        return SetConversionError(0, 259);
+        return SetConversionError(report, 0, kFailTagName);
     memcpy(tag->name, text, length);
-    text = ReadAttributes(SkipSpace(text + length), tag);
+    text = ReadAttributes(report, SkipSpace(text + length), tag);
     tag->isSelfClosing = text && IsTagEnd(*text);
     return text != nullptr;
 }
 
-TagRecord *ParseTag(const char *source)
+TagRecord *ParseTag(ConversionReport *report, const char *source)
 {
     TagRecord *tag = static_cast<TagRecord *>(calloc(1, sizeof(TagRecord)));
     if (!tag) {
-        SetConversionError(0, 250);
+        SetConversionError(report, 0, kFailTagMemory);
         return nullptr;
     }
-    if (ReadTag(source, tag))
+    if (ReadTag(report, source, tag))
         return tag;
     FreeTag(tag);
     return nullptr;
@@ -128,19 +132,19 @@ void FreeTag(TagRecord *tag)
     free(tag);
 }
 
-int AddTagAttribute(TagRecord *tag, const char *name, const char *value)
+int AddTagAttribute(ConversionReport *report, TagRecord *tag, const char *name, const char *value)
 {
     size_t count = size_t(tag->attributeCount) + 1;
     void *grown = realloc(tag->attributes, count * sizeof(TagAttribute));
     if (!grown)
-        return SetConversionError(0, 473);
+        return SetConversionError(report, 0, kFailAddedAttribute);
     tag->attributes = static_cast<TagAttribute *>(grown);
     TagAttribute added = {};
     CopyCut(added.name, sizeof added.name, name);
     added.nameLength = strlen(added.name);
     added.value = strdup(value);
     if (!added.value)
-        return SetConversionError(0, 478);
+        return SetConversionError(report, 0, kFailAddedValue);
     tag->attributes[tag->attributeCount++] = added;
     return 1;
 }

@@ -1,10 +1,13 @@
-// One tag of a document as a record: the forms that word processors write, not all of XML.
+// One tag of a document as a record: the forms that word processors write, not all of XML. The tag
+// writer parses with it what the fast road of tags leaves over, the style tracker asks the record.
+// The open tags of a document are a chain of such records, each with its parent.
 #pragma once
 
 #include <cstddef>
 #include <string_view>
 
 #include "frame/strings.h"
+#include "xmlconv/report.h"
 
 enum { kTagNameSize = 64 };  // of tags and attributes, terminator included
 
@@ -14,36 +17,37 @@ inline bool IsNameLength(size_t length)
 }
 
 struct TagAttribute {
-    char name[kTagNameSize];
-    char *value;  // the text between the quotes as it stands, none for a bare name
-    size_t nameLength;
+    char name[kTagNameSize];  // prefix included, as it stands in the document
+    char *value;              // owned: the text between the quotes as it stands; null: a bare name
+    size_t nameLength;        // of the name, in bytes
 };
 
 struct TagRecord {
-    char name[kTagNameSize];  // prefix included
-    bool isClosing, isSelfClosing;
-    TagAttribute *attributes;  // none when there are 0
+    char name[kTagNameSize];        // prefix included, as it stands in the document
+    bool isClosing, isSelfClosing;  // "</a>", "<a/>"; broken documents have both in one
+    TagAttribute *attributes;       // owned, null when there are 0
     int attributeCount;
-    TagRecord *parent;  // the tag that was open when this one was read
+    TagRecord *parent;  // the tag that was open when this one was read; null: none. Not owned
 };
 
-// Reads a tag's text, from its opening to its closing bracket. None on a failure, whose number is
-// reported.
-TagRecord *ParseTag(const char *source);
+// Reads a tag's text, from its opening to its closing bracket. The caller frees the record. Null on
+// a failure, whose number is reported.
+TagRecord *ParseTag(ConversionReport *report, const char *source);
 
 // Number of attributes from text on; -1 on a failure.
-int CountTagAttributes(const char *text);
+int CountTagAttributes(ConversionReport *report, const char *text);
 
+// Frees a record with all that it owns; null is taken.
 void FreeTag(TagRecord *tag);
 
-// Adds an attribute behind the last one: 1, or 0 without memory (failure 473 for the array, 478 for
-// the value).
-int AddTagAttribute(TagRecord *tag, const char *name, const char *value);
+// Adds an attribute behind the last one, with copies of both texts: 1, or 0 without memory.
+int AddTagAttribute(ConversionReport *report, TagRecord *tag, const char *name, const char *value);
 
-// The first attribute of a name, without regard to case, or none.
+// The first attribute of a name, without regard to case, or null.
 TagAttribute *FindTagAttribute(TagRecord *tag, std::string_view name);
 
-// Tags are compared exactly, attributes without regard to case. No value equals none.
+// Tags are compared exactly, attributes without regard to case. A bare name's value equals nothing,
+// an empty text neither.
 bool TagNameIs(const TagRecord *tag, const char *text);
 inline bool AttributeNameIs(const TagAttribute *attribute, std::string_view text)
 {

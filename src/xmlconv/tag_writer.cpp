@@ -1,82 +1,112 @@
-// The tag writer and the stack of open tags.
+// The tag writer and the stack of open tags. Written tags are in normal form: one blank before each
+// attribute, no blank before the ending, values in double quotes. A closing tag alone keeps its
+// text, and takes the top of the stack away whatever its name says.
 #include "xmlconv/tag_writer.h"
 
+#include <cassert>
 #include <cstring>
+#include <string_view>
 
-#include "xmlconv/font_map.h"
-#include "xmlconv/report.h"
-#include "xmlconv/styles.h"
+#include "xmlconv/byte_set.h"
 
 // A cursor that counts the room down; once something did not fit it takes nothing more.
 struct TagCursor {
-    char *next;
-    size_t left;
+    char *next;   // where the next byte goes, on which the terminator stands
+    size_t left;  // bytes from there on
     bool isFull;
 };
 
-static void Put(TagCursor *cursor, const char *text)
+static void Put(TagCursor *cursor, std::string_view text)
 {
-    size_t length = strlen(text);
-    cursor->isFull = cursor->isFull || length >= cursor->left;
+    cursor->isFull = cursor->isFull || text.size() >= cursor->left;
     if (cursor->isFull)
         return;
-    memcpy(cursor->next, text, length + 1);
-    cursor->next += length;
-    cursor->left -= length;
+    memcpy(cursor->next, text.data(), text.size());
+    cursor->next += text.size();
+    cursor->left -= text.size();
+    *cursor->next = 0;
 }
 
-// value may be none.
-static void PutAttribute(TagCursor *cursor, const char *name, const char *value)
+// What ends a value or a tag, and the references that stand for it; those behind may be in a name
+// too.
+constexpr char kMarkup[] = "&<>\"";
+constexpr ByteSet kNameStops = SetOf(kMarkup);
+constexpr std::string_view kReferences[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;"};
+
+// What goes out for the markup at the beginning of a text: the reference that stands there, as
+// `taken` bytes of it, or the one that stands for the character.
+static std::string_view ReferenceFor(const char *text, size_t *taken)
 {
-    Put(cursor, " ");
-    Put(cursor, name);
-    if (!value)
-        return;
-    Put(cursor, "=\"");
-    Put(cursor, value);
-    Put(cursor, "\"");
+    for (std::string_view reference : kReferences) {
+        *taken = reference.size();
+        if (strncmp(text, reference.data(), reference.size()) == 0)
+            return reference;
+    }
+    *taken = 1;
+    return kReferences[strchr(kMarkup, *text) - kMarkup];
 }
 
-static void PutAttributes(TagCursor *cursor, const TagRecord *tag)
+// A font's name as the font map has it, in which markup goes out as a reference. One that the map's
+// writer has put there already stays what it is.
+static void PutFontName(TagCursor *cursor, const char *name)
 {
-    bool namesFonts = IsFontTag(tag->name);
-    for (int i = 0; i < tag->attributeCount; ++i) {
-        const TagAttribute *attribute = &tag->attributes[i];
-        const char *value = attribute->value;
-        if (namesFonts && value)
-            value = RenameFontAttribute(tag, attribute, value);
-        PutAttribute(cursor, attribute->name, value);
+    for (;;) {
+        size_t plain = LengthUpTo(name, kNameStops), taken;
+        Put(cursor, {name, plain});
+        name += plain;
+        if (!*name)
+            return;
+        Put(cursor, ReferenceFor(name, &taken));
+        name += taken;
     }
 }
 
-static int AskForLargerBuffer()
+static void PutAttribute(TagCursor *cursor, const TagAttribute *attribute,
+                         const FontMapEntry *renamed)
 {
-    gReport.restart = kTagBufferFull;
-    return 0;
+    Put(cursor, " ");
+    Put(cursor, attribute->name);
+    if (!attribute->value)
+        return;
+    Put(cursor, "=\"");
+    if (renamed)
+        PutFontName(cursor, renamed->unicodeName);
+    else
+        Put(cursor, attribute->value);
+    Put(cursor, "\"");
 }
 
-int WriteTag(TagRecord *tag, const TagRoom &room)
+// False when the room was too small.
+static bool PutTag(Conversion *conversion, const TagRecord *tag)
 {
-    if (!TrackTag(tag))
-        return 0;
-    TagCursor cursor = {room.text, room.size, false};
+    TagCursor cursor = {conversion->tagText, conversion->sizes.tag, false};
+    bool namesFonts = IsFontTag(tag->name);
     Put(&cursor, "<");
     Put(&cursor, tag->name);
-    PutAttributes(&cursor, tag);
+    for (int i = 0; i < tag->attributeCount; ++i) {
+        const TagAttribute *attribute = &tag->attributes[i];
+        PutAttribute(&cursor, attribute,
+                     namesFonts ? FindRenamedFont(&conversion->fonts, tag, attribute) : nullptr);
+    }
     if (tag->isSelfClosing)
         Put(&cursor, tag->name[0] == '?' ? "?" : "/");
     Put(&cursor, ">");
-    return cursor.isFull ? AskForLargerBuffer() : 1;
+    return !cursor.isFull;
 }
 
-static int CopyTag(const char *source, const TagRoom &room)
+// To track a tag twice would add a style twice, so it is tracked in front of the loop. The tracker
+// may add an attribute, so the written tag can be longer than what was read.
+int WriteTag(Conversion *conversion, TagRecord *tag)
 {
-    TagCursor cursor = {room.text, room.size, false};
-    Put(&cursor, source);
-    return cursor.isFull ? AskForLargerBuffer() : 1;
+    assert(!tag->isClosing);
+    if (!TrackTag(conversion, tag))
+        return 0;
+    while (!PutTag(conversion, tag))
+        if (!GrowTagBuffers(conversion))
+            return 0;
+    return 1;
 }
 
-// A closing tag takes the top away whatever its name says.
 TagRecord *PopTag(TagRecord *current)
 {
     TagRecord *parent = current ? current->parent : nullptr;
@@ -84,19 +114,22 @@ TagRecord *PopTag(TagRecord *current)
     return parent;
 }
 
-TagRecord *ProcessTag(TagRecord *current, const char *source, const TagRoom &room)
+const char *ProcessTag(Conversion *conversion, TagRecord **current)
 {
-    TagRecord *tag = ParseTag(source);
+    TagRecord *tag = ParseTag(&conversion->report, conversion->tagSource);
     if (!tag)
-        return current;
-    tag->parent = current;
-    bool isOpening = !tag->isClosing && !tag->isSelfClosing;
-    int written = tag->isClosing ? CopyTag(source, room) : WriteTag(tag, room);
-    if (written && isOpening)
-        return tag;
-    bool pops = written && tag->isClosing && !tag->isSelfClosing;
+        return nullptr;
+    tag->parent = *current;
+    bool done = tag->isClosing || WriteTag(conversion, tag);
+    const char *text = tag->isClosing ? conversion->tagSource : conversion->tagText;
+    if (done && !tag->isClosing && !tag->isSelfClosing) {
+        *current = tag;
+        return text;
+    }
+    if (tag->isClosing && !tag->isSelfClosing)  // a tag that is both takes nothing away
+        *current = PopTag(*current);
     FreeTag(tag);
-    return pops ? PopTag(current) : current;
+    return done ? text : nullptr;
 }
 
 void FreeTagStack(TagRecord *current)

@@ -1,24 +1,19 @@
 // Tags on their way to the output: tracked, written in normal form with Unicode font names, and
-// kept on a stack while they are open.
+// kept on a stack while they are open. The part converter gives each tag to it that the fast road
+// (normal_tag.h) doesn't take.
 #pragma once
 
-#include <cstddef>
-
+#include "xmlconv/conversion.h"
 #include "xmlconv/tag.h"
 
-// Room for the text to write.
-struct TagRoom {
-    char *text;
-    size_t size;
-};
+// Tracks an opening or self-closing tag and writes it to the conversion's tagText, which grows where
+// it has to: 1, or 0 with a failure that is reported.
+int WriteTag(Conversion *conversion, TagRecord *tag);
 
-// Writes an opening or self-closing tag: 1, or 0 when it failed, the style table is full or the
-// room is too small (RestartReason says so).
-int WriteTag(TagRecord *tag, const TagRoom &room);
-
-// Handles a tag's text. The new top of the stack, none when it is empty; on a failure or for a
-// restart, which the report tells, the old one.
-TagRecord *ProcessTag(TagRecord *current, const char *source, const TagRoom &room);
+// Handles a tag that stands NUL-terminated in the conversion's tagSource, with `*current` the top of
+// the stack, null when nothing is open; it becomes the new top. The text to write, which lasts until
+// the next tag; null on a failure, which is reported, and the stack is as it was.
+const char *ProcessTag(Conversion *conversion, TagRecord **current);
 
 // Takes the top away: the new one. Where nothing is open nothing is taken.
 TagRecord *PopTag(TagRecord *current);

@@ -1,13 +1,16 @@
 // The byte pipeline of the document converter. The word processor stored the bytes of a legacy
 // font's text as the characters that they are in code page 1252; a character without a place there
-// becomes a break.
+// becomes a break. The steps go between the two halves of the room: text to wide, wide to the bytes
+// of the font, these to wide, wide to text.
 #include "xmlconv/translate.h"
 
-#include <cstring>
+#include <cassert>
+#include <climits>
 
 #include "xmlconv/translate_tables.h"
 
 enum { kTypeLao = 0, kType2000 = 2, kTypeLetters = 3 };
+// Codes of the converter, but for the second hyphen, which is the internal code's.
 enum : uint8_t { kBreak = 0x96, kHyphen = 0x2D, kHyphenOfLao = 0x8C, kNoBreakSpace = 0xA0 };
 constexpr uint8_t kNoEquivalent = '?';
 
@@ -40,7 +43,8 @@ static uint16_t SecondUnitOf(uint8_t code)
     return 0;
 }
 
-// Code units of the translated bytes; -1 when they don't fit.
+// Number of code units of the translated bytes, of which each gives one or two; kTextTooLong when
+// two more would not fit.
 static long ExpandBytes(const TextRoom &room, size_t length, int type)
 {
     size_t count = 0;
@@ -56,18 +60,21 @@ static long ExpandBytes(const TextRoom &room, size_t length, int type)
     return long(count);
 }
 
+// The system says no more than 0; why it was is its last error.
 static long FailureOfCodePages()
 {
     return GetLastError() == ERROR_INSUFFICIENT_BUFFER ? kTextTooLong : kTextFailed;
 }
 
-long ConvertTextNode(const TextRoom &room, size_t length, const FontMapEntry &entry)
+long ConvertTextNode(const TextRoom &room, const char *text, size_t length,
+                     const FontMapEntry &entry)
 {
+    assert(length <= room.size && room.size <= INT_MAX);
     if (length == 0)
         return 0;
     int size = int(room.size);
     const char standard = char(entry.conversionType == kTypeLao ? kHyphen : kBreak);
-    int units = MultiByteToWideChar(CP_UTF8, 0, room.text, int(length), room.wide, size);
+    int units = MultiByteToWideChar(CP_UTF8, 0, text, int(length), room.wide, size);
     if (units < 1)
         return FailureOfCodePages();
     int bytes = WideCharToMultiByte(1252, 0, room.wide, units, room.text, size, &standard, nullptr);

@@ -9,7 +9,7 @@
 #include "runtime.h"
 #include "support/message_boxes.h"
 #include "support/temp_folder.h"
-#include "xmlconv/pass.h"
+#include "xmlconv/convert.h"
 
 class Meter : public AttachedDialogs
 {
@@ -255,7 +255,8 @@ static LRESULT CALLBACK WatchBar(HWND window, UINT message, WPARAM wParam, LPARA
     return CallWindowProcA(gBarProc, window, message, wParam, lParam);
 }
 
-// Small tags, and a long one in the middle that costs two restarts and steps over some percents.
+// Small tags, and a long one in the middle that is noted as two restarts and steps over some
+// percents.
 TEST_F(Meter, OfAConversionRisesOnceForEachPercentThroughRestarts)
 {
     std::string folder = FreshFolder(), in = folder + "\\in.xml", out = folder + "\\out.xml";
@@ -268,7 +269,7 @@ TEST_F(Meter, OfAConversionRisesOnceForEachPercentThroughRestarts)
     gProgress.clear();
     gBarProc = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrA(bar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(WatchBar)));
-    gConversionSizes = {1024, 128000, 256 * 1024};
+    gConverter.sizes = kFirstSizes;
     {
         ExpectBoxes boxes({"increased to 2048\r\nRestarted: tag buffer increased to 4096"});
         EXPECT_EQ(ConvertFile(in.c_str(), out.c_str()), 0u);

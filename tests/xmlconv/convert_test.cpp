@@ -1,12 +1,10 @@
-// Whole documents: what is written, what a restart costs, and that no file is reported done that
-// isn't.
+// Whole documents: what is written and noted, that sizes don't show in it, and that no file is
+// reported done that isn't.
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <random>
 
 #include "support/conversion.h"
-#include "support/corpus.h"
 #include "support/message_boxes.h"
 
 class Documents : public ConversionTest
@@ -50,10 +48,16 @@ static const DocumentRow kDocumentRows[] = {
      "OT\"/></w:fonts>"},
 };
 
+// Sizes of a small start, and a block of one byte, which holds no whole piece: all of a document
+// goes through the buffers then. In a large block nearly all takes the fast roads.
+constexpr ConversionSizes kTinySizes = {.tag = 17, .text = 17, .styles = 1, .block = 1};
+
 TEST_F(Documents, AreWrittenInNormalFormWithUnicodeFontsAndText)
 {
-    for (const DocumentRow &row : kDocumentRows)
+    for (const DocumentRow &row : kDocumentRows) {
         EXPECT_EQ(Convert(row.source), row.converted) << row.source;
+        EXPECT_EQ(MemoryConversion(kTinySizes).Convert(row.source), row.converted) << row.source;
+    }
 }
 
 struct FailureRow {
@@ -101,27 +105,49 @@ TEST_F(Documents, FilesThatCanNotBeOpened)
     EXPECT_EQ(ConvertFile("x", nullptr), 920u);
 }
 
-// Long tags, long texts and many styles cost restarts, each noted once, and change nothing in the
-// result; the next document needs no restart.
-TEST_F(Documents, RestartsLeadToTheSameResult)
+static std::string Styles(int count)
 {
-    std::string document = "<a b=\"" + std::string(5000, 'v') + "\"/><w:styles>";
-    for (int i = 0; i < 300; ++i)
-        document += "<w:style w:styleId=\"S" + std::to_string(i) + "\"/>";
-    document += "</w:styles>" + std::string(300000, 't');
-    {
-        ExpectBoxes boxes({"Restarted: tag buffer increased to 2048\r\nRestarted: tag buffer "
-                           "increased to 4096\r\n"
-                           "Restarted: tag buffer increased to 8192\r\nRestarted: styles buffer "
-                           "increased to 512 styles\r\n"
-                           "Restarted: text buffer increased to 256000\r\nRestarted: text buffer "
-                           "increased to 512000"});
-        EXPECT_EQ(Convert(document), document);
-    }
-    EXPECT_EQ(Convert(document), document);
+    std::string styles = "<w:styles>";
+    for (int i = 0; i < count; ++i)
+        styles += "<w:style w:styleId=\"S" + std::to_string(i) + "\"/>";
+    return styles + "</w:styles>";
 }
 
-// A text that grows past the buffer, and a tag that does by its longer fonts, begin again too.
+static const std::string kTag2 = "Restarted: tag buffer increased to 2048\r\n",
+                         kTag4 = "Restarted: tag buffer increased to 4096",
+                         kOdd = "unprocessed w:rFonts tag,child of b,of a\r\n";
+
+// Each growth is noted as the new beginning that it once was: with all notes so far behind it.
+TEST_F(Documents, RestartsAreNotedAndLeadToTheSameResult)
+{
+    const std::string tag = "<c d=\"" + std::string(3000, 'v') + "\"/>";
+    const std::string odd = "<a><b><w:rFonts w:ascii=\"Arial\"/></b></a>";
+    const std::string unnamed = "<a><b><w:rFonts w:x=\"" + std::string(1500, 'v') + "\"/></b></a>";
+    const struct {
+        std::string document, notes;
+    } rows[] = {
+        {tag, kTag2 + kTag4},
+        {odd + tag + odd, kOdd + kTag2 + kOdd + kTag4 + "\r\n" + kOdd + kOdd},
+        {odd + unnamed + Styles(257), kOdd + kTag2 + kOdd + kOdd +
+                                          "Restarted: styles buffer increased to 512 styles\r\n" +
+                                          kOdd + kOdd},
+        {Styles(256) + std::string(127984, 't'), ""},
+        {std::string(127985, 't'), "Restarted: text buffer increased to 256000"},
+    };
+    for (auto &[document, notes] : rows) {
+        MemoryConversion conversion;
+        EXPECT_TRUE(conversion.Convert(document) == document) << notes;
+        std::string noted = conversion.Notes();
+        EXPECT_EQ(noted + (notes.ends_with("\n") ? "\r\n" : ""), notes);
+    }
+    {
+        ExpectBoxes boxes({kTag2 + kTag4});
+        EXPECT_EQ(Convert(tag), tag);
+    }
+    EXPECT_EQ(Convert(tag), tag);  // what it needed stays
+}
+
+// A text that grows past the buffer, and a tag that does by its longer fonts.
 TEST_F(Documents, WhatGrowsPastItsBufferIsWhole)
 {
     std::string text, converted;
@@ -130,24 +156,26 @@ TEST_F(Documents, WhatGrowsPastItsBufferIsWhole)
         converted += "ໍ່";
     }
     ExpectBoxes boxes({"Restarted: text buffer increased to 256000\r\nRestarted: text buffer "
-                       "increased to 512000"});
+                       "increased to 512000\r\nRestarted: text buffer increased to 1024000"});
     EXPECT_EQ(Convert(RunIn("Saysettha Lao", text)), RunOut("Saysettha OT", converted));
+    for (size_t size = 17; size < 110; size += 3) {
+        ConversionSizes sizes = {.tag = size, .text = size, .styles = 1, .block = size};
+        EXPECT_EQ(MemoryConversion(sizes).Convert(RunIn("Saysettha Lao", "¡Ò-")),
+                  RunOut("Saysettha OT", "ກໍ່\u200B"));
+    }
 }
 
-// Whatever sizes a conversion starts with, the result is the same.
-TEST_F(Documents, StartSizesDoNotShow)
+// What one part says of styles holds in the next, and where it left off doesn't.
+TEST_F(Documents, PartsShareTheirStyles)
 {
-    std::string document =
-        "<w:styles><w:style w:styleId=\"a\"/><w:style w:styleId=\"b\"/></w:styles>";
-    document += "<w:p a=\"" + std::string(100, 'v') + "\">" +
-                RunIn("Saysettha Lao", "¡Ò-" + std::string(100, 'x')) + "</w:p>";
-    const std::string wanted = Convert(document);
-    for (size_t size = 17; size < 110; size += 3) {
-        gConversionSizes = {size, size, size};
-        gStyles.capacity = size % 2 + 1;
-        ExpectBoxes boxes({"Restarted: "});
-        EXPECT_EQ(Convert(document), wanted) << size;
-    }
+    const std::string run = "<w:r><w:t>À</w:t></w:r>", lao = "<w:r><w:t>ກ</w:t></w:r>";
+    MemoryConversion conversion;
+    conversion.Convert("<w:styles><w:style w:styleId=\"A\"><w:rPr><w:rFonts w:ascii=\"Saysettha "
+                       "2000\"/></w:rPr></w:style></w:styles>");
+    const std::string styled = "<w:p><w:pPr><w:pStyle w:val=\"a\"/></w:pPr>";
+    EXPECT_EQ(conversion.Convert(styled + run), styled + lao);
+    EXPECT_EQ(conversion.Convert(run), run);
+    EXPECT_EQ(conversion.Convert(styled + run + "</w:p>"), styled + lao + "</w:p>");
 }
 
 // Pieces of documents, as word processors write them and as none does.
@@ -192,23 +220,19 @@ static std::string MadeOfPieces(std::mt19937 *random)
     return document + kBrokenPieces[pick(std::size(kBrokenPieces))];
 }
 
-// Blocks of one byte hold no whole piece, so all of the document goes through the buffers; in a
-// large one nearly all takes the fast roads.
 TEST_F(Documents, BlocksDoNotShow)
 {
     std::mt19937 random(1);
-    MessageBoxAnswerer before =
-        SetMessageBoxAnswerer([](HWND, const char *, const char *, UINT) { return IDOK; });
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 300; ++round) {
         std::string document = MadeOfPieces(&random);
-        gConversionSizes.block = 1;
-        std::string wanted = Convert(document);
+        MemoryConversion plain(kTinySizes);
+        std::string wanted = plain.Convert(document);
         for (size_t block : {2 + random() % document.size(), document.size()}) {
-            gConversionSizes.block = block;
-            EXPECT_EQ(Convert(document), wanted) << block << ": " << document;
+            ConversionSizes sizes = kFirstSizes;
+            sizes.block = block;
+            EXPECT_EQ(MemoryConversion(sizes).Convert(document), wanted) << block << document;
         }
     }
-    SetMessageBoxAnswerer(before);
 }
 
 // Line ends are those of the target's text files, wherever a block ends, and no byte ends a
@@ -217,7 +241,7 @@ TEST_F(Documents, LineEndsAndByte26StayAsTheyAre)
 {
     const std::string document = "\r\n<a/>\r\n\r\n\r\x1A\r\r\n<w:t>b\r</w:t>\r\n\r";
     for (size_t block = 1; block <= document.size(); ++block) {
-        gConversionSizes.block = block;
+        gConverter.sizes.block = block;
         Convert(document);
         EXPECT_EQ(ReadWholeFile(Path("out.xml")), document) << block;
     }
@@ -230,21 +254,8 @@ TEST_F(Documents, CutAnywhereIsToldOrWhole)
         std::string part = document.substr(0, size);
         bool isInsideTag = part.rfind('<') != std::string::npos &&
                            part.find('>', part.rfind('<')) == std::string::npos;
-        ExpectBoxes boxes(isInsideTag ? std::vector<std::string>{"line 1000"}
-                                      : std::vector<std::string>{});
-        EXPECT_EQ(Convert(part) == "1000", isInsideTag) << size;
+        EXPECT_EQ(MemoryConversion().Convert(part) == "1000", isInsideTag) << size;
     }
-}
-
-// Bytes of a legacy font as a word processor stores them.
-static std::string Utf8OfCodePage(const char *bytes)
-{
-    std::vector<WCHAR> wide(strlen(bytes) + 1);
-    std::vector<char> text(3 * wide.size());
-    MultiByteToWideChar(1252, 0, bytes, -1, wide.data(), int(wide.size()));
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), -1, text.data(), int(text.size()), nullptr,
-                        nullptr);
-    return text.data();
 }
 
 // Each piece by far larger than what a person writes; the styles form a ring without a font.
@@ -263,8 +274,7 @@ TEST_F(Documents, HugePiecesAndManyStyles)
     }
     const std::string tag = "<a b=\"" + std::string(textLength, 'v') + "\"/>";
     const std::string before = tag + styles + std::string(5000, 0);
-    ExpectBoxes boxes({"Restarted: "});
-    EXPECT_TRUE(Convert(before + RunIn("Saysettha 2000", legacy)) ==
+    EXPECT_TRUE(MemoryConversion().Convert(before + RunIn("Saysettha 2000", legacy)) ==
                 before + RunOut("Saysettha OT", converted));
 }
 
@@ -279,10 +289,14 @@ TEST_F(Documents, FontsOfTheTextAreCounted)
     const std::string wanted[] = {"Saysettha 2000>Saysettha OT 3", "Arial> 4",
                                   "alice_0>Alice0 Unicode 200000"};
     for (DWORD room : {0, 1, 2, 3, 8})
-        for (size_t block : {1, 256 * 1024}) {
+        for (size_t block : {size_t(1), kFirstSizes.block}) {
             DocumentFont fonts[8] = {};
-            DocumentJob job = {source.c_str(), nullptr, nullptr, IgnorePercent, fonts, room, 99};
-            gConversionSizes = {1024, 128000, block};
+            DocumentJob job = JobOf(source, "");
+            job.fonts = fonts;
+            job.fontRoom = room;
+            job.fontCount = 99;
+            gConverter.sizes = kFirstSizes;
+            gConverter.sizes.block = block;
             ExpectBoxes boxes({"Restarted: "});
             EXPECT_EQ(ConvertDocument(&job), 0u);
             ASSERT_EQ(job.fontCount, std::min<DWORD>(room, 3));
@@ -294,41 +308,48 @@ TEST_F(Documents, FontsOfTheTextAreCounted)
         }
 }
 
-static void WINAPI ConvertAgain(DWORD percent)
+// What a host does while it hears of its job.
+struct Hearing {
+    int stopAt;  // the question at which it stops the work; -1: none
+    std::vector<DWORD> percents;
+};
+
+static void WINAPI ConvertAgain(void *context, DWORD percent)
 {
-    EXPECT_EQ(ConvertFile("in.xml", "out.xml"), 1004u) << percent;
+    static_cast<Hearing *>(context)->percents.push_back(percent);
+    EXPECT_EQ(ConvertFile("in.xml", "out.xml"), DWORD(kFailBusy));
 }
 
-TEST_F(Documents, OneConversionAtATime)
+static int WINAPI StopAt(void *context)
+{
+    return static_cast<Hearing *>(context)->stopAt-- == 0;
+}
+
+// A job hears its own context, can't begin another one, and is stopped wherever it says so with the
+// old file in place.
+TEST_F(Documents, CallbacksAndStopping)
 {
     std::string source = Path("in.xml"), destination = Path("out.xml");
-    const std::string document = "<a>" + RunIn("Saysettha 2000", "À") + "</a>";
-    WriteWholeFile(source, document);
-    DocumentJob job = {source.c_str(), destination.c_str(), nullptr, ConvertAgain, nullptr, 0, 0};
-    EXPECT_EQ(ConvertDocument(&job), 0u);
-    EXPECT_EQ(ReadWholeFile(destination), "<a>" + RunOut("Saysettha OT", "ກ") + "</a>");
-    EXPECT_EQ(Convert(document), "<a>" + RunOut("Saysettha OT", "ກ") + "</a>");
-}
-
-// Known text, put into each legacy code by the library's own recoding, comes back as it was.
-TEST_F(Documents, KnownTextComesBackParagraphByParagraph)
-{
-    struct {
-        const char *font;
-        int code;
-    } fonts[] = {{"Saysettha Lao", 0}, {"Saysettha 2000", 2}, {"Saysettha 95", 3}};
-    std::vector<std::string> lines = SplitLines(ReadCorpus("udhr.txt"));
-    for (auto [font, code] : fonts) {
-        std::string document, wanted;
-        for (const std::string &line : lines) {
-            std::string bytes = CodeOfText(line), latin;
-            if (bytes.find_first_of("<>&?") != std::string::npos)
-                continue;
-            bytes.resize(3 * bytes.size() + 1);
-            ASSERT_NE(RecodeString(bytes.data(), DWORD(bytes.size()), -code), 0);
-            document += RunIn(font, Utf8OfCodePage(bytes.c_str()));
-            wanted += RunOut("Saysettha OT", TextOfCode(CodeOfText(line)));
-        }
-        EXPECT_TRUE(Convert(document) == wanted) << font;
+    WriteWholeFile(source, "<a>" + RunIn("Saysettha 2000", "À") + "</a>");
+    gConverter.sizes.block = 50;
+    for (int stopAt = 0; stopAt < 5; ++stopAt) {
+        Hearing hearing = {stopAt, {}};
+        DocumentJob job = JobOf(source, destination);
+        job.context = &hearing;
+        job.showPercent = ConvertAgain;
+        job.shallStop = StopAt;
+        WriteWholeFile(destination, "old");
+        bool isStopped = stopAt < 3;  // in front of the document, and twice at its end
+        EXPECT_EQ(ConvertDocument(&job), DWORD(isStopped ? kFailStopped : kConverted)) << stopAt;
+        EXPECT_EQ(ReadWholeFile(destination),
+                  isStopped ? "old" : "<a>" + RunOut("Saysettha OT", "ກ") + "</a>");
+        EXPECT_EQ(ListFolder(folder_), (std::vector<std::string>{"in.xml", "out.xml"}));
+        EXPECT_EQ(hearing.percents.empty(), stopAt == 0);
     }
+    for (DWORD size : {DWORD(0), DWORD(sizeof(DocumentJob) - 1), DWORD(sizeof(DocumentJob) + 8)}) {
+        DocumentJob job = JobOf(source, destination);
+        job.size = size;
+        EXPECT_EQ(ConvertDocument(&job), DWORD(kFailJobSize));
+    }
+    EXPECT_EQ(ConvertDocument(nullptr), DWORD(kFailNoPath));
 }

@@ -1,6 +1,6 @@
 // Documents as word processors write them, made up and real: the text comes
 // out as the Unicode text that it was made from, w:t by w:t.
-#include "support/document.h"
+#include "documents/document.h"
 
 #include "support/conversion.h"
 #include "support/corpus.h"
@@ -38,40 +38,17 @@ static void ExpectTexts(const std::vector<std::string> &texts,
         ASSERT_EQ(texts[i], known[i]) << "text " << i;
 }
 
-static MadeDocument MakeDocumentOf(uint32_t seed, bool isPlain)
-{
-    return MakeDocument({seed, 150000, ReadCorpus("udhr.txt"), isPlain, false});
-}
-
 // Whatever way a text comes to its font: run, styles, their bases, paragraph, "Normal".
 TEST_F(WholeDocuments, KnownTextComesBackFromAllLegacyFonts)
 {
     for (uint32_t seed = 1; seed <= 6; ++seed) {
-        MadeDocument made = MakeDocumentOf(seed, false);
+        MadeDocument made = MakeDocument({seed, 150000, ReadCorpus("udhr.txt"), false, false});
         ASSERT_EQ(LegacyFontsIn(made.source).size(), 38u);
         std::string converted = Convert(made.source, {kNoteOfDocument});
         ASSERT_NO_FATAL_FAILURE(ExpectTexts(TextsOf(converted), made.texts)) << "seed " << seed;
         ASSERT_EQ(FirstDifference(converted, made.converted), "") << "seed " << seed;
         EXPECT_EQ(LegacyFontsIn(converted), std::vector<std::string>());
         EXPECT_EQ(FirstDifference(Convert(converted, {kNoteOfDocument}), converted), "");
-    }
-}
-
-TEST_F(WholeDocuments, WithoutLegacyFontsKeepTheirTextAndNames)
-{
-    MadeDocument made = MakeDocumentOf(20, true);
-    EXPECT_EQ(FirstDifference(Convert(made.source, {kNoteOfDocument}), made.converted), "");
-    EXPECT_EQ(TextsOf(made.source), TextsOf(made.converted));
-}
-
-TEST_F(WholeDocuments, StartSizesDoNotShow)
-{
-    MadeDocument made = MakeDocumentOf(30, false);
-    for (size_t size : {17, 64, 100, 333, 1000}) {
-        gConversionSizes = {size, size + size / 2, 2 * size - 33};
-        gStyles.capacity = int(size % 7 + 1);
-        std::string converted = Convert(made.source, {"Restarted: "});
-        ASSERT_EQ(FirstDifference(converted, made.converted), "") << size;
     }
 }
 

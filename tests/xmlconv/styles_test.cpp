@@ -2,81 +2,34 @@
 // and what the tracker adds and notes.
 #include "xmlconv/styles.h"
 
-#include <cstring>
-
-#include "support/started_library.h"
-#include "xmlconv/report.h"
+#include "support/conversion.h"
+#include "xmlconv/tag_writer.h"
 
 class StyleTracking : public StartedLibrary
 {
-  protected:
-    void SetUp() override
-    {
-        StartedLibrary::SetUp();
-        LoadFontMap();
-        gStyles.capacity = 256;
-        ASSERT_EQ(StartStyles(), 1);
-    }
-    void TearDown() override
-    {
-        FreeStyles();
-        FreeFontMap();
-        FreeConversionNotes();
-        gReport = {};
-        StartedLibrary::TearDown();
-    }
 };
 
-// Walks through a document's tags as the driver does; tells the font at each w:t.
-struct Walk {
-    std::string fonts;    // of the texts, with blanks between
-    std::string lastTag;  // the last w:rFonts with what was added
-    int result = 1;
-};
-
-static std::string DrawAttributes(const TagRecord &tag)
+// Walks through a document's tags as the part converter does: the font at each w:t.
+static std::string FontsIn(Conversion *conversion, const std::string &document)
 {
-    std::string text;
-    for (int i = 0; i < tag.attributeCount; ++i)
-        text += std::string(text.empty() ? "" : " ") + tag.attributes[i].name + "=" +
-                tag.attributes[i].value;
-    return text;
-}
-
-static TagRecord *Leave(TagRecord *current, TagRecord *closing)
-{
-    TagRecord *parent = current ? current->parent : nullptr;
-    FreeTag(closing);
-    FreeTag(current);
-    return parent;
-}
-
-static TagRecord *Enter(TagRecord *current, TagRecord *tag, Walk *walk)
-{
-    tag->parent = current;
-    walk->result = TrackTag(tag);
-    if (TagNameIs(tag, "w:t"))
-        walk->fonts += std::string(ResolveTextFont() ? ResolveTextFont() : "none") + ";";
-    if (TagNameIs(tag, "w:rFonts"))
-        walk->lastTag = DrawAttributes(*tag);
-    if (!tag->isSelfClosing)
-        return tag;
-    FreeTag(tag);
-    return current;
-}
-
-static Walk WalkThrough(const std::string &document)
-{
-    Walk walk;
+    std::string fonts;
     TagRecord *current = nullptr;
-    for (size_t i = document.find('<'); i != std::string::npos && walk.result;
-         i = document.find('<', i + 1)) {
-        TagRecord *tag = ParseTag(document.substr(i, document.find('>', i) + 1 - i).c_str());
-        current = tag->isClosing ? Leave(current, tag) : Enter(current, tag, &walk);
+    for (size_t i = document.find('<'); i != std::string::npos; i = document.find('<', i + 1)) {
+        std::string tag = document.substr(i, document.find('>', i) + 1 - i);
+        strcpy(conversion->tagSource, tag.c_str());
+        EXPECT_TRUE(ProcessTag(conversion, &current)) << tag;
+        const char *font = ResolveTextFont(&conversion->styles);
+        if (tag == "<w:t/>")
+            fonts += std::string(font ? font : "none") + ";";
     }
-    while (current)
-        current = Leave(current, nullptr);
-    return walk;
+    FreeTagStack(current);
+    return fonts;
+}
+
+static std::string FontsIn(const std::string &document)
+{
+    MemoryConversion conversion;
+    return FontsIn(&conversion.record, document);
 }
 
 static std::string RunOf(const std::string &properties)
@@ -146,86 +99,80 @@ static const FontRow kFontRows[] = {
 TEST_F(StyleTracking, FontOfATextByWhatIsSaid)
 {
     for (const FontRow &row : kFontRows) {
-        ASSERT_EQ(StartStyles(), 1);
-        Walk walk = WalkThrough("<w:doc>" + kStyles + "<w:body>" + row.body + "</w:body></w:doc>");
-        EXPECT_EQ(walk.fonts, row.fonts) << row.what;
+        std::string document = "<w:doc>" + kStyles + "<w:body>" + row.body + "</w:body></w:doc>";
+        EXPECT_EQ(FontsIn(document), row.fonts) << row.what;
     }
+    // without a style "Normal", and without a body, which links the bases
+    const std::string child = "<w:p><w:pPr><w:pStyle w:val=\"Child\"/></w:pPr><w:t/></w:p>";
+    EXPECT_EQ(FontsIn("<w:body><w:p>" + RunOf("") + "</w:p></w:body>"),
+              "none;");
+    EXPECT_EQ(FontsIn(kStyles + child + "<w:body>" + child),
+              "NormalFont;BaseFont;");
 }
 
-TEST_F(StyleTracking, WithoutNormalThereIsNoFont)
-{
-    EXPECT_EQ(WalkThrough("<w:body><w:p>" + RunOf("") + "</w:p></w:body>").fonts, "none;");
-}
-
-TEST_F(StyleTracking, BasesAreLinkedByTheBody)
-{
-    const std::string text =
-        "<w:p><w:pPr><w:pStyle w:val=\"Child\"/></w:pPr>" + RunOf("") + "</w:p>";
-    EXPECT_EQ(
-        WalkThrough("<w:doc>" + kStyles + text + "<w:body>" + text + "</w:body></w:doc>").fonts,
-        "NormalFont;BaseFont;");
-}
-
-struct AddedRow {
-    const char *fonts, *written;
-};
-
-static const AddedRow kAddedRows[] = {
+static const char *const kWrittenRows[][2] = {
     {"<w:rFonts w:ascii=\"saysettha lao\" w:h-ansi=\"x\"/>",
-     "w:ascii=saysettha lao w:h-ansi=x w:cs=saysettha lao"},
-    {"<w:rFonts w:ascii=\"Saysettha Lao\" w:cs=\"x\"/>", "w:ascii=Saysettha Lao w:cs=x"},
-    {"<w:rFonts w:ascii=\"Arial\"/>", "w:ascii=Arial"},
+     "<w:rFonts w:ascii=\"Saysettha OT\" w:h-ansi=\"x\" w:cs=\"Saysettha OT\"/>"},
+    {"<w:rFonts w:ascii=\"Saysettha Lao\" w:cs=\"x\"/>",
+     "<w:rFonts w:ascii=\"Saysettha OT\" w:cs=\"x\"/>"},
+    {"<w:rFonts w:ascii=\"Arial\"/>", "<w:rFonts w:ascii=\"Arial\"/>"},
 };
 
 TEST_F(StyleTracking, ALegacyFontGetsItsNameForComplexScript)
 {
-    for (const AddedRow &row : kAddedRows) {
-        ASSERT_EQ(StartStyles(), 1);
-        EXPECT_EQ(WalkThrough("<w:p>" + RunOf(row.fonts) + "</w:p>").lastTag, row.written);
-    }
+    for (auto [source, written] : kWrittenRows)
+        EXPECT_EQ(MemoryConversion().Convert("<w:p>" + RunOf(source) + "</w:p>"),
+                  "<w:p>" + RunOf(written) + "</w:p>");
 }
 
 TEST_F(StyleTracking, PlacesThatAreNotFollowedAreNoted)
 {
-    WalkThrough(
-        "<a><w:rFonts w:ascii=\"A\"/></a><w:lvl><w:rPr><w:rFonts w:ascii=\"A\"/></w:rPr></w:lvl>");
-    EXPECT_FALSE(gReport.notes);
-    WalkThrough("<a><b><w:rFonts w:ascii=\"A\"/></b></a><c><w:rPr><w:rFonts/></w:rPr></c>");
-    EXPECT_STREQ(
-        gReport.notes,
+    MemoryConversion conversion;
+    FontsIn(&conversion.record, "<a><w:rFonts w:ascii=\"A\"/></a><w:lvl><w:rPr><w:rFonts "
+                                "w:ascii=\"A\"/></w:rPr></w:lvl>");
+    EXPECT_EQ(conversion.Notes(), "");
+    FontsIn(&conversion.record,
+            "<a><b><w:rFonts w:ascii=\"A\"/></b></a><c><w:rPr><w:rFonts/></w:rPr></c>");
+    EXPECT_EQ(
+        conversion.Notes(),
         "unprocessed w:rFonts tag,child of b,of a\r\nunprocessed w:rFonts tag,child of w:rPr,of c");
 }
 
-TEST_F(StyleTracking, AFullTableAsksForALargerOne)
+// What a table knew before it grew it knows afterwards: styles, their first names, bases, "Normal".
+TEST_F(StyleTracking, AGrownTableIsTheSameTable)
 {
-    std::string styles = "<w:styles>";
-    for (int i = 0; i < 256; ++i)
-        styles += Style("S" + std::to_string(i), "", Fonts("F"));
-    EXPECT_EQ(WalkThrough(styles + "</w:styles>").result, 1);
-    ASSERT_EQ(StartStyles(), 1);
-    EXPECT_EQ(WalkThrough(styles + Style("more", "", "") + "</w:styles>").result, 0);
-    EXPECT_EQ(gReport.restart, kStylesFull);
+    std::string body = "<w:body><w:p><w:pPr><w:pStyle w:val=\"Child\"/></w:pPr>" + RunOf("") +
+                       "</w:p><w:p>" + RunOf("") + "</w:p>";
+    for (int styles = 1; styles < 20; ++styles) {
+        ConversionSizes sizes = kFirstSizes;
+        sizes.styles = styles;
+        MemoryConversion conversion(sizes);
+        EXPECT_EQ(FontsIn(&conversion.record,
+                          kStyles + body + "</w:body>" + kStyles + kStyles + body),
+                  "BaseFont;NormalFont;BaseFont;NormalFont;");
+        EXPECT_EQ(conversion.record.styles.last, 23);
+    }
 }
 
 // Names of every length around the slots' size, and tags without the ancestors or values that they
 // need.
 TEST_F(StyleTracking, OverlongNamesAndStrayTags)
 {
-    for (size_t length : {62, 63, 64, 500}) {
-        ASSERT_EQ(StartStyles(), 1);
+    for (size_t length : {62, 63, 64, 200}) {
+        MemoryConversion conversion;
         std::string name(length, 'n'), cut = name.substr(0, 63);
-        Walk walk = WalkThrough("<w:doc><w:styles>" + Style(name, name, Fonts(name)) +
-                                "</w:styles><w:body><w:p>" + RunOf(Fonts(name)) +
-                                "</w:p></w:body></w:doc>");
-        EXPECT_EQ(walk.fonts, cut + ";");
-        EXPECT_EQ(FindStyle(cut.c_str()), &gStyles.table[0]);
+        std::string document = "<w:doc><w:styles>" + Style(name, name, Fonts(name)) +
+                               "</w:styles><w:body><w:p>" + RunOf(Fonts(name)) +
+                               "</w:p></w:body></w:doc>";
+        EXPECT_EQ(FontsIn(&conversion.record, document), cut + ";");
+        EXPECT_EQ(FindStyle(&conversion.record.styles, cut.c_str()), 0);
     }
-    ASSERT_EQ(StartStyles(), 1);
-    WalkThrough(
-        "<w:style><w:basedOn w:val=\"x\"/><w:rPr><w:rFonts w:ascii=\"A\"/></w:rPr></w:style>"
-        "<w:pStyle w:val=\"x\"/><w:rStyle/><w:p><w:rStyle w:val/></w:p><w:styles><w:style "
-        "w:styleId w:type/></w:styles>");
-    EXPECT_EQ(gStyles.last, 0);
-    EXPECT_EQ(FindStyle(""), nullptr);
-    EXPECT_EQ(FindStyle(nullptr), nullptr);
+    MemoryConversion conversion;
+    FontsIn(&conversion.record,
+            "<w:style><w:basedOn w:val=\"x\"/><w:rPr><w:rFonts w:ascii=\"A\"/></w:rPr></w:style>"
+            "<w:pStyle w:val=\"x\"/><w:rStyle/><w:p><w:rStyle w:val/></w:p><w:styles><w:style "
+            "w:styleId w:type/></w:styles>");
+    EXPECT_EQ(conversion.record.styles.last, 0);
+    EXPECT_EQ(FindStyle(&conversion.record.styles, ""), kNoStyle);
+    EXPECT_EQ(FindStyle(&conversion.record.styles, nullptr), kNoStyle);
 }

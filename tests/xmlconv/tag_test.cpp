@@ -20,10 +20,10 @@ static std::string Draw(const TagRecord &tag)
 
 static std::string Parse(const std::string &source)
 {
-    gReport.error = 0;
-    TagRecord *tag = ParseTag(source.c_str());
-    std::string drawn = tag ? Draw(*tag) : std::to_string(gReport.error);
-    EXPECT_EQ(tag == nullptr, gReport.error != 0) << source;
+    ConversionReport report = {};
+    TagRecord *tag = ParseTag(&report, source.c_str());
+    std::string drawn = tag ? Draw(*tag) : std::to_string(report.error);
+    EXPECT_EQ(tag == nullptr, report.error != 0) << source;
     FreeTag(tag);
     return drawn;
 }
@@ -97,14 +97,15 @@ TEST(Tags, ManyAttributes)
 
 TEST(Tags, LookupsTakeNoValueForNone)
 {
-    TagRecord *tag = ParseTag("<a W:Val B=\"1\" b=\"2\">");
+    ConversionReport report = {};
+    TagRecord *tag = ParseTag(&report, "<a W:Val B=\"1\" b=\"2\">");
     ASSERT_TRUE(tag);
     EXPECT_TRUE(FindTagAttribute(tag, "w:val"));
     EXPECT_FALSE(AttributeValueIs(FindTagAttribute(tag, "w:val"), ""));
     EXPECT_TRUE(AttributeValueIs(FindTagAttribute(tag, "b"), "1"));
     EXPECT_FALSE(FindTagAttribute(tag, "c"));
     EXPECT_FALSE(TagNameIs(tag, "A"));
-    EXPECT_EQ(AddTagAttribute(tag, "w:cs", "x"), 1);
+    EXPECT_EQ(AddTagAttribute(&report, tag, "w:cs", "x"), 1);
     EXPECT_EQ(Draw(*tag), "a W:Val B=1 b=2 w:cs=x");
     FreeTag(tag);
     FreeTag(nullptr);
@@ -112,18 +113,23 @@ TEST(Tags, LookupsTakeNoValueForNone)
 
 TEST(Notes, AreSeparatedAndStayWithinTheirRoom)
 {
-    AddConversionNote(nullptr);
-    EXPECT_FALSE(gReport.notes);
-    AddConversionNote("one %d", 1);
-    AddConversionNote("two");
-    EXPECT_STREQ(gReport.notes, "one 1\r\ntwo");
-    std::string text = gReport.notes;
-    AddConversionNote("%s", std::string(5000, 'x').c_str());
-    EXPECT_EQ(gReport.notes, text);  // left out whole
+    ConversionReport report = {};
+    AddConversionNote(&report, nullptr);
+    EXPECT_FALSE(report.notes);
+    AddConversionNote(&report, "one %d", 1);
+    AddConversionNote(&report, "two");
+    EXPECT_STREQ(report.notes, "one 1\r\ntwo");
+    std::string text = report.notes;
+    AddConversionNote(&report, "%s", std::string(5000, 'x').c_str());
+    EXPECT_EQ(report.notes, text);  // left out whole
+    AddRestartNote(&report, "again %d", 2);
+    text += "\r\nagain 2\r\none 1\r\ntwo";
+    EXPECT_EQ(report.notes, text);
     std::string exact(kNotesSize - text.size() - 3, 'y');
-    AddConversionNote("%s", exact.c_str());
-    AddConversionNote("z");
-    EXPECT_EQ(gReport.notes, text + "\r\n" + exact);
-    FreeConversionNotes();
-    EXPECT_FALSE(gReport.notes);
+    AddConversionNote(&report, "%s", exact.c_str());
+    AddConversionNote(&report, "z");
+    AddRestartNote(&report, "again %d", 3);
+    EXPECT_EQ(report.notes, text + "\r\n" + exact);
+    FreeConversionNotes(&report);
+    EXPECT_FALSE(report.notes);
 }

@@ -6,7 +6,7 @@ from html import escape
 from pathlib import Path
 
 HERE = Path(__file__).parent
-CHARTS = (HERE / '../../support/document_charts.h').read_text(encoding='utf8')
+CHARTS = (HERE / '../../../bench/documents/document_charts.h').read_text(encoding='utf8')
 LINES = (HERE / '../../corpus/udhr.txt').read_text(encoding='utf8').splitlines()
 
 

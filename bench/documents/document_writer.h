@@ -1,8 +1,8 @@
 // What the parts of a made-up document share while it is written.
 #pragma once
 
-#include "support/document.h"
-#include "support/document_text.h"
+#include "document.h"
+#include "document_text.h"
 
 enum { kNoFace = -1, kNoStyle = -1 };
 

@@ -1,11 +1,11 @@
 // The body of a made-up document. Which font a text gets is decided here by the order in which a
 // word processor asks: run, character style, paragraph style, the paragraph's fonts, "Normal".
-#include "support/document.h"
+#include "document.h"
 
 #include <algorithm>
 #include <cctype>
 
-#include "support/document_writer.h"
+#include "document_writer.h"
 #include "xmlconv/font_map_table.h"
 
 static const std::string kEnglish = "Everyone has the right to life, liberty &amp; security. ";

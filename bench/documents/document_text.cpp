@@ -1,10 +1,10 @@
 // Legacy text out of Unicode text, by charts that are read backwards.
-#include "support/document_text.h"
+#include "document_text.h"
 
 #include <algorithm>
 #include <unordered_map>
 
-#include "support/document_charts.h"
+#include "document_charts.h"
 
 enum { kLao, k95, k2000, kLetters };  // conversion types; 4 and 5 have the code of 95
 constexpr char kZeroWidthSpace[] = "\u200B";

@@ -1,7 +1,7 @@
 // Fonts of a made-up document, and the tags that name them.
 #include <cctype>
 
-#include "support/document_writer.h"
+#include "document_writer.h"
 #include "xmlconv/font_map_table.h"
 
 void Put(DocumentWriter *writer, const std::string &piece)

@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <numeric>
 
-#include "support/document_writer.h"
+#include "document_writer.h"
 
 static void PutFontTable(DocumentWriter *writer)
 {
