@@ -1,33 +1,38 @@
 // orvel convert: WordprocessingML 2003 documents from legacy Lao fonts to Unicode, and the fonts
 // that such documents use. The library's own number of a failure stays on standard error, since
-// people quote it; what it means comes behind it.
-#include <cerrno>
+// people quote it; what it means comes behind it. What can't be a document never gets so far: the
+// library would copy it as if all were well.
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <unistd.h>
 
 #include "commands.h"
+#include "document_kind.h"
 #include "messages.h"
 #include "orvel.h"
 #include "progress.h"
 #include "runtime.h"
+#include "session.h"
 
-constexpr DWORD kCannotOpen = 926, kNoFontMap = 1003;
-constexpr DWORD kMostFonts = 4096;
+constexpr DWORD kMostFonts = 4096;  // of one document
 
 struct ConvertSettings {
-    std::vector<std::string> files;
-    std::string folder, map;
-    bool hasFolder = false, hasMap = false, listsFonts = false;
+    std::vector<std::string> files;  // UTF-8 paths: source and destination, or sources alone
+    std::string folder, map;         // UTF-8 paths
+    bool hasFolder = false, hasMap = false, listsFonts = false, isVerbose = false;
 };
 
+// Of the document that is worked on. Callbacks of the library find it here.
 struct ConvertState {
     Progress progress;
+    volatile std::sig_atomic_t stopSignal;  // 0: none came
 };
 static ConvertState gConvert;
 
 // ---- paths: as the library has them, a backslash counts as a slash ----
 
+// Where a path's last name begins.
 static size_t BaseStart(const std::string &path)
 {
     bool hasDrive = path.size() > 1 && path[1] == ':';
@@ -35,73 +40,163 @@ static size_t BaseStart(const std::string &path)
     return slash != path.npos ? slash + 1 : hasDrive ? 2 : 0;
 }
 
+// The path of a file of the same name in a folder.
 static std::string PlaceIn(const std::string &folder, const std::string &file)
 {
     bool hasEnd = folder.find_last_of("/\\:") == folder.size() - 1;
     return folder + (hasEnd ? "" : "/") + file.substr(BaseStart(file));
 }
 
-static bool IsFolder(std::string path)
+// Paths of the command are UTF-8 on all systems.
+static std::filesystem::path SystemPath(std::string path)
 {
-    std::error_code ignored;
     if (std::filesystem::path::preferred_separator == '/')
         std::replace(path.begin(), path.end(), '\\', '/');
-    return std::filesystem::is_directory(
-        std::filesystem::path(std::u8string(path.begin(), path.end())), ignored);
+    return std::u8string(path.begin(), path.end());
+}
+
+static bool IsFolder(const std::string &path)
+{
+    std::error_code ignored;
+    return std::filesystem::is_directory(SystemPath(path), ignored);
+}
+
+// Makes a folder with those above it, where they aren't there yet.
+static bool HasFolder(const std::string &path)
+{
+    std::error_code failure;
+    std::filesystem::create_directories(SystemPath(path), failure);
+    if (IsFolder(path))
+        return true;
+    fprintf(stderr, "orvel: the folder \"%s\" can't be made%s%s\n", path.c_str(),
+            failure ? ": " : "", failure ? failure.message().c_str() : "");
+    return false;
 }
 
 // ---- failures in words ----
 
 struct FailureMeaning {
-    DWORD first, last;
+    DWORD number;  // a ConversionFailure
     const char *words;
 };
 
+constexpr char kBadTag[] = "a tag of the document can't be read";
+constexpr char kNoMemory[] = "there is not enough memory";
+
+// What a person can do something about. The numbers of tags and of memory are many, since each has
+// one place in the library; a person needs to know no more than which of the two it is.
 // clang-format off
 constexpr FailureMeaning kMeanings[] = {
-    { 232,  288, "a tag of the document can't be read"},
-    { 473,  519, "there is not enough memory"},
-    { 938,  938, "there is not enough memory"},
-    {1000, 1000, "the document ends inside a tag: a part of it is missing"},
-    {1001, 1001, "a text of the document can't be converted"},
-    {1002, 1002, "the new document can't be written whole"},
+    {kFailTagMemory,       kNoMemory},
+    {kFailTagName,         kBadTag},
+    {kFailAttributes,      kBadTag},
+    {kFailAttributeMemory, kNoMemory},
+    {kFailAttributeName,   kBadTag},
+    {kFailValueMemory,     kNoMemory},
+    {kFailStyleMemory,     kNoMemory},
+    {kFailStyleFonts,      kNoMemory},
+    {kFailParagraphFonts,  kNoMemory},
+    {kFailRunFonts,        kNoMemory},
+    {kFailMemory,          kNoMemory},
+    {kFailCutTag,          "the document ends inside a tag: a part of it is missing"},
+    {kFailText,            "a text of the document can't be converted"},
+    {kFailWrite,           "the new document can't be written whole"},
 };
 // clang-format on
 
-static std::string ExplainSource(int reason)
+// The source could be opened a moment before.
+static std::string ExplainOpening(const DocumentJob &job)
 {
-    return reason ? strerror(reason) : "it can't be opened as a file";
-}
-
-static std::string ExplainDestination(const std::string &path)
-{
-    std::string folder = path.substr(0, BaseStart(path));
+    if (!job.destination)
+        return "it can't be opened any more";
+    if (IsSameFile(job.source, job.destination))
+        return "source and destination are one file";
+    std::string path = job.destination, folder = path.substr(0, BaseStart(path));
     bool hasFolder = folder.empty() || IsFolder(folder);
     return path + (hasFolder ? " can't be written to" : " can't be made: its folder isn't there");
 }
 
-static std::string ExplainOpening(const DocumentJob &job)
-{
-    errno = 0;
-    FILE *source = OpenDocument(job.source);
-    if (!source)
-        return ExplainSource(errno);
-    fclose(source);
-    if (IsSameFile(job.source, job.destination))
-        return "source and destination are one file";
-    return ExplainDestination(job.destination);
-}
-
+// The words that stand behind the source's name.
 static std::string ExplainFailure(DWORD failure, const DocumentJob &job)
 {
-    if (failure == kCannotOpen)
+    if (failure == kFailOpen)
         return ExplainOpening(job);
-    if (failure == kNoFontMap)
+    if (failure == kFailFontMap)
         return "the font map " + std::string(job.fontMap) + " can't be read or has no row";
     for (const FailureMeaning &row : kMeanings)
-        if (failure >= row.first && failure <= row.last)
+        if (failure == row.number)
             return row.words;
     return "the document can't be converted";
+}
+
+// False, with a message, for a file that is no document.
+static bool CanBeDocument(const std::string &source)
+{
+    std::string why = WhyNoDocumentIn(source);
+    size_t folder = BaseStart(source);
+    if (folder > 0 && !IsFolder(source.substr(0, folder)))
+        why = "its folder isn't there";
+    if (!why.empty())
+        fprintf(stderr, "%s: %s\n", source.c_str(), why.c_str());
+    return why.empty();
+}
+
+// ---- notes ----
+
+constexpr std::string_view kRestarted = "Restarted: ", kLineEnd = "\r\n";
+
+// Notes without those of restarts, which tell a person nothing. Behind each of these the library
+// says again what it had said so far, as far as its log has room: the longest stretch says all.
+static std::string NotesOfOneReading(std::string_view notes)
+{
+    std::string longest, stretch;
+    while (!notes.empty()) {
+        std::string_view line = notes.substr(0, notes.find(kLineEnd));
+        notes.remove_prefix(std::min(line.size() + kLineEnd.size(), notes.size()));
+        if (line.starts_with(kRestarted))
+            stretch.clear();
+        else
+            stretch += (stretch.empty() ? "" : std::string(kLineEnd)) + std::string(line);
+        longest = stretch.size() > longest.size() ? stretch : longest;
+    }
+    return longest;
+}
+
+static void TellNotes(bool isVerbose)
+{
+    for (const std::string &text : TakeMessages()) {
+        std::string notes = isVerbose ? text : NotesOfOneReading(text);
+        if (!notes.empty())
+            TellHere(notes);
+    }
+}
+
+// ---- signals: the new document stands beside the old one until it is whole, and has to go ----
+
+// The first one stops the work at the next block, a second one ends the program as ever.
+static void HearSignal(int number)
+{
+    gConvert.stopSignal = number;
+    std::signal(number, SIG_DFL);
+}
+
+// What was told to ignore them, as behind nohup, goes on so.
+static void CatchSignals()
+{
+    for (int number : {SIGINT, SIGTERM})
+        if (std::signal(number, HearSignal) == SIG_IGN)
+            std::signal(number, SIG_IGN);
+}
+
+// Ends as the signal would have ended it, so that a shell sees what happened.
+static void EndBySignal()
+{
+    int number = gConvert.stopSignal;
+    if (!number)
+        return;
+    fflush(nullptr);
+    std::signal(number, SIG_DFL);
+    std::raise(number);
 }
 
 // ---- the work on one document ----
@@ -111,6 +206,13 @@ static void WINAPI HearPercent(void *, DWORD percent)
     ShowProgress(&gConvert.progress, int(percent));
 }
 
+// The library asks in front of each block, and so often enough for a person.
+static int WINAPI ShallStop(void *)
+{
+    return gConvert.stopSignal != 0;
+}
+
+// The size of the document says whether it takes long enough for a bar.
 static Progress StartDocumentProgress(const char *source)
 {
     int file = OpenUtf8Path(source);
@@ -120,20 +222,22 @@ static Progress StartDocumentProgress(const char *source)
     return progress;
 }
 
-// Notes and failures come as messages behind the source's name.
-static DWORD RunJob(DocumentJob *job)
+// Notes and failures stand behind the source's name.
+static DWORD RunJob(const ConvertSettings &settings, DocumentJob *job)
 {
     gPlace.file = job->source;
     gConvert.progress = StartDocumentProgress(job->source);
     job->showPercent = HearPercent;
+    job->shallStop = ShallStop;
     DWORD failure = ConvertDocument(job);
-    TellMessages();
     HideProgress();
-    if (failure)
-        fprintf(stderr, "%s: %s\n", job->source, ExplainFailure(failure, *job).c_str());
+    TellNotes(settings.isVerbose);
+    if (failure && failure != kFailStopped)
+        TellHere(ExplainFailure(failure, *job));
     return failure;
 }
 
+// What all jobs of a run share. The job points into both arguments.
 static DocumentJob JobFor(const ConvertSettings &settings, const std::string &source)
 {
     DocumentJob job = {};
@@ -148,7 +252,13 @@ static DWORD ConvertOne(const ConvertSettings &settings, const std::string &sour
 {
     DocumentJob job = JobFor(settings, source);
     job.destination = destination.c_str();
-    return RunJob(&job);
+    return RunJob(settings, &job);
+}
+
+// A failure that would be the same for all documents to come, or after which none shall come.
+static bool EndsAll(DWORD failure)
+{
+    return failure == kFailFontMap || failure == kFailStopped;
 }
 
 // ---- many into a folder ----
@@ -161,29 +271,40 @@ static bool IsAmong(const std::vector<std::string> &written, const std::string &
     });
 }
 
+// One document of many: whether it was written, and in *isLast whether the others are left.
+static bool ConvertOneOfMany(const ConvertSettings &settings, const std::string &file,
+                             std::vector<std::string> *written, bool *isLast)
+{
+    std::string destination = PlaceIn(settings.folder, file);
+    if (!CanBeDocument(file))
+        return false;
+    if (!HasFolder(settings.folder)) {
+        *isLast = true;
+        return false;
+    }
+    if (IsAmong(*written, destination)) {
+        fprintf(stderr, "%s: not converted: %s is there from another one of these documents\n",
+                file.c_str(), destination.c_str());
+        return false;
+    }
+    DWORD failure = ConvertOne(settings, file, destination);
+    *isLast = EndsAll(failure);
+    if (!failure)
+        written->push_back(destination);
+    return !failure;
+}
+
+// A bad document among good ones stops none of them.
 static int ConvertAll(const ConvertSettings &settings)
 {
     std::vector<std::string> written;
     int worst = kDone;
-    if (!IsFolder(settings.folder)) {
-        fprintf(stderr, "orvel: there is no folder \"%s\"\n", settings.folder.c_str());
-        return kNotDone;
-    }
+    bool isLast = false;
     for (const std::string &file : settings.files) {
-        std::string destination = PlaceIn(settings.folder, file);
-        if (IsAmong(written, destination)) {
-            fprintf(stderr, "%s: not converted: %s is there from another one of these documents\n",
-                    file.c_str(), destination.c_str());
+        if (!ConvertOneOfMany(settings, file, &written, &isLast))
             worst = kNotDone;
-            continue;
-        }
-        DWORD failure = ConvertOne(settings, file, destination);
-        if (failure == kNoFontMap)
-            return kNotDone;  // it would be the same for all
-        if (failure)
-            worst = kNotDone;
-        else
-            written.push_back(destination);
+        if (isLast)
+            break;
     }
     return worst;
 }
@@ -198,6 +319,7 @@ static std::string PlainName(std::string name)
     return name;
 }
 
+// A line of four columns.
 static std::string DescribeFont(const std::string &file, const DocumentFont &font)
 {
     std::string unicode = font.unicodeName;
@@ -205,14 +327,17 @@ static std::string DescribeFont(const std::string &file, const DocumentFont &fon
            (unicode.empty() ? "(not in the font map)" : PlainName(unicode)) + "\n";
 }
 
+// The fonts are found by a conversion without a destination. What failed has no line.
 static int ListFontsOf(const ConvertSettings &settings, const std::string &file, DWORD *failure)
 {
+    if (!CanBeDocument(file))
+        return kNotDone;
     std::vector<DocumentFont> fonts(kMostFonts);
     DocumentJob job = JobFor(settings, file);
     std::string text;
     job.fonts = fonts.data();
     job.fontRoom = kMostFonts;
-    *failure = RunJob(&job);
+    *failure = RunJob(settings, &job);
     if (*failure)
         return kNotDone;
     for (DWORD i = 0; i < job.fontCount; ++i)
@@ -231,14 +356,15 @@ static int ListFonts(const ConvertSettings &settings)
     DWORD failure = 0;
     for (const std::string &file : settings.files) {
         worst = std::max(worst, ListFontsOf(settings, file, &failure));
-        if (failure == kNoFontMap)
-            break;  // it would be the same for all
+        if (EndsAll(failure))
+            break;
     }
     return worst;
 }
 
 // ---- command line ----
 
+// "-" stands for standard input in other commands; a document has to have a name.
 static bool HasStandardStream(const std::vector<std::string> &files)
 {
     return std::find(files.begin(), files.end(), "-") != files.end();
@@ -250,6 +376,16 @@ static int RefuseUsage(const char *why)
     return kWrongUsage;
 }
 
+static int ConvertFiles(const ConvertSettings &settings)
+{
+    if (settings.listsFonts)
+        return ListFonts(settings);
+    if (settings.hasFolder)
+        return ConvertAll(settings);
+    const std::string &source = settings.files[0], &destination = settings.files[1];
+    return CanBeDocument(source) && !ConvertOne(settings, source, destination) ? kDone : kNotDone;
+}
+
 static int RunConvert(const ConvertSettings &settings)
 {
     bool takesTwo = !settings.hasFolder && !settings.listsFonts;
@@ -259,11 +395,10 @@ static int RunConvert(const ConvertSettings &settings)
         return RefuseUsage("convert takes files by their names; standard input can't be one");
     if (!Start())
         return kNotDone;
-    if (settings.listsFonts)
-        return ListFonts(settings);
-    if (settings.hasFolder)
-        return ConvertAll(settings);
-    return ConvertOne(settings, settings.files[0], settings.files[1]) ? kNotDone : kDone;
+    CatchSignals();
+    int status = ConvertFiles(settings);
+    EndBySignal();
+    return status;
 }
 
 void AddConvertCommand(CLI::App *app, Command *chosen)
@@ -275,8 +410,8 @@ void AddConvertCommand(CLI::App *app, Command *chosen)
         ->add_option("files", settings->files,
                      "source and destination; with --to and --list-fonts all are sources")
         ->required();
-    CLI::Option *folder =
-        convert->add_option("--to", settings->folder, "the folder that the new documents go to");
+    CLI::Option *folder = convert->add_option(
+        "--to", settings->folder, "the folder that the new documents go to; it is made");
     CLI::Option *map =
         convert->add_option("--map", settings->map,
                             "a file that says what each font is and becomes, like FontList.ini");
@@ -284,6 +419,8 @@ void AddConvertCommand(CLI::App *app, Command *chosen)
         ->add_flag("--list-fonts", settings->listsFonts,
                    "write nothing; tell the fonts of each document's text")
         ->excludes(folder);
+    convert->add_flag("--verbose", settings->isVerbose,
+                      "tell also how often a document needed more memory");
     convert->footer("The documents are WordprocessingML 2003 (XML). A new document takes its place "
                     "when it is\nwhole; a failed conversion leaves what was there.\n"
                     "--list-fonts prints a line for each font, a tab between its columns: file, "

@@ -425,8 +425,8 @@ typedef struct DocumentFont {
 /* A conversion with what ConvertFile leaves to the library. Null or 0 where nothing is wanted. The
  * host owns all of it, and must not start another conversion in a callback. */
 typedef struct DocumentJob {
-    DWORD size;              /* sizeof(DocumentJob), so that a later library knows which record it is */
-    const char *source;      /* UTF-8 path */
+    DWORD size;         /* sizeof(DocumentJob), so that a later library knows which record it is */
+    const char *source; /* UTF-8 path */
     const char *destination; /* UTF-8 path; null: nothing is written, the fonts are counted */
     const char *fontMap;     /* UTF-8 path of a file like FontList.ini */
     void *context;           /* the first argument of both callbacks */

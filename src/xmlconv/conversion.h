@@ -24,7 +24,7 @@ constexpr ConversionSizes kFirstSizes = {
 enum { kSpareBytes = 16 };  // of a buffer that count as full
 
 struct Conversion {
-    DocumentJob *job;       // not owned: fonts are counted there, and its callbacks are called
+    DocumentJob *job;  // not owned: fonts are counted there, and its callbacks are called
     ConversionReport report;
     FontMap fonts;
     StyleState styles;
@@ -42,8 +42,8 @@ struct Conversion {
 int StartConversion(Conversion *conversion, DocumentJob *job, const ConversionSizes &sizes);
 void EndConversion(Conversion *conversion);
 
-// Doubles the buffers of tags or of texts, notes it, and keeps what the source buffer holds: 1, or 0
-// with a failure that is reported, and all buffers are as they were.
+// Doubles the buffers of tags or of texts, notes it, and keeps what the source buffer holds: 1, or
+// 0 with a failure that is reported, and all buffers are as they were.
 int GrowTagBuffers(Conversion *conversion);
 int GrowTextBuffers(Conversion *conversion);
 

@@ -1,6 +1,6 @@
-// The driver of a document conversion: a job's files and font map are brought to the part converter,
-// and how it ended is shown. The new file stands beside its place until it is whole, so that a
-// failure leaves what was there.
+// The driver of a document conversion: a job's files and font map are brought to the part
+// converter, and how it ended is shown. The new file stands beside its place until it is whole, so
+// that a failure leaves what was there.
 #include "xmlconv/convert.h"
 
 #include <cstdio>
@@ -12,7 +12,7 @@
 
 constexpr char kCaption[] = "XML Font Substitution";
 constexpr char kMeterLabel[] = "Convert XML document to Unicode";
-enum { kUtf8PathSize = 4096 };              // bytes
+enum { kUtf8PathSize = 4096 };             // bytes
 constexpr size_t kOutputSize = 64 * 1024;  // bytes of the output's buffer
 
 ConverterState gConverter = {.isBusy = false, .sizes = kFirstSizes};

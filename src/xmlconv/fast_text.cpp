@@ -1,5 +1,5 @@
-// The memory of characters at work. No character is decoded here: the bits that tell characters of a
-// range apart are the index, and the result is copied as bytes.
+// The memory of characters at work. No character is decoded here: the bits that tell characters of
+// a range apart are the index, and the result is copied as bytes.
 #include "xmlconv/fast_text.h"
 
 #include <cassert>

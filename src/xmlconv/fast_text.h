@@ -30,7 +30,7 @@ struct TextMemory {
 };
 
 // Converts a text, which doesn't stand in the room, into the room: the bytes of the result, the
-// same as from ConvertTextNode. 0 when that must do it: the room might be too small, or the text has
-// characters that legacy text never has.
+// same as from ConvertTextNode. 0 when that must do it: the room might be too small, or the text
+// has characters that legacy text never has.
 size_t ConvertTextFast(TextMemory *memory, const TextRoom &room, const char *text, size_t length,
                        const FontMapEntry &entry);

@@ -146,6 +146,14 @@ static const FontMapEntry *SearchRows(const FontMap *map, const char *name)
     return nullptr;
 }
 
+// Families of fonts differ near their ends, as "Alice1 95" and "Alice2 95" do.
+static size_t HashName(const char *name, size_t length)
+{
+    size_t nearEnd = length > 3 ? length - 4 : 0;
+    return length + uint8_t(name[0]) + 3 * size_t(uint8_t(name[length / 2])) +
+           5 * size_t(uint8_t(name[nearEnd])) + 7 * size_t(uint8_t(name[length - 1]));
+}
+
 // Names that share a place in the memory push each other out; that costs time and nothing else.
 const FontMapEntry *FindFontMapEntry(FontMap *map, const char *name)
 {
@@ -154,7 +162,7 @@ const FontMapEntry *FindFontMapEntry(FontMap *map, const char *name)
         return nullptr;  // no row has such a name
     if (length == 0)
         return SearchRows(map, name);
-    FoundName *found = &map->found[(length + uint8_t(name[length - 1])) % kFoundNames];
+    FoundName *found = &map->found[HashName(name, length) % kFoundNames];
     if (strcmp(found->name, name) != 0) {
         strcpy(found->name, name);
         found->entry = SearchRows(map, name);
@@ -175,11 +183,9 @@ bool IsFontTag(std::string_view name)
     return IsAmong(kFontTags, std::size(kFontTags), name);
 }
 
-const FontMapEntry *FindRenamedFont(FontMap *map, const TagRecord *tag,
-                                    const TagAttribute *attribute)
+const FontMapEntry *FindRenamedFont(FontMap *map, const TagAttribute *attribute)
 {
-    bool namesFont = IsFontTag(tag->name) &&
-                     IsAmong(kFontAttributes, std::size(kFontAttributes),
+    bool namesFont = IsAmong(kFontAttributes, std::size(kFontAttributes),
                              {attribute->name, attribute->nameLength});
     return namesFont ? FindFontMapEntry(map, attribute->value) : nullptr;
 }

@@ -1,6 +1,7 @@
-// The font map of a conversion: legacy fonts, the code each uses, and the Unicode fonts that replace
-// them. The driver fills it, the style tracker asks it which text is legacy text, the tag writer
-// which names to replace. It comes from a file, or is the built-in one; the two are never merged.
+// The font map of a conversion: legacy fonts, the code each uses, and the Unicode fonts that
+// replace them. The driver fills it, the style tracker asks it which text is legacy text, the tag
+// writer which names to replace. It comes from a file, or is the built-in one; the two are never
+// merged.
 #pragma once
 
 #include <cstdio>
@@ -13,7 +14,8 @@ enum { kMapNameSize = 64 };  // terminator included
 struct FontMapEntry {
     char legacyName[kMapNameSize];  // as a document has it between the quotes
     int conversionType;             // the font's code: see docs/font-map.md
-    char unicodeName[kMapNameSize]; // well-formed UTF-8 without control characters, nothing escaped
+    char
+        unicodeName[kMapNameSize];  // well-formed UTF-8 without control characters, nothing escaped
 };
 
 // The row that was found for a name. A document asks for few names over and over.
@@ -21,7 +23,7 @@ struct FoundName {
     char name[kMapNameSize];    // empty: no name yet
     const FontMapEntry *entry;  // null: no row has the name
 };
-enum { kFoundNames = 16 };
+enum { kFoundNames = 64 };
 
 struct FontMap {
     FontMapEntry *loaded;      // owned: rows of a file; null: the built-in ones are in force
@@ -46,7 +48,6 @@ const FontMapEntry *FindFontMapEntry(FontMap *map, const char *name);
 // Whether a tag of this name has attributes that name fonts, in whatever capitals.
 bool IsFontTag(std::string_view name);
 
-// The row that replaces an attribute's value: where the attribute names a legacy font in a place
-// that names fonts; else null, and the value stays.
-const FontMapEntry *FindRenamedFont(FontMap *map, const TagRecord *tag,
-                                    const TagAttribute *attribute);
+// The row that replaces the value of a font tag's attribute: where the attribute is one that names
+// a font, and this is a legacy one; else null, and the value stays.
+const FontMapEntry *FindRenamedFont(FontMap *map, const TagAttribute *attribute);

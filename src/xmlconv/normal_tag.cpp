@@ -77,8 +77,7 @@ static bool FollowOpeningTag(Conversion *conversion, TagRecord **current, std::s
     return true;
 }
 
-bool FollowNormalTag(Conversion *conversion, TagRecord **current, const char *source,
-                     size_t length)
+bool FollowNormalTag(Conversion *conversion, TagRecord **current, const char *source, size_t length)
 {
     size_t nameLength = NormalTagName(source, length);
     bool isClosing = source[1] == '/';

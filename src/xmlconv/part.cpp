@@ -1,7 +1,7 @@
-// A part is cut into tags and texts. What stays as it is goes from the reader's block to the sink in
-// long stretches: such pieces are only counted, and the stretch is written when a piece changes or
-// the block ends. What changes goes through the conversion's buffers, and so does a piece that lies
-// across two blocks. Each piece tries its fast road first.
+// A part is cut into tags and texts. What stays as it is goes from the reader's block to the sink
+// in long stretches: such pieces are only counted, and the stretch is written when a piece changes
+// or the block ends. What changes goes through the conversion's buffers, and so does a piece that
+// lies across two blocks. Each piece tries its fast road first.
 #include "xmlconv/part.h"
 
 #include <cassert>

@@ -9,8 +9,8 @@
 enum { kNotesSize = 4000 };  // bytes of the notes, terminator included
 
 struct ConversionReport {
-    int error;             // a ConversionFailure; 0 while nothing has failed, else the last one
-    char *notes;           // owned, kNotesSize bytes; null before the first note. CR LF between
+    int error;              // a ConversionFailure; 0 while nothing has failed, else the last one
+    char *notes;            // owned, kNotesSize bytes; null before the first note. CR LF between
     size_t notesOfReading;  // where those of the current reading begin, see AddRestartNote
 };
 

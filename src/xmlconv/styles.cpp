@@ -100,8 +100,7 @@ static int DoubleTable(StyleState *styles)
     if (styles->capacity > kMostStyles / 2)
         return 0;
     int capacity = 2 * styles->capacity;
-    StyleRecord *table =
-        static_cast<StyleRecord *>(calloc(size_t(capacity), sizeof(StyleRecord)));
+    StyleRecord *table = static_cast<StyleRecord *>(calloc(size_t(capacity), sizeof(StyleRecord)));
     int *index = NewIndex(capacity);
     if (!table || !index) {
         free(table);

@@ -1,7 +1,7 @@
 // What a conversion keeps to know the font of a text: the document's styles, and what the current
 // paragraph and run have said. The tag writer and the fast road of tags tell the tracker of each
-// opening tag, the part converter asks it at each text. The one idea: a document is a stream, so the
-// last word that was said counts, and nothing here depends on where an element ends.
+// opening tag, the part converter asks it at each text. The one idea: a document is a stream, so
+// the last word that was said counts, and nothing here depends on where an element ends.
 #pragma once
 
 #include <string_view>

@@ -86,7 +86,7 @@ static bool PutTag(Conversion *conversion, const TagRecord *tag)
     for (int i = 0; i < tag->attributeCount; ++i) {
         const TagAttribute *attribute = &tag->attributes[i];
         PutAttribute(&cursor, attribute,
-                     namesFonts ? FindRenamedFont(&conversion->fonts, tag, attribute) : nullptr);
+                     namesFonts ? FindRenamedFont(&conversion->fonts, attribute) : nullptr);
     }
     if (tag->isSelfClosing)
         Put(&cursor, tag->name[0] == '?' ? "?" : "/");

@@ -6,13 +6,13 @@
 #include "xmlconv/conversion.h"
 #include "xmlconv/tag.h"
 
-// Tracks an opening or self-closing tag and writes it to the conversion's tagText, which grows where
-// it has to: 1, or 0 with a failure that is reported.
+// Tracks an opening or self-closing tag and writes it to the conversion's tagText, which grows
+// where it has to: 1, or 0 with a failure that is reported.
 int WriteTag(Conversion *conversion, TagRecord *tag);
 
-// Handles a tag that stands NUL-terminated in the conversion's tagSource, with `*current` the top of
-// the stack, null when nothing is open; it becomes the new top. The text to write, which lasts until
-// the next tag; null on a failure, which is reported, and the stack is as it was.
+// Handles a tag that stands NUL-terminated in the conversion's tagSource, with `*current` the top
+// of the stack, null when nothing is open; it becomes the new top. The text to write, which lasts
+// until the next tag; null on a failure, which is reported, and the stack is as it was.
 const char *ProcessTag(Conversion *conversion, TagRecord **current);
 
 // Takes the top away: the new one. Where nothing is open nothing is taken.

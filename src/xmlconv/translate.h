@@ -20,9 +20,9 @@ struct TextRoom {
     size_t size;  // of text in bytes, and of wide in 16-bit units
 };
 
-// Converts a UTF-8 text of `length` bytes, at most the room's size, which doesn't stand in the room,
-// and writes it to the room: the bytes of the result, 0 for an empty one; kTextTooLong when it
-// doesn't fit the room; kTextFailed when the code pages fail for another reason.
+// Converts a UTF-8 text of `length` bytes, at most the room's size, which doesn't stand in the
+// room, and writes it to the room: the bytes of the result, 0 for an empty one; kTextTooLong when
+// it doesn't fit the room; kTextFailed when the code pages fail for another reason.
 enum { kTextTooLong = -1, kTextFailed = -2 };
 long ConvertTextNode(const TextRoom &room, const char *text, size_t length,
                      const FontMapEntry &entry);

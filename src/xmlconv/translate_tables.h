@@ -1,6 +1,7 @@
-// The translation of document text: bytes of legacy fonts to the code of the converter, and that code to Unicode. The code
-// is the internal one but for the break mark, 0x96, and the real hyphen, 0x2D. It is this conversion's own: some rows differ
-// from what the Unicode operations of hosts use. Rows give the high digit, columns the low one.
+// The translation of document text: bytes of legacy fonts to the code of the converter, and that
+// code to Unicode. The code is the internal one but for the break mark, 0x96, and the real hyphen,
+// 0x2D. It is this conversion's own: some rows differ from what the Unicode operations of hosts
+// use. Rows give the high digit, columns the low one.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// Conversions for tests: of files through the export, in a folder of their own and with the sizes of
-// a fresh process, and of texts in memory.
+// Conversions for tests: of files through the export, in a folder of their own and with the sizes
+// of a fresh process, and of texts in memory.
 #pragma once
 
 #include <cstring>

@@ -104,10 +104,8 @@ TEST_F(StyleTracking, FontOfATextByWhatIsSaid)
     }
     // without a style "Normal", and without a body, which links the bases
     const std::string child = "<w:p><w:pPr><w:pStyle w:val=\"Child\"/></w:pPr><w:t/></w:p>";
-    EXPECT_EQ(FontsIn("<w:body><w:p>" + RunOf("") + "</w:p></w:body>"),
-              "none;");
-    EXPECT_EQ(FontsIn(kStyles + child + "<w:body>" + child),
-              "NormalFont;BaseFont;");
+    EXPECT_EQ(FontsIn("<w:body><w:p>" + RunOf("") + "</w:p></w:body>"), "none;");
+    EXPECT_EQ(FontsIn(kStyles + child + "<w:body>" + child), "NormalFont;BaseFont;");
 }
 
 static const char *const kWrittenRows[][2] = {
@@ -147,9 +145,9 @@ TEST_F(StyleTracking, AGrownTableIsTheSameTable)
         ConversionSizes sizes = kFirstSizes;
         sizes.styles = styles;
         MemoryConversion conversion(sizes);
-        EXPECT_EQ(FontsIn(&conversion.record,
-                          kStyles + body + "</w:body>" + kStyles + kStyles + body),
-                  "BaseFont;NormalFont;BaseFont;NormalFont;");
+        EXPECT_EQ(
+            FontsIn(&conversion.record, kStyles + body + "</w:body>" + kStyles + kStyles + body),
+            "BaseFont;NormalFont;BaseFont;NormalFont;");
         EXPECT_EQ(conversion.record.styles.last, 23);
     }
 }
