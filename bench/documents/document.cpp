@@ -3,10 +3,8 @@
 #include "document.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "document_writer.h"
-#include "xmlconv/font_map_table.h"
 
 static const std::string kEnglish = "Everyone has the right to life, liberty &amp; security. ";
 
@@ -65,7 +63,6 @@ static void PutText(DocumentWriter *writer, int face)
     Put(writer, Random(writer, 3) ? "<w:t>" : "<w:t xml:space=\"preserve\">");
     PutChanged(writer, text.stored, text.known);
     Put(writer, "</w:t>");
-    writer->made.texts.push_back(text.known);
 }
 
 static void PutRunProperties(DocumentWriter *writer, int ownFace, int style)
@@ -231,37 +228,4 @@ MadeDocument MakeDocument(const DocumentPlan &plan)
     PutSectionEnd(&writer);
     Put(&writer, "</wx:sect></w:body></w:wordDocument>");
     return std::move(writer.made);
-}
-
-// ---- looking at documents ----
-
-std::vector<std::string> TextsOf(const std::string &document)
-{
-    std::vector<std::string> texts;
-    for (size_t at = 0; (at = document.find("<w:t", at)) != document.npos;) {
-        size_t open = document.find('>', at), end = document.find("</w:t>", open);
-        bool isText = (document[at + 4] == '>' || document[at + 4] == ' ') &&
-                      document[open - 1] != '/' && end != document.npos;
-        if (isText)
-            texts.push_back(document.substr(open + 1, end - open - 1));
-        at = isText ? end : at + 4;
-    }
-    return texts;
-}
-
-static std::string InSmallLetters(std::string text)
-{
-    for (char &c : text)
-        c = char(tolower(uint8_t(c)));
-    return text;
-}
-
-std::vector<std::string> LegacyFontsIn(const std::string &document)
-{
-    std::vector<std::string> found;
-    std::string small = InSmallLetters(document);
-    for (const FontMapEntry &row : kBuiltInFontMap)
-        if (small.find("\"" + InSmallLetters(row.legacyName) + "\"") != small.npos)
-            found.push_back(row.legacyName);
-    return found;
 }

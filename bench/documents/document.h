@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 struct DocumentPlan {
     uint32_t seed;       // the same document for the same plan
@@ -22,12 +21,5 @@ constexpr char kNoteOfDocument[] = "unprocessed w:rFonts tag,child of w:rPr,of w
 
 struct MadeDocument {
     std::string source, converted;
-    std::vector<std::string> texts;  // of each w:t of the converted document, in order
 };
 MadeDocument MakeDocument(const DocumentPlan &plan);
-
-// The texts of the w:t elements of a document, in order.
-std::vector<std::string> TextsOf(const std::string &document);
-
-// The legacy fonts of the built-in font map that a document still names, in whatever capitals.
-std::vector<std::string> LegacyFontsIn(const std::string &document);
