@@ -4,6 +4,7 @@
 
 #include <cassert>
 #include <climits>
+#include <cstdint>
 #include <cstdlib>
 
 // A room stands in one block, the 16-bit units behind the text at an even address. It has no text
@@ -54,12 +55,15 @@ static bool ResizeBlock(char **block, size_t size)
     return true;
 }
 
-// Sizes are given to the system as int, and a room takes three times its size.
+// Sizes are given to the code pages as int, and a room takes a little more than three times its
+// size, which has to be a size too.
 static bool CanDouble(size_t size)
 {
-    return size <= size_t(INT_MAX) / 8;
+    return size <= size_t(INT_MAX) / 2 && size <= SIZE_MAX / 8;
 }
 
+// The source of the tag that is being read stands in front of both buffers' growth; its written
+// form begins anew. One buffer that has grown without the other does no harm: the size says less.
 int GrowTagBuffers(Conversion *conversion)
 {
     size_t size = 2 * conversion->sizes.tag;
@@ -72,6 +76,7 @@ int GrowTagBuffers(Conversion *conversion)
     return 1;
 }
 
+// The old room is dropped: it holds no more than a part of a result.
 int GrowTextBuffers(Conversion *conversion)
 {
     size_t size = 2 * conversion->sizes.text;
@@ -88,6 +93,7 @@ int GrowTextBuffers(Conversion *conversion)
     return 1;
 }
 
+// The table of styles grows by itself.
 ConversionSizes SizesOf(const Conversion *conversion)
 {
     ConversionSizes sizes = conversion->sizes;

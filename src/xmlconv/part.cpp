@@ -36,6 +36,7 @@ static bool WriteBytes(Part *part, const char *bytes, size_t length)
     return Fail(part, kFailWrite);
 }
 
+// Has to come before anything else is written, and before the block is filled anew.
 static bool WriteKept(Part *part)
 {
     size_t length = part->kept;
@@ -53,6 +54,8 @@ static bool CopyCutTag(Part *part, size_t length)
     return Fail(part, kFailCutTag);
 }
 
+// A tag's text is a C string from here on: a zero byte in it ends it, and what stood behind that
+// byte up to the bracket is dropped.
 static bool ConvertTag(Part *part)
 {
     Conversion *conversion = part->conversion;
@@ -72,6 +75,7 @@ static bool ConvertTag(Part *part)
     return text && WriteBytes(part, text, strlen(text));
 }
 
+// The source is still there when the result did not fit, so it is converted again into more room.
 static bool ConvertLegacyText(Part *part, size_t length, const FontMapEntry &entry)
 {
     Conversion *conversion = part->conversion;
@@ -85,6 +89,7 @@ static bool ConvertLegacyText(Part *part, size_t length, const FontMapEntry &ent
     return WriteBytes(part, conversion->room.text, size_t(converted));
 }
 
+// A text ends at the next bracket or with the document: both are whole.
 static bool ConvertText(Part *part)
 {
     Conversion *conversion = part->conversion;
@@ -105,6 +110,7 @@ static bool ConvertText(Part *part)
 
 enum { kNotTaken = -1 };
 
+// The piece stays as it is: it lengthens the stretch that is written later.
 static int KeepPiece(Part *part, size_t length)
 {
     SkipBytes(&part->reader, length);
@@ -112,6 +118,8 @@ static int KeepPiece(Part *part, size_t length)
     return 1;
 }
 
+// A piece that the buffers could not hold isn't taken either, so that what grows, and the notes of
+// it, don't depend on where a block ends.
 static int TakeTag(Part *part)
 {
     Conversion *conversion = part->conversion;
@@ -122,6 +130,7 @@ static int TakeTag(Part *part)
     return KeepPiece(part, length + 1);
 }
 
+// Text without a legacy font stays; legacy text is converted out of the block into the room.
 static int TakeText(Part *part)
 {
     Conversion *conversion = part->conversion;
@@ -173,6 +182,7 @@ static bool IsStopped(Part *part)
     return true;
 }
 
+// One tag or one text, by its fast road where that takes it.
 static bool ConvertPiece(Part *part, int byte)
 {
     int taken = byte == '<' ? TakeTag(part) : TakeText(part);

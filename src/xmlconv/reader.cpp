@@ -1,4 +1,5 @@
-// The input of a conversion: one block, filled anew when all of it was given out.
+// The input of a conversion: one block, filled anew when all of it was given out. Pieces are found
+// by memchr, which looks at many bytes at once.
 #include "xmlconv/reader.h"
 
 #include <cassert>
@@ -20,6 +21,8 @@ void StopReading(DocumentReader *reader)
     reader->block = nullptr;
 }
 
+// Whether there is a next byte, which stands in the block then. At the end the source is asked
+// again by each call, and goes on saying so.
 static bool HasBytes(DocumentReader *reader)
 {
     if (!IsBlockUsed(reader))
@@ -51,7 +54,7 @@ PieceEnd ReadPiece(DocumentReader *reader, char stop, char *buffer, size_t limit
         const void *found = memchr(from, stop, left);
         size_t size = found ? size_t(static_cast<const char *>(found) - from) : left;
         if (size > limit - *length)
-            return kPieceTooLong;
+            return kPieceTooLong;  // what is stored stays, the rest is still in the block
         memcpy(buffer + *length, from, size);
         *length += size;
         SkipBytes(reader, size);

@@ -1,5 +1,5 @@
-// The report of a conversion. A failure's number has one site and never changes: users quote it,
-// and hosts have told them for years what to do about which. The notes are one text in a block of
+// The report of a conversion. A failure's number has one site and never changes: users quote
+// it. The notes are one text in a block of
 // fixed size, which bounds what a hostile document can make the user read.
 #include "xmlconv/report.h"
 

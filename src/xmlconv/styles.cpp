@@ -23,6 +23,7 @@ static size_t IndexSize(int capacity)
     return 2 * size_t(capacity);
 }
 
+// FNV-1a over small letters, since names count without regard to case.
 static size_t HashNoCase(std::string_view name)
 {
     uint32_t hash = 2166136261u;
@@ -119,6 +120,7 @@ static int DoubleTable(StyleState *styles)
     return 1;
 }
 
+// The document goes on where it was: nothing of the style that did not fit has been stored yet.
 static int GrowStyles(Conversion *conversion)
 {
     StyleState *styles = &conversion->styles;
@@ -127,6 +129,7 @@ static int GrowStyles(Conversion *conversion)
     return DoubleTable(styles) || SetConversionError(&conversion->report, 0, kFailMemory);
 }
 
+// Null for kNoStyle. Valid until the next style is added.
 static StyleRecord *StyleAt(const StyleState *styles, int style)
 {
     assert(style <= styles->last && styles->last < styles->capacity);
@@ -143,7 +146,7 @@ static const char *ValueOf(TagRecord *tag, const char *name)
 }
 
 struct NamedNumber {
-    const char *name;
+    const char *name;  // a value in whatever capitals
     int number;
 };
 
@@ -165,6 +168,8 @@ constexpr NamedNumber kStyleTypes[] = {{"paragraph", kParagraphStyle},
 
 // ---- styles ----
 
+// A w:style that stands elsewhere than in the style sheet is none. Its id may come again: the first
+// one is found by its name, but the last "Normal" counts.
 static int AddStyle(Conversion *conversion, TagRecord *tag)
 {
     StyleState *styles = &conversion->styles;
@@ -186,6 +191,7 @@ static int AddStyle(Conversion *conversion, TagRecord *tag)
     return 1;
 }
 
+// Tags inside a style that was none go to the style before it, as w:rFonts do.
 static int SetBasedOnName(Conversion *conversion, TagRecord *tag)
 {
     StyleRecord *style = StyleAt(&conversion->styles, conversion->styles.last);
@@ -210,6 +216,8 @@ constexpr FontSlot kFontSlots[] = {{"w:ascii", 0, kAsciiHint},
                                    {"w:cs", 2, kComplexHint}};
 enum { kAsciiSlot = 0, kComplexSlot = 2 };
 
+// Without a hint the first name that a style's block gets decides which one is its font. The blocks
+// of paragraphs and runs always have a hint, at first "ascii".
 static void ApplyFontName(const TagAttribute &attribute, RunFontBlock *block)
 {
     for (const FontSlot &row : kFontSlots) {
@@ -254,6 +262,7 @@ static int ApplyToStyle(Conversion *conversion, TagRecord *tag)
            SetConversionError(&conversion->report, 0, kFailStyleFonts);
 }
 
+// The block of a paragraph or run keeps the names of the one before, where the tag sets none.
 static int ApplyToParagraph(Conversion *conversion, TagRecord *tag)
 {
     StyleState *styles = &conversion->styles;
@@ -284,6 +293,8 @@ struct TagWork {
 constexpr TagWork kFontOwners[] = {
     {"w:style", ApplyToStyle}, {"w:pPr", ApplyToParagraph}, {"w:r", ApplyToRun}, {"w:lvl", Ignore}};
 
+// Elsewhere the tag says nothing that is followed: its names are replaced all the same when it is
+// written, and a note tells of text that may have stayed as it was.
 static int TrackFontsTag(Conversion *conversion, TagRecord *tag)
 {
     TagRecord *parent = tag->parent, *grandparent = parent ? parent->parent : nullptr;
@@ -331,6 +342,7 @@ static int ResetRunState(Conversion *conversion, TagRecord *)
     return 1;
 }
 
+// Runs at the paragraph and again at its properties; a w:rPr in these clears the run alone.
 static int ResetParagraphState(Conversion *conversion, TagRecord *tag)
 {
     conversion->styles.activeParagraphFonts = nullptr;
@@ -423,6 +435,7 @@ static const char *StyleFontName(const StyleState *styles, int runStyle, int par
     return font ? font : FontOfNormal(styles);
 }
 
+// The order of the search. A paragraph's own fonts count only where it names no style.
 const char *ResolveTextFont(const StyleState *styles)
 {
     if (styles->activeRunFonts)

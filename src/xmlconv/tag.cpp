@@ -11,6 +11,7 @@
 #include "frame/strings.h"
 #include "xmlconv/byte_set.h"
 
+// Of white space only the blank ends a name: a line break in a tag belongs to a name.
 constexpr ByteSet kTagNameEnds = SetOf(" /=>");  // "?xml" is a plain name
 constexpr ByteSet kAttributeNameEnds = SetOf(" =/?>");
 constexpr ByteSet kSpace = SetOf(" \t\n\v\f\r");
@@ -27,6 +28,8 @@ static bool IsTagEnd(char c)
     return c == '/' || c == '?';
 }
 
+// The list ends at the first place that begins no name; whatever stands behind it is dropped from
+// the tag. "a = b" is the bare name "a", with which the list ends.
 int CountTagAttributes(ConversionReport *report, const char *text)
 {
     int count = 0;
@@ -87,12 +90,13 @@ static const char *ReadAttributes(ConversionReport *report, const char *text, Ta
     tag->attributes = static_cast<TagAttribute *>(calloc(size_t(count), sizeof(TagAttribute)));
     if (!tag->attributes)
         return StopAt(report, kFailAttributeMemory);
-    tag->attributeCount = count;
+    tag->attributeCount = count;  // zeroed entries can be freed like others
     for (int i = 0; text && i < count; ++i)
         text = ReadAttribute(report, text, &tag->attributes[i]);
     return text;
 }
 
+// Fills a zeroed record: 1, or 0 on a failure, and what it owns then is still to be freed.
 static int ReadTag(ConversionReport *report, const char *text, TagRecord *tag)
 {
     assert(*text == '<');
@@ -132,6 +136,7 @@ void FreeTag(TagRecord *tag)
     free(tag);
 }
 
+// The larger array belongs to the tag before anything else can fail.
 int AddTagAttribute(ConversionReport *report, TagRecord *tag, const char *name, const char *value)
 {
     size_t count = size_t(tag->attributeCount) + 1;

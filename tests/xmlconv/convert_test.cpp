@@ -43,6 +43,8 @@ static const DocumentRow kDocumentRows[] = {
     {"<a b=\"1\" / x>", "<a b=\"1\"/>"},
     {"<a\nb c>", ""},
     {"</ a>", ""},
+    {"<//a>", ""},
+    {"< /a>", "<a>"},
     {"<a" + std::string(1, 0) + "b>", "<a>"},
     {"<" + Long(63) + " " + Long(63) + "=\"v\">", ""},
     {"<w:p>" + RunIn("Saysettha 2000", "À") + "</w:p>",
@@ -50,6 +52,7 @@ static const DocumentRow kDocumentRows[] = {
     {RunIn("Arial", "À"), ""},
     {RunIn("Saysettha 2000", "À<?a?>À"), RunOut("Saysettha OT", "ກ<?a?>À")},  // "?a?" stays open
     {RunIn("Saysettha 2000", "À<?>À"), RunOut("Saysettha OT", "ກ<?>À")},
+    {RunIn("Saysettha 2000", "À</a/>À"), RunOut("Saysettha OT", "ກ</a/>ກ")},  // takes nothing away
     {"<w:r><w:rPr><w:rFonts w:ascii=\"alice_0\" w:cs=\"x\"/></w:rPr><w:x>d</w:x><w:T>d</w:T></w:r>",
      "<w:r><w:rPr><w:rFonts w:ascii=\"Alice0 Unicode\" w:cs=\"x\"/></w:rPr><w:x>d</w:x><w:T>ກ"
      "</w:T></w:r>"},
@@ -58,6 +61,7 @@ static const DocumentRow kDocumentRows[] = {
 static const DocumentRow kFailureRows[] = {
     {"<a b='c'>", "269"},
     {"<a b=>", "269"},
+    {"<a b=\"" + std::string(1, 0) + "c\">", "269"},
     {"<a b=\"c>d\">", "269"},
     {"<a><b><c d='e'>", "269"},  // what is open then is released
     {"<a b/c=\"d\">", "279"},
@@ -167,10 +171,11 @@ TEST_F(Documents, WhatGrowsPastItsBufferIsWhole)
     ExpectBoxes boxes({"Restarted: text buffer increased to 256000\r\nRestarted: text buffer "
                        "increased to 512000\r\nRestarted: text buffer increased to 1024000"});
     EXPECT_EQ(Convert(RunIn("Saysettha Lao", text)), RunOut("Saysettha OT", converted));
-    for (size_t size = 17; size < 110; size += 3) {
-        ConversionSizes sizes = {.tag = size, .text = size, .styles = 1, .block = size};
-        EXPECT_EQ(MemoryConversion(sizes).Convert(RunIn("Saysettha Lao", "¡Ò-")),
-                  RunOut("Saysettha OT", "ກໍ່\u200B"));
+    for (size_t size = 17; size < 110; ++size) {
+        ConversionSizes sizes = {
+            .tag = size, .text = size, .styles = 1, .block = size % 2 ? 99 : size};
+        EXPECT_EQ(MemoryConversion(sizes).Convert(RunIn("Saysettha Lao", "¡-ÒÒÒÒÒ")),
+                  RunOut("Saysettha OT", "ກ\u200Bໍ່ໍ່ໍ່ໍ່ໍ່"));
     }
 }
 
@@ -184,7 +189,8 @@ TEST_F(Documents, PartsShareTheirStyles)
     const std::string styled = "<w:p><w:pPr><w:pStyle w:val=\"a\"/></w:pPr>";
     EXPECT_EQ(conversion.Convert(styled + run), styled + lao);
     EXPECT_EQ(conversion.Convert(run), run);
-    EXPECT_EQ(conversion.Convert(styled + run + "</w:p>"), styled + lao + "</w:p>");
+    conversion.Convert("<w:r><w:rPr><w:rFonts w:fareast=\"x\" w:hint=\"fareast\"/>");
+    EXPECT_EQ(conversion.Convert(RunIn("Alice0 2000", "À")), RunOut("Alice0 Unicode", "ກ"));
 }
 
 // Characters of all lengths, cut and wrong ones among them.
