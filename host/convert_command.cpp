@@ -68,8 +68,8 @@ static bool HasFolder(const std::string &path)
     std::filesystem::create_directories(SystemPath(path), failure);
     if (IsFolder(path))
         return true;
-    fprintf(stderr, "orvel: the folder \"%s\" can't be made%s%s\n", path.c_str(),
-            failure ? ": " : "", failure ? failure.message().c_str() : "");
+    Tell("the folder \"" + path + "\" can't be made" + (failure ? ": " + failure.message() : ""),
+         kNotDone);
     return false;
 }
 
@@ -136,8 +136,9 @@ static bool CanBeDocument(const std::string &source)
     size_t folder = BaseStart(source);
     if (folder > 0 && !IsFolder(source.substr(0, folder)))
         why = "its folder isn't there";
+    gPlace.file = source;
     if (!why.empty())
-        fprintf(stderr, "%s: %s\n", source.c_str(), why.c_str());
+        TellHere(why);
     return why.empty();
 }
 
@@ -283,8 +284,7 @@ static bool ConvertOneOfMany(const ConvertSettings &settings, const std::string 
         return false;
     }
     if (IsAmong(*written, destination)) {
-        fprintf(stderr, "%s: not converted: %s is there from another one of these documents\n",
-                file.c_str(), destination.c_str());
+        TellHere("not converted: " + destination + " is there from another one of these documents");
         return false;
     }
     DWORD failure = ConvertOne(settings, file, destination);

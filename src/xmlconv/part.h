@@ -16,5 +16,5 @@ struct DocumentSink {
 
 // Converts a part: 1, or 0 with a failure that is reported; what the sink has got then is no whole
 // document. Without a sink (null) the fonts alone are counted. Paragraph and run are forgotten
-// first, the styles of earlier parts stay.
+// first, the styles of earlier parts stay. Behind a failure no other part may follow.
 int ConvertPart(Conversion *conversion, const DocumentSource &source, const DocumentSink *sink);
