@@ -1,5 +1,4 @@
-// Fonts and device contexts. Nothing is drawn: what text a window's painter wrote is kept, see
-// DrawnText in runtime.h.
+// Fonts and device contexts. Nothing is drawn.
 #ifndef ORVEL_PLATFORM_WINGDI_H
 #define ORVEL_PLATFORM_WINGDI_H
 

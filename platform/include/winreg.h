@@ -37,8 +37,6 @@ LONG WINAPI RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD ty
                              LPDWORD size);
 LONG WINAPI RegSetValueExA(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE *data,
                            DWORD size);
-LONG WINAPI RegDeleteValueA(HKEY key, LPCSTR name);
-LONG WINAPI RegDeleteKeyA(HKEY key, LPCSTR subKey);
 
 ORVEL_API_END
 

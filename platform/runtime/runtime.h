@@ -1,6 +1,7 @@
-// What the C runtimes of the two targets do differently, and what tests need to see: the one header
-// of the layer that exists for both. Paths follow Windows rules: backslashes, and on native a drive
-// letter is dropped. All of this belongs to one thread, as the library itself does.
+// What the C runtimes of the two targets do differently: the one header of the layer that exists
+// for both. Called by the library, the companion and the programs around them. Paths follow Windows
+// rules: backslashes, and on native a drive letter is dropped. All of this belongs to one thread,
+// as the library itself does.
 #ifndef ORVEL_PLATFORM_RUNTIME_H
 #define ORVEL_PLATFORM_RUNTIME_H
 
@@ -46,7 +47,7 @@ int CompareNoCase(const char *left, const char *right);
 // standard streams as bytes.
 char **Utf8Arguments(int *count, char **given);
 int OpenUtf8Path(const char *path);
-void UseByteStreams(void);
+void UseByteStreams();
 
 // Every message box of this thread goes to the answerer instead of waiting for a person, and the
 // answerer's result is the box's. None gives the boxes back to the person (on native: to standard
@@ -56,26 +57,6 @@ void UseByteStreams(void);
 constexpr UINT kBoxFlagsTold = MB_TYPEMASK | MB_DEFMASK;
 typedef int (*MessageBoxAnswerer)(HWND owner, const char *text, const char *caption, UINT flags);
 MessageBoxAnswerer SetMessageBoxAnswerer(MessageBoxAnswerer answerer);
-
-// For tests: of the GlobalAllocs to come, the one after `count` others fails, once; a negative
-// count takes this back. 0 where the target can't do it (Windows).
-int FailAllocationAfter(int count);
-
-// For tests: line `number` (from 0) of what a window's painter wrote at its last WM_PAINT. 1, or 0
-// behind the last one, and where the target can't do it (Windows).
-struct DrawnTextRecord {
-    char text[64];  // longer ones are cut
-    int x, y;
-    COLORREF color;
-    UINT align;
-    int backgroundMode;
-    LOGFONTA font;  // zeroed: the system's
-};
-int DrawnText(HWND window, int number, DrawnTextRecord *drawn);
-
-// For tests: this process's registry and shared data stand below this folder from now on, so that
-// what the user has stays untouched. On Windows nothing changes.
-void UseFoldersBelow(const char *folder);
 
 #pragma GCC visibility pop
 

@@ -8,6 +8,7 @@
 #include "support/guarded.h"
 #include "support/message_boxes.h"
 #include "support/started_library.h"
+#include "testing/testing.h"
 
 constexpr char kTooLarge[] = "Cannot process Lao text, selection too large";
 constexpr char kCannotComplete[] = "Cannot complete checking Lao text, selection is too large";

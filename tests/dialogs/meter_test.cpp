@@ -9,6 +9,7 @@
 #include "runtime.h"
 #include "support/message_boxes.h"
 #include "support/temp_folder.h"
+#include "testing/testing.h"
 #include "xmlconv/convert.h"
 
 class Meter : public AttachedDialogs

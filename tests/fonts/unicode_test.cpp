@@ -8,6 +8,7 @@
 #include "support/guarded.h"
 #include "support/message_boxes.h"
 #include "support/started_library.h"
+#include "testing/testing.h"
 
 class UnicodeMapping : public StartedLibrary
 {

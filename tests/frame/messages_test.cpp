@@ -6,6 +6,7 @@
 #include "runtime.h"
 #include "support/message_boxes.h"
 #include "support/started_library.h"
+#include "testing/testing.h"
 
 class Messages : public StartedLibrary
 {
@@ -78,5 +79,5 @@ TEST_F(Messages, HelpThatCannotBeReachedIsSoughtOnce)
     StoreHelpControl(module);
     EXPECT_EQ(ShowHelp(nullptr, "x", 0, 0), nullptr);
     EXPECT_EQ(GetModuleHandleA(module.c_str()), nullptr) << "a second attempt";
-    RegDeleteKeyA(HKEY_CLASSES_ROOT, kHelpControl);
+    RemoveRegistryKey(HKEY_CLASSES_ROOT, kHelpControl);
 }

@@ -4,6 +4,7 @@
 #include "frame/strings.h"
 #include "support/guarded.h"
 #include "support/started_library.h"
+#include "testing/testing.h"
 
 class Paths : public StartedLibrary
 {
@@ -11,18 +12,13 @@ class Paths : public StartedLibrary
     static void StoreInstall(DWORD type, const std::string &value)
     {
         HKEY key;
+        RegisterInstallFolder("");
         ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, KEY_ALL_ACCESS, &key), 0);
         RegSetValueExA(key, "Install", 0, type, reinterpret_cast<const BYTE *>(value.data()),
                        DWORD(value.size()));
         RegCloseKey(key);
     }
-    static void DeleteInstall()
-    {
-        HKEY key;
-        ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, KEY_ALL_ACCESS, &key), 0);
-        RegDeleteValueA(key, "Install");
-        RegCloseKey(key);
-    }
+    static void DeleteInstall() { RemoveRegistryKey(HKEY_LOCAL_MACHINE, kRegistryKey); }
 };
 
 struct JoinRow {

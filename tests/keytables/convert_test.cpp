@@ -7,6 +7,7 @@
 #include "keytables/convert.h"
 #include "keytables/key_support.h"
 #include "support/message_boxes.h"
+#include "testing/testing.h"
 
 class Converting : public KeyTables
 {

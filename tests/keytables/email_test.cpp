@@ -4,6 +4,7 @@
 
 #include "keytables/builtin_tables.h"
 #include "keytables/key_support.h"
+#include "testing/testing.h"
 #include "text/lao_code.h"
 
 class EmailCoding : public KeyTables

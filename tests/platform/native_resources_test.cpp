@@ -5,9 +5,8 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
-#include <runtime.h>
 
-#include "../../platform/native/resources.h"
+#include "native/system/resources.h"
 #include "support/temp_folder.h"
 
 static INT_PTR CALLBACK NoProc(HWND, UINT, WPARAM, LPARAM)

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
-#include <runtime.h>
+#include <windows.h>
 
 static std::vector<std::string> gHeard;
 static UINT gRefused;  // this message of the creation says no
@@ -218,6 +218,26 @@ TEST_F(Windows, ClassesBelongToOneName)
     EXPECT_EQ(GetLastError(), DWORD(ERROR_CLASS_DOES_NOT_EXIST));
     EXPECT_FALSE(CreateWindowExA(0, "NoSuchOrvelClass", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                                  instance, nullptr));
+}
+
+// A window may end its parent while it ends itself, and nothing comes to one that ends.
+static LRESULT CALLBACK EndsItsParent(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_NCDESTROY) {
+        HWND parent = GetParent(window);
+        DestroyWindow(parent);
+        EXPECT_FALSE(IsWindow(parent));
+    }
+    return CallWindowProcA(Listen, window, message, wParam, lParam);
+}
+
+TEST_F(Windows, ChildMayEndItsParentWithItself)
+{
+    HWND window = Make("parent", WS_POPUP), child = Make("child", WS_CHILD, window, 1);
+    SetWindowLongPtrA(child, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(EndsItsParent));
+    DestroyWindow(child);
+    EXPECT_FALSE(IsWindow(child));
+    EXPECT_FALSE(IsWindow(window));
 }
 
 TEST(RegisteredMessages, SameNameSameNumber)

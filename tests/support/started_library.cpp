@@ -5,6 +5,7 @@
 #include "frame/companion.h"
 #include "frame/paths.h"
 #include "runtime.h"
+#include "testing/testing.h"
 
 static HWND gManager;
 
@@ -106,9 +107,9 @@ static void SetOptions(const OptionsRecord &options)
 void StartedLibrary::SetUp()
 {
     ShowKeyboardManager();
+    RemoveRegistryKey(HKEY_CURRENT_USER, kRegistryKey);
     RegisterInstallFolder(ProgramFolder());
     RemoveAllData();
-    RegDeleteKeyA(HKEY_CURRENT_USER, kRegistryKey);
     ASSERT_EQ(Initialize(), 1);
     gFonts.count = WORD(ReadFontList());
     SetOptions({.optionF = 0,

@@ -5,6 +5,7 @@
 
 #include "support/message_boxes.h"
 #include "support/temp_folder.h"
+#include "testing/testing.h"
 
 static ExpectBoxes *gExpected;  // the innermost one
 

@@ -1,0 +1,71 @@
+// BUTTON: push buttons. A click is a press and a release, by the mouse or by Space, and is told to
+// the parent at the release; a button that loses the focus in between isn't clicked.
+#include "controls/control_classes.h"
+#include "windows/window_table.h"
+
+constexpr DWORD kButtonKind = 0xf;  // the bits of the style that tell plain from default
+
+struct ButtonData {
+    int isPressed;
+};
+
+static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+static LRESULT ButtonCode(const WindowRecord *button)
+{
+    int isDefault = (button->style & kButtonKind) == BS_DEFPUSHBUTTON;
+    return DLGC_BUTTON | (isDefault ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON);
+}
+
+// Pressing takes the focus, whose messages may have done anything to the window.
+static void PressButton(HWND window)
+{
+    SetFocus(window);
+    WindowRecord *button = FindWindowRecord(window);
+    if (button)
+        ((ButtonData *)ClassData(button, ButtonProc))->isPressed = 1;
+}
+
+static void ReleaseButton(const WindowRecord *button, ButtonData *data)
+{
+    if (!data->isPressed)
+        return;
+    data->isPressed = 0;
+    SendMessageA(GetParent(button->handle), WM_COMMAND, MAKEWPARAM(button->id, BN_CLICKED),
+                 (LPARAM)button->handle);
+}
+
+static void ClickButton(HWND window)
+{
+    SendMessageA(window, WM_LBUTTONDOWN, 0, 0);
+    SendMessageA(window, WM_LBUTTONUP, 0, 0);
+}
+
+static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    WindowRecord *button = FindWindowRecord(window);
+    ButtonData *data = button ? (ButtonData *)ClassData(button, ButtonProc) : nullptr;
+    if (!data)
+        return 0;
+    switch (message) {
+    case WM_GETDLGCODE: return ButtonCode(button);
+    case WM_LBUTTONDOWN: PressButton(window); return 0;
+    case WM_LBUTTONUP: ReleaseButton(button, data); return 0;
+    case WM_KEYDOWN:
+        if (wParam == VK_SPACE)
+            data->isPressed = 1;
+        return 0;
+    case WM_KEYUP:
+        if (wParam == VK_SPACE)
+            ReleaseButton(button, data);
+        return 0;
+    case WM_KILLFOCUS: data->isPressed = 0; return 0;
+    case BM_CLICK: ClickButton(window); return 0;
+    case BM_SETSTYLE:
+        button->style = (button->style & ~kButtonKind) | (wParam & kButtonKind);
+        return 0;
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+const ControlClass kButtonControl = {"BUTTON", ButtonProc, sizeof(ButtonData)};

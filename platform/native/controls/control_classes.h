@@ -1,0 +1,19 @@
+// The classes that the layer brings along, one file for each: its name, its procedure and what each
+// window of it keeps. A new control is a new file, a line here and a row in control_classes.cpp.
+#ifndef ORVEL_PLATFORM_NATIVE_CONTROLS_CONTROL_CLASSES_H
+#define ORVEL_PLATFORM_NATIVE_CONTROLS_CONTROL_CLASSES_H
+
+#include <windows.h>
+
+struct ControlClass {
+    const char *name;
+    WNDPROC procedure;
+    size_t dataSize;  // bytes of the record that ClassData gives the procedure; 0: none
+};
+
+extern const ControlClass kStaticControl;    // static_control.cpp
+extern const ControlClass kButtonControl;    // button.cpp
+extern const ControlClass kProgressControl;  // progress.cpp
+extern const ControlClass kDialogControl;    // dialog.cpp
+
+#endif

@@ -1,0 +1,93 @@
+// The class of dialogs: the program's procedure is asked first, and what it leaves is handled here:
+// the default button, the focus that comes back, closing as a press on Cancel.
+#include "controls/dialog.h"
+
+#include "controls/control_classes.h"
+
+DialogData *FindDialogData(HWND dialog)
+{
+    WindowRecord *record = FindWindowRecord(dialog);
+    return record ? (DialogData *)ClassData(record, DefDlgProcA) : nullptr;
+}
+
+int IsDefaultButton(HWND control)
+{
+    return (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) != 0;
+}
+
+static LRESULT DefaultId(const DialogData *dialog)
+{
+    return dialog->defaultId ? MAKELONG(dialog->defaultId, DC_HASDEFID) : 0;
+}
+
+// The old default button becomes a plain one, the new one the default.
+static LRESULT SetDefaultId(HWND window, DialogData *dialog, int id)
+{
+    HWND before = GetDlgItem(window, dialog->defaultId);
+    HWND button = GetDlgItem(window, id);
+    dialog->defaultId = id;
+    if (before && before != button && IsDefaultButton(before))
+        SendMessageA(before, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
+    if (button && (SendMessageA(button, WM_GETDLGCODE, 0, 0) & DLGC_UNDEFPUSHBUTTON))
+        SendMessageA(button, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
+    return TRUE;
+}
+
+static void KeepFocus(HWND window, DialogData *dialog)
+{
+    WindowRecord *focus = GetFocus() ? FindWindowRecord(GetFocus()) : nullptr;
+    if (focus && focus->handle != window && TopLevelOf(focus) == window)
+        dialog->leftFocus = focus->handle;
+}
+
+// Back to the control that had it, else to the first one.
+static void GiveFocusBack(HWND window, DialogData *dialog)
+{
+    HWND kept = dialog->leftFocus;
+    dialog->leftFocus = nullptr;
+    if (!kept || !IsWindow(kept))
+        kept = GetNextDlgTabItem(window, nullptr, FALSE);
+    if (kept)
+        SetFocus(kept);
+}
+
+static LRESULT CloseDialog(HWND dialog)
+{
+    HWND cancel = GetDlgItem(dialog, IDCANCEL);
+    if (!cancel || IsWindowEnabled(cancel))
+        PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), (LPARAM)cancel);
+    return 0;
+}
+
+static LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    DialogData *dialog = FindDialogData(window);
+    if (!dialog)
+        return DefWindowProcA(window, message, wParam, lParam);
+    switch (message) {
+    case DM_GETDEFID: return DefaultId(dialog);
+    case DM_SETDEFID: return SetDefaultId(window, dialog, (int)wParam);
+    case WM_CLOSE: return CloseDialog(window);
+    case WM_SETFOCUS: GiveFocusBack(window, dialog); return 0;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) == WA_INACTIVE)
+            KeepFocus(window, dialog);
+        else
+            GiveFocusBack(window, dialog);
+        return 0;
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+// A procedure's yes ends the message with 0: only the first message of all gives it back.
+LRESULT WINAPI DefDlgProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    DialogData *dialog = FindDialogData(window);
+    INT_PTR answer =
+        dialog && dialog->procedure ? dialog->procedure(window, message, wParam, lParam) : FALSE;
+    if (message == WM_INITDIALOG)
+        return answer;
+    return answer || !IsWindow(window) ? 0 : HandleByDefault(window, message, wParam, lParam);
+}
+
+const ControlClass kDialogControl = {"#32770", DefDlgProcA, sizeof(DialogData)};

@@ -1,0 +1,21 @@
+// What a dialog keeps, for the files of the dialog manager.
+#ifndef ORVEL_PLATFORM_NATIVE_CONTROLS_DIALOG_H
+#define ORVEL_PLATFORM_NATIVE_CONTROLS_DIALOG_H
+
+#include "windows/window_table.h"
+
+struct DialogData {
+    DLGPROC procedure;  // the program's; null: all is handled by default
+    int defaultId;      // of the button that Return presses; 0: there is none
+    HWND leftFocus;     // the control that had the focus when another window became active
+    int hasEnded;       // EndDialog was called
+    INT_PTR result;     // that it was called with
+};
+
+// Null for a window that isn't there or isn't a dialog.
+DialogData *FindDialogData(HWND dialog);
+
+// Whether the control says of itself that it is a default push button.
+int IsDefaultButton(HWND control);
+
+#endif

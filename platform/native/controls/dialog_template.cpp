@@ -1,0 +1,121 @@
+// The binary form of dialog templates. Texts are 16-bit characters and come as bytes of the code
+// page; a class may be a number.
+#include "controls/dialog_template.h"
+
+#include <string.h>
+
+constexpr DWORD kExtendedForm = 0xFFFF0001;  // where a plain template has its style
+
+static WORD NextWord(TemplateReader *reader)
+{
+    if (reader->isBad || reader->bytes.size - reader->at < 2) {
+        reader->isBad = 1;
+        return 0;
+    }
+    const BYTE *at = reader->bytes.bytes + reader->at;
+    reader->at += 2;
+    return (WORD)(at[0] | at[1] << 8);
+}
+
+static DWORD NextLong(TemplateReader *reader)
+{
+    DWORD low = NextWord(reader);
+    return low | (DWORD)NextWord(reader) << 16;
+}
+
+static char ByteOf(WCHAR character)
+{
+    char byte = '?';
+    WideCharToMultiByte(1252, 0, &character, 1, &byte, 1, nullptr, nullptr);
+    return byte;
+}
+
+// Reads on from the first character to the terminator and keeps what fits.
+static void ReadCharacters(TemplateReader *reader, WORD first, char *text)
+{
+    size_t length = 0;
+    for (WORD character = first; character && !reader->isBad; character = NextWord(reader)) {
+        if (length + 1 < kTemplateText)
+            text[length++] = ByteOf(character);
+    }
+    text[length] = '\0';
+}
+
+static void ReadNumberOrText(TemplateReader *reader, WORD *number, char *text)
+{
+    *number = 0;
+    text[0] = '\0';
+    WORD first = NextWord(reader);
+    if (first == 0xffff)
+        *number = NextWord(reader);
+    else
+        ReadCharacters(reader, first, text);
+}
+
+static void ReadClass(TemplateReader *reader, TemplateItem *item)
+{
+    static constexpr const char *kClasses[] = {
+        // from 0x80
+        "BUTTON", "EDIT", "STATIC", "LISTBOX", "SCROLLBAR", "COMBOBOX",
+    };
+    WORD number;
+    ReadNumberOrText(reader, &number, item->className);
+    if (!number)
+        return;
+    size_t index = (size_t)number - 0x80;
+    if (index >= sizeof kClasses / sizeof *kClasses)
+        reader->isBad = 1;
+    else
+        strcpy(item->className, kClasses[index]);
+}
+
+static void ReadPlace(TemplateReader *reader, TemplateItem *item)
+{
+    item->x = (SHORT)NextWord(reader);
+    item->y = (SHORT)NextWord(reader);
+    item->width = (SHORT)NextWord(reader);
+    item->height = (SHORT)NextWord(reader);
+}
+
+int ReadTemplateHead(TemplateReader *reader, TemplateHead *head)
+{
+    WORD number;
+    memset(head, 0, sizeof *head);
+    head->dialog.style = NextLong(reader);
+    if (head->dialog.style == kExtendedForm)
+        return 0;
+    head->dialog.exStyle = NextLong(reader);
+    head->controls = NextWord(reader);
+    ReadPlace(reader, &head->dialog);
+    ReadNumberOrText(reader, &number, head->face);  // the menu: there are none
+    ReadNumberOrText(reader, &number, head->dialog.className);
+    ReadNumberOrText(reader, &number, head->dialog.text);
+    head->face[0] = '\0';
+    if (head->dialog.style & DS_SETFONT) {
+        head->pointSize = NextWord(reader);
+        ReadNumberOrText(reader, &number, head->face);
+    }
+    if (!head->dialog.className[0])
+        strcpy(head->dialog.className, "#32770");
+    return !reader->isBad;
+}
+
+int ReadTemplateControl(TemplateReader *reader, TemplateItem *item)
+{
+    WORD number;
+    reader->at = (reader->at + 3) & ~(size_t)3;
+    if (reader->at > reader->bytes.size)
+        reader->isBad = 1;
+    memset(item, 0, sizeof *item);
+    item->style = NextLong(reader);
+    item->exStyle = NextLong(reader);
+    ReadPlace(reader, item);
+    item->id = NextWord(reader);
+    ReadClass(reader, item);
+    ReadNumberOrText(reader, &number, item->text);
+    WORD extra = NextWord(reader);  // creation data: nothing here looks at it
+    if (extra > reader->bytes.size - reader->at)
+        reader->isBad = 1;
+    reader->at += reader->isBad ? 0 : extra;
+    return !reader->isBad;
+}

@@ -1,0 +1,33 @@
+// Reads a dialog template of the plain form: first the dialog, then its controls in their order.
+#ifndef ORVEL_PLATFORM_NATIVE_CONTROLS_DIALOG_TEMPLATE_H
+#define ORVEL_PLATFORM_NATIVE_CONTROLS_DIALOG_TEMPLATE_H
+
+#include "system/resources.h"
+
+constexpr size_t kTemplateText = 256;  // bytes of a text, terminator included; longer ones are cut
+
+struct TemplateReader {
+    ResourceBytes bytes;
+    size_t at;
+    int isBad;  // the template ended too early, or isn't of this form
+};
+
+struct TemplateItem {
+    DWORD style, exStyle;
+    int x, y, width, height;  // in dialog units
+    WORD id;                  // of a control
+    char className[kTemplateText], text[kTemplateText];
+};
+
+struct TemplateHead {
+    TemplateItem dialog;
+    int controls;
+    int pointSize;  // 0: the system's font
+    char face[kTemplateText];
+};
+
+// 1, or 0 for a template that can't be read.
+int ReadTemplateHead(TemplateReader *reader, TemplateHead *head);
+int ReadTemplateControl(TemplateReader *reader, TemplateItem *item);
+
+#endif

@@ -1,0 +1,80 @@
+// The presenter of message boxes: an answerer where one is set, else standard error, each box
+// answered with its default button.
+#include <stddef.h>
+#include <string.h>
+
+#include "runtime.h"
+
+constexpr int kMaxBoxText = 4096;
+
+// Per thread, as the hook that does this on Windows is.
+static thread_local MessageBoxAnswerer gAnswerer;
+
+struct BoxButtons {
+    int count;
+    int ids[3];
+};
+
+// clang-format off
+static constexpr BoxButtons kBoxButtons[] = {
+    {1, {IDOK}},                            // MB_OK
+    {2, {IDOK, IDCANCEL}},                  // MB_OKCANCEL
+    {3, {IDABORT, IDRETRY, IDIGNORE}},      // MB_ABORTRETRYIGNORE
+    {3, {IDYES, IDNO, IDCANCEL}},           // MB_YESNOCANCEL
+    {2, {IDYES, IDNO}},                     // MB_YESNO
+    {2, {IDRETRY, IDCANCEL}},               // MB_RETRYCANCEL
+    {3, {IDCANCEL, IDTRYAGAIN, IDCONTINUE}},// MB_CANCELTRYCONTINUE
+};
+// clang-format on
+constexpr UINT kBoxTypeCount = sizeof kBoxButtons / sizeof kBoxButtons[0];
+
+MessageBoxAnswerer SetMessageBoxAnswerer(MessageBoxAnswerer answerer)
+{
+    MessageBoxAnswerer before = gAnswerer;
+    gAnswerer = answerer;
+    return before;
+}
+
+// A default button that the box doesn't have means the first one.
+static int DefaultButton(UINT flags)
+{
+    const BoxButtons &buttons = kBoxButtons[flags & MB_TYPEMASK];
+    int number = (int)((flags & MB_DEFMASK) >> 8);
+    return buttons.ids[number < buttons.count ? number : 0];
+}
+
+static void CopyCut(char *to, const char *from)
+{
+    size_t length = strnlen(from, kMaxBoxText - 1);
+    memcpy(to, from, length);
+    to[length] = '\0';
+}
+
+static int AskAnswerer(HWND owner, const char *text, const char *caption, UINT flags)
+{
+    char cutText[kMaxBoxText];
+    char cutCaption[kMaxBoxText];
+    CopyCut(cutText, text);
+    CopyCut(cutCaption, caption);
+    return gAnswerer(owner, cutText, cutCaption, flags & kBoxFlagsTold);
+}
+
+int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT flags)
+{
+    if (owner && !IsWindow(owner)) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return 0;
+    }
+    if ((flags & MB_TYPEMASK) >= kBoxTypeCount) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    if (!text)
+        text = "";
+    if (!caption)
+        caption = "Error";
+    if (gAnswerer)
+        return AskAnswerer(owner, text, caption, flags);
+    fprintf(stderr, "%s: %s\n", caption, text);
+    return DefaultButton(flags);
+}

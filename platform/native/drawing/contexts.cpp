@@ -1,0 +1,147 @@
+// Fonts and device contexts without a screen. Places are few and fixed, so that a program that
+// forgets to give one back fails as it would on Windows, and soon.
+#include "drawing/contexts.h"
+
+#include <assert.h>
+
+constexpr int kMaxContexts = 8;
+constexpr int kMaxFonts = 256;
+
+struct DrawingState {
+    FontRecord fonts[kMaxFonts];
+    ContextRecord contexts[kMaxContexts];
+};
+static DrawingState gDrawing;
+
+// The system's font has a record of its own, which is never given out.
+static FontRecord gSystemFont = {{}, 1};
+
+ContextRecord *FindContext(HDC context)
+{
+    for (ContextRecord &known : gDrawing.contexts) {
+        if ((HDC)&known == context && known.window)
+            return &known;
+    }
+    SetLastError(ERROR_INVALID_HANDLE);
+    return nullptr;
+}
+
+static FontRecord *FindFont(HGDIOBJ object)
+{
+    if (object == &gSystemFont)
+        return &gSystemFont;
+    for (FontRecord &font : gDrawing.fonts) {
+        if (&font == object && font.isUsed)
+            return &font;
+    }
+    SetLastError(ERROR_INVALID_HANDLE);
+    return nullptr;
+}
+
+ContextRecord *NewContext(HWND window)
+{
+    for (ContextRecord &context : gDrawing.contexts) {
+        if (context.window)
+            continue;
+        context = {window, (HFONT)&gSystemFont, 0, TA_LEFT, OPAQUE};
+        return &context;
+    }
+    return nullptr;
+}
+
+HFONT WINAPI CreateFontIndirectA(const LOGFONTA *font)
+{
+    for (FontRecord &place : gDrawing.fonts) {
+        if (place.isUsed)
+            continue;
+        place = {*font, 1};
+        return (HFONT)&place;
+    }
+    return nullptr;
+}
+
+// Only fonts are selected.
+HGDIOBJ WINAPI SelectObject(HDC handle, HGDIOBJ object)
+{
+    ContextRecord *context = FindContext(handle);
+    if (!context || !FindFont(object))
+        return nullptr;
+    HGDIOBJ before = context->font;
+    context->font = (HFONT)object;
+    return before;
+}
+
+static int IsSelected(HGDIOBJ object)
+{
+    for (const ContextRecord &context : gDrawing.contexts) {
+        if (context.window && context.font == object)
+            return 1;
+    }
+    return 0;
+}
+
+// A font that is still selected stays, and shows as a leak.
+BOOL WINAPI DeleteObject(HGDIOBJ object)
+{
+    FontRecord *font = FindFont(object);
+    if (!font || IsSelected(object))
+        return FALSE;
+    if (font != &gSystemFont)
+        font->isUsed = 0;
+    return TRUE;
+}
+
+COLORREF WINAPI GetTextColor(HDC handle)
+{
+    ContextRecord *context = FindContext(handle);
+    return context ? context->color : CLR_INVALID;
+}
+
+COLORREF WINAPI SetTextColor(HDC handle, COLORREF color)
+{
+    ContextRecord *context = FindContext(handle);
+    if (!context)
+        return CLR_INVALID;
+    COLORREF before = context->color;
+    context->color = color;
+    return before;
+}
+
+UINT WINAPI SetTextAlign(HDC handle, UINT align)
+{
+    ContextRecord *context = FindContext(handle);
+    if (!context)
+        return GDI_ERROR;
+    UINT before = context->align;
+    context->align = align;
+    return before;
+}
+
+int WINAPI SetBkMode(HDC handle, int mode)
+{
+    ContextRecord *context = FindContext(handle);
+    if (!context)
+        return 0;
+    int before = context->backgroundMode;
+    context->backgroundMode = mode;
+    return before;
+}
+
+BOOL WINAPI TextOutA(HDC handle, int, int, LPCSTR text, int length)
+{
+    ContextRecord *context = FindContext(handle);
+    if (!context || !text || length < 0)
+        return FALSE;
+    assert(FindFont(context->font));  // DeleteObject leaves a selected font
+    return TRUE;
+}
+
+DWORD CountDrawingObjects()
+{
+    DWORD count = 0;
+    for (const FontRecord &font : gDrawing.fonts)
+        count += font.isUsed != 0;
+    for (const ContextRecord &context : gDrawing.contexts)
+        count += context.window != nullptr;
+    return count;
+}

@@ -1,0 +1,55 @@
+// Painting: who has to, and between which two calls. A window's painter gets a context for its
+// time; what a window shows is painted at once by UpdateWindow, or when the queue has nothing
+// better.
+#include "drawing/contexts.h"
+#include "windows/hooks.h"
+#include "windows/window_table.h"
+
+HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (!record)
+        return nullptr;
+    *paint = {};
+    GetClientRect(window, &paint->rcPaint);
+    record->needsPaint = 0;
+    paint->hdc = (HDC)NewContext(window);
+    return paint->hdc;
+}
+
+BOOL WINAPI EndPaint(HWND, const PAINTSTRUCT *paint)
+{
+    ContextRecord *context = FindContext(paint->hdc);
+    if (context)
+        *context = {};
+    return TRUE;
+}
+
+static void PaintInside(HWND window)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (!record || !(record->style & WS_VISIBLE))
+        return;
+    if (record->needsPaint)
+        SendMessageA(window, WM_PAINT, 0, 0);
+    record = FindWindowRecord(window);
+    HWND child = record && record->firstChild ? record->firstChild->handle : nullptr;
+    while (child) {
+        PaintInside(child);
+        child = GetWindow(child, GW_HWNDNEXT);
+    }
+}
+
+BOOL WINAPI UpdateWindow(HWND window)
+{
+    if (!FindWindowRecord(window))
+        return FALSE;
+    if (IsWindowVisible(window))
+        PaintInside(window);
+    return TRUE;
+}
+
+DWORD WINAPI GetGuiResources(HANDLE, DWORD kind)
+{
+    return kind == GR_USEROBJECTS ? CountWindows() + CountHooks() : CountDrawingObjects();
+}

@@ -1,0 +1,58 @@
+// Memory, time, the thread and its last error.
+#include <stdlib.h>
+#include <time.h>
+#include <unistd.h>
+
+#include "runtime.h"
+
+static thread_local DWORD gLastError;
+
+DWORD WINAPI GetLastError()
+{
+    return gLastError;
+}
+
+void WINAPI SetLastError(DWORD code)
+{
+    gLastError = code;
+}
+
+HANDLE WINAPI GetCurrentProcess()
+{
+    return (HANDLE)(LONG_PTR)-1;
+}
+
+DWORD WINAPI GetCurrentThreadId()
+{
+    return (DWORD)gettid();
+}
+
+DWORD WINAPI GetTickCount()
+{
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return (DWORD)((uint64_t)now.tv_sec * 1000 + (uint64_t)now.tv_nsec / 1000000);
+}
+
+void WINAPI Sleep(DWORD milliseconds)
+{
+    timespec left = {(time_t)(milliseconds / 1000), (long)(milliseconds % 1000) * 1000000};
+    while (nanosleep(&left, &left) != 0)
+        ;  // a signal came in between: the rest is slept too
+}
+
+HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size)
+{
+    void *block = nullptr;
+    if (size < PTRDIFF_MAX)
+        block = flags & GMEM_ZEROINIT ? calloc(1, size ? size : 1) : malloc(size ? size : 1);
+    if (!block)
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return block;
+}
+
+HGLOBAL WINAPI GlobalFree(HGLOBAL block)
+{
+    free(block);
+    return nullptr;
+}

@@ -1,0 +1,132 @@
+// Replacing files here: a lock tells which new file is being written, and a rename that has reached
+// the disk puts it in place. See runtime/replace_file.h for what both targets share.
+#include "replace_file.h"
+
+#include <assert.h>
+#include <errno.h>
+#include <fcntl.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "runtime.h"
+#include "system/paths.h"
+
+static_assert(kReplacePathSize == kNativePathSize);
+
+static int FailWith(int error, const char *native)
+{
+    SetLastError(FileErrorCode(error, native));
+    return 0;
+}
+
+// A link's target is what gets replaced, never the link itself.
+int ResolveTarget(const char *path, char *target)
+{
+    if (realpath(path, target))
+        return 1;
+    if (errno != ENOENT || strlen(path) >= kNativePathSize)
+        return FailWith(errno == ENOENT ? ENAMETOOLONG : errno, path);
+    memcpy(target, path, strlen(path) + 1);
+    return 1;
+}
+
+// Rename alone would ask for no more than the folder's permission, and would replace a device too.
+int MayBeReplaced(const char *target)
+{
+    struct stat status;
+    if (stat(target, &status) != 0)
+        return errno == ENOENT || FailWith(errno, target);
+    if (S_ISREG(status.st_mode) && (status.st_mode & 0222) != 0 && access(target, W_OK) == 0)
+        return 1;
+    return FailWith(EACCES, target);
+}
+
+// Between opening and locking another process may have renamed the file to its final place.
+static int IsStillAt(int fd, const char *sibling)
+{
+    struct stat opened, named;
+    return fstat(fd, &opened) == 0 && lstat(sibling, &named) == 0 && S_ISREG(opened.st_mode) &&
+           opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
+}
+
+// An empty, locked file; -1 with EWOULDBLOCK when another process has it.
+static int LockSibling(const char *sibling)
+{
+    int fd = open(sibling, O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
+    if (fd < 0)
+        return -1;
+    if (flock(fd, LOCK_EX | LOCK_NB) == 0) {
+        if (!IsStillAt(fd, sibling))
+            errno = EWOULDBLOCK;
+        else if (ftruncate(fd, 0) == 0)
+            return fd;
+    }
+    int reason = errno;
+    close(fd);
+    errno = reason;
+    return -1;
+}
+
+SiblingState OpenSibling(const char *sibling, const char *target, FILE **file)
+{
+    int fd = LockSibling(sibling);
+    if (fd < 0) {
+        int isTaken = errno == EWOULDBLOCK;
+        FailWith(errno, sibling);
+        return isTaken ? kSiblingTaken : kSiblingFailed;
+    }
+    struct stat status;
+    // Where the rights aren't ours to set, the new file has the usual ones.
+    if (stat(target, &status) == 0 && fchmod(fd, status.st_mode & 07777) != 0)
+        errno = 0;
+    *file = fdopen(fd, "w");
+    if (*file)
+        return kSiblingOpen;
+    FailWith(errno, sibling);
+    unlink(sibling);
+    close(fd);
+    return kSiblingFailed;
+}
+
+// The rename itself is on the disk only when its folder is.
+static void SyncFolder(const char *target)
+{
+    char folder[kNativePathSize];
+    const char *slash = strrchr(target, '/');
+    size_t length = slash ? (size_t)(slash - target) + 1 : 0;
+    assert(length < sizeof folder);
+    memcpy(folder, target, length);
+    folder[length] = '\0';
+    int fd = open(length ? folder : ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0)
+        return;
+    fsync(fd);
+    close(fd);
+}
+
+int PutInPlace(FILE *file, const char *sibling, const char *target)
+{
+    if (fflush(file) != 0)
+        return FailWith(errno, target);
+    if (ferror(file))
+        return FailWith(EIO, target);
+    if (fsync(fileno(file)) != 0)
+        return FailWith(errno, target);
+    if (!MayBeReplaced(target))
+        return 0;
+    if (rename(sibling, target) != 0)
+        return FailWith(errno, target);
+    SyncFolder(target);
+    return 1;
+}
+
+// The lock lasts until the file is closed, so nobody takes the sibling over before it is gone.
+void CloseSibling(FILE *file, const char *sibling, int isInPlace)
+{
+    if (!isInPlace)
+        unlink(sibling);
+    fclose(file);
+}

@@ -1,0 +1,148 @@
+// Activation, focus, and whether a window is shown and enabled. Both the window that loses and the
+// one that gains are told by messages, which may move the focus again: who comes last wins.
+#include "windows/activation.h"
+
+#include "windows/window_table.h"
+
+struct ActivationState {
+    HWND active, focus;
+};
+static ActivationState gActivation;
+
+static void ChangeFocus(HWND window)
+{
+    HWND before = gActivation.focus;
+    if (before == window)
+        return;
+    gActivation.focus = window;
+    if (before)
+        SendMessageA(before, WM_KILLFOCUS, (WPARAM)window, 0);
+    if (window && gActivation.focus == window)
+        SendMessageA(window, WM_SETFOCUS, (WPARAM)before, 0);
+}
+
+// Whether the focus is on a window or something that stands in it.
+static int HasFocusInside(HWND window)
+{
+    WindowRecord *focus = gActivation.focus ? FindWindowRecord(gActivation.focus) : nullptr;
+    return focus && TopLevelOf(focus) == window;
+}
+
+void ActivateWindow(HWND window)
+{
+    HWND before = gActivation.active;
+    if (before == window)
+        return;
+    gActivation.active = window;
+    if (before)
+        SendMessageA(before, WM_ACTIVATE, WA_INACTIVE, (LPARAM)window);
+    if (window && gActivation.active == window)
+        SendMessageA(window, WM_ACTIVATE, WA_ACTIVE, (LPARAM)before);
+    if (gActivation.active == window && !HasFocusInside(window))
+        ChangeFocus(window);
+}
+
+void LeaveActivation(HWND window, HWND owner)
+{
+    if (gActivation.focus == window)
+        gActivation.focus = nullptr;
+    if (gActivation.active != window)
+        return;
+    gActivation.active = nullptr;
+    if (owner && IsWindow(owner))
+        ActivateWindow(owner);
+}
+
+HWND WINAPI GetActiveWindow(void)
+{
+    return gActivation.active;
+}
+
+HWND WINAPI SetActiveWindow(HWND window)
+{
+    HWND before = gActivation.active;
+    WindowRecord *record = window ? FindWindowRecord(window) : nullptr;
+    if (window && (!record || record == RootWindow() || IsChildRecord(record)))
+        return nullptr;
+    ActivateWindow(window);
+    return before;
+}
+
+HWND WINAPI GetFocus(void)
+{
+    return gActivation.focus;
+}
+
+static int IsEnabledUpwards(const WindowRecord *window)
+{
+    for (; window; window = window->parent) {
+        if (window->style & WS_DISABLED)
+            return 0;
+    }
+    return 1;
+}
+
+HWND WINAPI SetFocus(HWND window)
+{
+    HWND before = gActivation.focus;
+    WindowRecord *record = window ? FindWindowRecord(window) : nullptr;
+    if (window && (!record || record == RootWindow() || !IsEnabledUpwards(record)))
+        return nullptr;
+    if (record)
+        ActivateWindow(TopLevelOf(record));
+    if (!window || IsWindow(window))
+        ChangeFocus(window);
+    return before;
+}
+
+BOOL WINAPI ShowWindow(HWND window, int command)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (!record || record == RootWindow())
+        return FALSE;
+    BOOL wasVisible = (record->style & WS_VISIBLE) != 0;
+    if (wasVisible == (command != SW_HIDE))
+        return wasVisible;
+    if (command == SW_HIDE) {
+        record->style &= ~(DWORD)WS_VISIBLE;
+        if (gActivation.active == window)
+            ActivateWindow(record->owner);
+        return wasVisible;
+    }
+    record->style |= WS_VISIBLE;
+    record->needsPaint = 1;
+    if (!IsChildRecord(record))
+        ActivateWindow(window);
+    return wasVisible;
+}
+
+BOOL WINAPI EnableWindow(HWND window, BOOL enable)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (!record || record == RootWindow())
+        return FALSE;
+    BOOL wasDisabled = (record->style & WS_DISABLED) != 0;
+    if (enable)
+        record->style &= ~(DWORD)WS_DISABLED;
+    else
+        record->style |= WS_DISABLED;
+    if (!enable && gActivation.focus == window)
+        ChangeFocus(nullptr);
+    return wasDisabled;
+}
+
+BOOL WINAPI IsWindowVisible(HWND window)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    for (WindowRecord *at = record; at; at = at->parent) {
+        if (!(at->style & WS_VISIBLE))
+            return FALSE;
+    }
+    return record != nullptr;
+}
+
+BOOL WINAPI IsWindowEnabled(HWND window)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    return record && IsEnabledUpwards(record);
+}

@@ -1,0 +1,48 @@
+// The atom table grows by one block of names at a time and never shrinks: names are few, and a
+// number must keep its meaning as long as the process lives.
+#include "windows/atoms.h"
+
+#include <stdlib.h>
+#include <string.h>
+
+#include "runtime.h"
+
+constexpr int kFirstAtom = 0xC000;
+constexpr int kMaxAtoms = 0x4000;
+
+struct AtomTable {
+    char *names[kMaxAtoms];
+    int count;
+};
+static AtomTable gAtoms;
+
+ATOM FindAtom(const char *nameOrAtom)
+{
+    if ((ULONG_PTR)nameOrAtom <= 0xffff)
+        return (ATOM)(ULONG_PTR)nameOrAtom;
+    for (int i = 0; i < gAtoms.count; i++) {
+        if (CompareNoCase(gAtoms.names[i], nameOrAtom) == 0)
+            return (ATOM)(kFirstAtom + i);
+    }
+    return 0;
+}
+
+ATOM AtomOfName(const char *name)
+{
+    size_t length = (ULONG_PTR)name <= 0xffff ? 0 : strlen(name);
+    if (length == 0 || length > kMaxAtomName) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    ATOM atom = FindAtom(name);
+    if (atom)
+        return atom;
+    char *copy = gAtoms.count < kMaxAtoms ? (char *)malloc(length + 1) : nullptr;
+    if (!copy) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return 0;
+    }
+    memcpy(copy, name, length + 1);
+    gAtoms.names[gAtoms.count] = copy;
+    return (ATOM)(kFirstAtom + gAtoms.count++);
+}

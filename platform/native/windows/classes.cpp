@@ -1,0 +1,83 @@
+// The list of window classes. The same name may stand in it once for each module and once for the
+// layer; a module's own goes before the layer's.
+#include "windows/classes.h"
+
+#include <assert.h>
+#include <stdlib.h>
+
+#include "windows/atoms.h"
+
+struct ClassList {
+    WindowClass *first;
+};
+static ClassList gClasses;
+
+static WindowClass *FindOwnClass(ATOM atom, HINSTANCE instance)
+{
+    WindowClass *found = atom ? gClasses.first : nullptr;
+    while (found && (found->atom != atom || found->instance != instance))
+        found = found->next;
+    return found;
+}
+
+WindowClass *FindWindowClass(const char *nameOrAtom, HINSTANCE instance)
+{
+    ATOM atom = FindAtom(nameOrAtom);
+    WindowClass *found = FindOwnClass(atom, instance);
+    return found ? found : FindOwnClass(atom, nullptr);
+}
+
+static void AddClass(WindowClass *added)
+{
+    added->next = gClasses.first;
+    gClasses.first = added;
+}
+
+void AddSystemClass(WindowClass *added, const char *name)
+{
+    assert(!added->atom && !added->instance && added->procedure);
+    added->atom = AtomOfName(name);
+    AddClass(added);
+}
+
+HINSTANCE InstanceOrProgram(HINSTANCE instance)
+{
+    return instance ? instance : GetModuleHandleA(nullptr);
+}
+
+ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass)
+{
+    HINSTANCE instance = InstanceOrProgram(windowClass->hInstance);
+    ATOM atom = windowClass->lpfnWndProc ? AtomOfName(windowClass->lpszClassName) : 0;
+    if (!atom) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    if (FindOwnClass(atom, instance)) {
+        SetLastError(ERROR_CLASS_ALREADY_EXISTS);
+        return 0;
+    }
+    WindowClass *added = (WindowClass *)malloc(sizeof *added);
+    if (!added) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return 0;
+    }
+    *added = {nullptr, atom, instance, windowClass->lpfnWndProc, 0, 0};
+    AddClass(added);
+    return atom;
+}
+
+BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance)
+{
+    WindowClass *gone = FindOwnClass(FindAtom(className), InstanceOrProgram(instance));
+    if (!gone || gone->windows > 0) {
+        SetLastError(gone ? ERROR_CLASS_HAS_WINDOWS : ERROR_CLASS_DOES_NOT_EXIST);
+        return FALSE;
+    }
+    WindowClass **link = &gClasses.first;
+    while (*link != gone)
+        link = &(*link)->next;
+    *link = gone->next;
+    free(gone);
+    return TRUE;
+}

@@ -1,0 +1,37 @@
+// What a window does with a message that its own procedure leaves: the end of the road of every
+// message, for the windows of programs and for the layer's controls.
+#include <string.h>
+
+#include "windows/window_table.h"
+
+// Copies what fits into `size` bytes, terminator included; the length copied.
+static LRESULT CopyText(const WindowRecord *window, char *text, size_t size)
+{
+    if (!text || size == 0)
+        return 0;
+    size_t length = window->text ? strnlen(window->text, size - 1) : 0;
+    if (length)
+        memcpy(text, window->text, length);
+    text[length] = '\0';
+    return (LRESULT)length;
+}
+
+LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (!record)
+        return 0;
+    switch (message) {
+    case WM_NCCREATE: return StoreWindowText(record, ((CREATESTRUCTA *)lParam)->lpszName);
+    case WM_SETTEXT: return StoreWindowText(record, (const char *)lParam);
+    case WM_GETTEXT: return CopyText(record, (char *)lParam, wParam);
+    case WM_GETTEXTLENGTH: return record->text ? (LRESULT)strlen(record->text) : 0;
+    case WM_CLOSE: DestroyWindow(window); break;
+    case WM_PAINT: record->needsPaint = 0; break;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) != WA_INACTIVE)
+            SetFocus(window);
+        break;
+    }
+    return 0;
+}

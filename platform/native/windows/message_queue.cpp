@@ -1,0 +1,231 @@
+// The message queue of the thread. A message is sought in the system's order: posted ones first,
+// then the end of the program, then keys, which pass the keyboard hooks as they are taken out and
+// go to the window that has the focus at that moment, and windows to be painted at last.
+#include <stdlib.h>
+
+#include "windows/hooks.h"
+#include "windows/window_table.h"
+
+constexpr int kMaxQueued = 10000;
+constexpr LPARAM kKeyIsUp = (LPARAM)0x80000000;
+constexpr LPARAM kKeyWasDown = 0x40000000;
+
+struct Entry {
+    Entry *next;
+    MSG message;
+};
+
+struct EntryList {
+    Entry *first;
+    Entry **end;  // where the next one is linked
+    int count;
+};
+
+struct QueueState {
+    EntryList posted, keys;
+    int hasQuit, quitCode;
+    BYTE isDown[256];  // keys, as of the last keybd_event
+};
+static QueueState gQueue;
+
+static int Append(EntryList *list, const MSG *message)
+{
+    Entry *added = list->count < kMaxQueued ? (Entry *)malloc(sizeof *added) : nullptr;
+    if (!added) {
+        SetLastError(ERROR_NOT_ENOUGH_QUOTA);
+        return 0;
+    }
+    *added = {nullptr, *message};
+    *(list->first ? list->end : &list->first) = added;
+    list->end = &added->next;
+    list->count++;
+    return 1;
+}
+
+static void Remove(EntryList *list, Entry **link)
+{
+    Entry *gone = *link;
+    *link = gone->next;
+    if (!gone->next)
+        list->end = link;
+    list->count--;
+    free(gone);
+}
+
+BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    MSG posted = {window, message, wParam, lParam, GetTickCount(), {0, 0}};
+    return (!window || FindWindowRecord(window)) && Append(&gQueue.posted, &posted);
+}
+
+void WINAPI PostQuitMessage(int code)
+{
+    gQueue.hasQuit = 1;
+    gQueue.quitCode = code;
+}
+
+void WINAPI keybd_event(BYTE key, BYTE scan, DWORD flags, ULONG_PTR)
+{
+    int isUp = (flags & KEYEVENTF_KEYUP) != 0;
+    LPARAM data = 1 | (LPARAM)scan << 16;
+    if (isUp || gQueue.isDown[key])
+        data |= kKeyWasDown;
+    if (isUp)
+        data |= kKeyIsUp;
+    gQueue.isDown[key] = !isUp;
+    MSG message = {nullptr, (UINT)(isUp ? WM_KEYUP : WM_KEYDOWN), key, data, GetTickCount(),
+                   {0, 0}};
+    Append(&gQueue.keys, &message);
+}
+
+SHORT WINAPI GetAsyncKeyState(int key)
+{
+    return key >= 0 && key < 256 && gQueue.isDown[key] ? (SHORT)0x8000 : 0;
+}
+
+struct Wanted {
+    HWND window;
+    UINT first, last;  // both 0: all
+    int remove;
+};
+
+static int IsInRange(const Wanted *wanted, UINT message)
+{
+    return (!wanted->first && !wanted->last) ||
+           (message >= wanted->first && message <= wanted->last);
+}
+
+static int IsFor(const Wanted *wanted, HWND window)
+{
+    if (!wanted->window || wanted->window == window)
+        return 1;
+    WindowRecord *record = window ? FindWindowRecord(window) : nullptr;
+    for (; record; record = record->parent) {
+        if (record->handle == wanted->window)
+            return 1;
+    }
+    return 0;
+}
+
+// Messages to windows that are gone by now are dropped.
+static int TakePosted(const Wanted *wanted, MSG *message)
+{
+    for (Entry **link = &gQueue.posted.first; *link;) {
+        HWND window = (*link)->message.hwnd;
+        if (window && !IsWindow(window)) {
+            Remove(&gQueue.posted, link);
+            continue;
+        }
+        if (IsFor(wanted, window) && IsInRange(wanted, (*link)->message.message)) {
+            *message = (*link)->message;
+            if (wanted->remove)
+                Remove(&gQueue.posted, link);
+            return 1;
+        }
+        link = &(*link)->next;
+    }
+    return 0;
+}
+
+static int TakeQuit(const Wanted *wanted, MSG *message)
+{
+    if (!gQueue.hasQuit)
+        return 0;
+    *message = {nullptr, WM_QUIT, (WPARAM)gQueue.quitCode, 0, GetTickCount(), {0, 0}};
+    if (wanted->remove)
+        gQueue.hasQuit = 0;
+    return 1;
+}
+
+// A key for nobody, or one that a hook swallows, is lost.
+static int TakeKey(const Wanted *wanted, MSG *message)
+{
+    while (gQueue.keys.first) {
+        MSG key = gQueue.keys.first->message;
+        key.hwnd = GetFocus() ? GetFocus() : GetActiveWindow();
+        if (key.hwnd && (!IsFor(wanted, key.hwnd) || !IsInRange(wanted, key.message)))
+            return 0;
+        if (wanted->remove || !key.hwnd)
+            Remove(&gQueue.keys, &gQueue.keys.first);
+        if (!key.hwnd)
+            continue;
+        *message = key;
+        int isSwallowed = CallKeyboardHooks(wanted->remove ? HC_ACTION : HC_NOREMOVE, key.wParam,
+                                            key.lParam) != 0;
+        if (!isSwallowed)
+            return 1;
+        if (!wanted->remove)
+            return 0;
+    }
+    return 0;
+}
+
+// The first window, from this one down, that can be seen and has to be painted. The window itself
+// comes before those that stand in it, as they are painted over it.
+static WindowRecord *FindUnpainted(WindowRecord *window)
+{
+    if (!(window->style & WS_VISIBLE))
+        return nullptr;
+    if (window->needsPaint)
+        return window;
+    for (WindowRecord *child = window->firstChild; child; child = child->next) {
+        if (WindowRecord *found = FindUnpainted(child))
+            return found;
+    }
+    return nullptr;
+}
+
+// Of the window that was asked for and those in it; what other windows wait for doesn't count.
+static int TakePaint(const Wanted *wanted, MSG *message)
+{
+    HWND top = wanted->window ? wanted->window : GetDesktopWindow();
+    if (!IsInRange(wanted, WM_PAINT) || !IsWindowVisible(top))
+        return 0;
+    WindowRecord *window = FindUnpainted(FindWindowRecord(top));
+    if (!window)
+        return 0;
+    *message = {window->handle, WM_PAINT, 0, 0, GetTickCount(), {0, 0}};
+    return 1;
+}
+
+// A hook may post: what it posted comes before the key it saw only at the next call.
+BOOL WINAPI PeekMessageA(LPMSG message, HWND window, UINT first, UINT last, UINT flags)
+{
+    Wanted wanted = {window, first, last, (flags & PM_REMOVE) != 0};
+    return TakePosted(&wanted, message) || TakeQuit(&wanted, message) ||
+           TakeKey(&wanted, message) || TakePaint(&wanted, message);
+}
+
+BOOL WINAPI GetMessageA(LPMSG message, HWND window, UINT first, UINT last)
+{
+    if (!PeekMessageA(message, window, first, last, PM_REMOVE))
+        return -1;
+    return message->message != WM_QUIT;
+}
+
+// The characters of a plain keyboard, as far as one key makes one.
+static char CharacterOf(WPARAM key)
+{
+    if (key >= 'A' && key <= 'Z')
+        return (char)(key + (gQueue.isDown[VK_SHIFT] ? 0 : 'a' - 'A'));
+    int isPlain = (key >= '0' && key <= '9') || key == VK_SPACE || key == VK_TAB ||
+                  key == VK_RETURN || key == VK_ESCAPE || key == VK_BACK;
+    return isPlain ? (char)key : '\0';
+}
+
+BOOL WINAPI TranslateMessage(const MSG *message)
+{
+    if (message->message != WM_KEYDOWN)
+        return message->message == WM_KEYUP;
+    char character = CharacterOf(message->wParam);
+    if (character)
+        PostMessageA(message->hwnd, WM_CHAR, (WPARAM)(BYTE)character, message->lParam);
+    return TRUE;
+}
+
+LRESULT WINAPI DispatchMessageA(const MSG *message)
+{
+    return message->hwnd
+               ? SendMessageA(message->hwnd, message->message, message->wParam, message->lParam)
+               : 0;
+}

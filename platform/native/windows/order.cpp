@@ -1,0 +1,38 @@
+// The order of siblings: a list from the front to the back, in which windows that are always on top
+// stand before all others.
+#include "windows/order.h"
+
+static int IsTopmost(const WindowRecord *window)
+{
+    return (window->exStyle & WS_EX_TOPMOST) != 0;
+}
+
+void Unlink(WindowRecord *window)
+{
+    WindowRecord **link = &window->parent->firstChild;
+    while (*link && *link != window)
+        link = &(*link)->next;
+    if (*link)
+        *link = window->next;
+    window->next = nullptr;
+}
+
+// In front of its siblings of the same kind: those that are always on top stay in front of the
+// rest.
+void LinkInFront(WindowRecord *window)
+{
+    WindowRecord **link = &window->parent->firstChild;
+    while (*link && IsTopmost(*link) && !IsTopmost(window))
+        link = &(*link)->next;
+    window->next = *link;
+    *link = window;
+}
+
+void LinkBehind(WindowRecord *window)
+{
+    WindowRecord **link = &window->parent->firstChild;
+    while (*link && (IsTopmost(*link) || !IsTopmost(window)))
+        link = &(*link)->next;
+    window->next = *link;
+    *link = window;
+}

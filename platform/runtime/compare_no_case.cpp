@@ -1,0 +1,17 @@
+// Comparing names without their case: file names of modules, classes of windows, keys.
+#include "runtime.h"
+
+static int FoldByte(char byte)
+{
+    unsigned char value = (unsigned char)byte;
+    return value >= 'A' && value <= 'Z' ? value + ('a' - 'A') : value;
+}
+
+int CompareNoCase(const char *left, const char *right)
+{
+    while (*left && FoldByte(*left) == FoldByte(*right)) {
+        left++;
+        right++;
+    }
+    return FoldByte(*left) - FoldByte(*right);
+}

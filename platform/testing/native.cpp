@@ -1,0 +1,86 @@
+// The tests' hooks on native: functions that stand before the layer's, and call them.
+#include "testing/testing.h"
+
+#include <algorithm>
+#include <dlfcn.h>
+#include <map>
+#include <stdlib.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+#include "drawing/contexts.h"
+
+struct TestingState {
+    int failAfter = -1;  // allocations until the one that fails; negative: none does
+    std::map<HWND, std::vector<DrawnTextRecord>> drawn;  // since each window's last BeginPaint
+};
+static TestingState gTesting;
+
+// The layer's own function of the name that the caller has.
+static void *FindInLayer(const char *name)
+{
+    return dlsym(RTLD_NEXT, name);
+}
+#define CALL_LAYER(name) ((decltype(&(name)))FindInLayer(#name))
+
+// ---- memory ----
+
+int FailAllocationAfter(int count)
+{
+    gTesting.failAfter = count;
+    return 1;
+}
+
+HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size)
+{
+    if (gTesting.failAfter >= 0 && gTesting.failAfter-- == 0) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    return CALL_LAYER(GlobalAlloc)(flags, size);
+}
+
+// ---- what was painted ----
+
+HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint)
+{
+    gTesting.drawn[window].clear();
+    return CALL_LAYER(BeginPaint)(window, paint);
+}
+
+BOOL WINAPI TextOutA(HDC context, int x, int y, LPCSTR text, int length)
+{
+    if (!CALL_LAYER(TextOutA)(context, x, y, text, length))
+        return FALSE;
+    const ContextRecord *how = (const ContextRecord *)context;  // a living one: the layer says so
+    const FontRecord *font = (const FontRecord *)how->font;
+    DrawnTextRecord drawn = {"", x, y, how->color, how->align, how->backgroundMode, font->font};
+    std::string(text, (size_t)length).copy(drawn.text, sizeof drawn.text - 1);
+    gTesting.drawn[how->window].push_back(drawn);
+    return TRUE;
+}
+
+int DrawnText(HWND window, int number, DrawnTextRecord *drawn)
+{
+    const std::vector<DrawnTextRecord> &lines = gTesting.drawn[window];
+    if (number < 0 || (size_t)number >= lines.size())
+        return 0;
+    *drawn = lines[(size_t)number];
+    return 1;
+}
+
+// ---- folders ----
+
+void UseFoldersBelow(const char *folder)
+{
+    std::string native = folder;
+    std::replace(native.begin(), native.end(), '\\', '/');
+    setenv("XDG_CONFIG_HOME", (native + "/config").c_str(), 1);
+    setenv("XDG_DATA_HOME", (native + "/data").c_str(), 1);
+}
+
+void RemoveRegistryKey(HKEY, const char *)
+{
+    unlink((std::string(getenv("XDG_CONFIG_HOME")) + "/orvel/registry").c_str());
+}

@@ -1,0 +1,19 @@
+// The tests' hooks on Windows: the allocator, the screen and the folders are the system's.
+#include "testing/testing.h"
+
+int FailAllocationAfter(int)
+{
+    return 0;
+}
+
+int DrawnText(HWND, int, DrawnTextRecord *)
+{
+    return 0;
+}
+
+void UseFoldersBelow(const char *) {}
+
+void RemoveRegistryKey(HKEY root, const char *path)
+{
+    RegDeleteKeyA(root, path);
+}
