@@ -193,7 +193,7 @@ static void SortEntries(WordList *list)
     std::stable_sort(entries, entries + list->count, IsEntryBefore);
     uint32_t kept = 0;
     for (uint32_t i = 0; i < list->count; ++i)
-        if (!kept || strcmp(entries[kept - 1].word, entries[i].word))
+        if (!kept || strcmp(entries[kept - 1].word, entries[i].word) != 0)
             entries[kept++] = entries[i];
     list->count = kept;
 }

@@ -198,7 +198,7 @@ TEST_F(ControlFiles, AreRefusedWithAMessage)
         EXPECT_EQ(LoadControlFile(&table, kFile, kSortTable), 0);
         EXPECT_EQ(table.first[kSectionCount], row.entries);
     }
-    for (std::string content : {Entries(200), Entries(199) + "x y"}) {
+    for (const std::string &content : {Entries(200), Entries(199) + "x y"}) {
         WriteDataFile(kFile, content);
         EXPECT_EQ(LoadControlFile(&table, kFile, kSortTable), 1);
         EXPECT_EQ(table.first[kSectionCount], 200);
@@ -224,8 +224,8 @@ TEST_F(ControlFiles, ReadLongLinesInPieces)
 TEST_F(ControlFiles, ThatAreMissingLeaveTheTable)
 {
     KeyTable table = kBuiltInRomanTable;
-    for (std::string name : {std::string("missing.key"), std::string("no\\such\\folder.key"),
-                             std::string(), std::string(300, 'x')}) {
+    for (const std::string &name : {std::string("missing.key"), std::string("no\\such\\folder.key"),
+                                    std::string(), std::string(300, 'x')}) {
         ExpectBoxes boxes({kNoFile});
         EXPECT_EQ(LoadControlFile(&table, name.c_str(), kSortTable), 0);
         EXPECT_EQ(boxes.shown[0].flags & MB_TYPEMASK, unsigned(MB_OK));

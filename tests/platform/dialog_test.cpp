@@ -1,5 +1,6 @@
 // Focus, the message queue, keyboard hooks and modeless dialogs with their controls.
 #include <algorithm>
+#include <windows.h>
 #include <commctrl.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -283,6 +284,12 @@ class Queue : public Dialogs
     HWND window_ = nullptr;
 };
 
+static HWND MakeChild(HWND parent)
+{
+    return CreateWindowExA(0, "OrvelNote", "", WS_CHILD | WS_VISIBLE, 0, 0, 20, 20, parent, nullptr,
+                           GetModuleHandleA(nullptr), nullptr);
+}
+
 TEST_F(Queue, KeepsTheOrderAndDropsWhatIsForTheDead)
 {
     HWND dead = CreateWindowExA(0, "OrvelNote", "", WS_POPUP, 0, 0, 5, 5, nullptr, nullptr,
@@ -314,21 +321,22 @@ TEST_F(Queue, QuitComesBehindWhatWasPosted)
 // What another window waits for doesn't hide the one that is asked for.
 TEST_F(Queue, UnpaintedWindowIsFoundAmongItsOwn)
 {
-    HWND child = CreateWindowExA(0, "OrvelNote", "", WS_CHILD | WS_VISIBLE, 0, 0, 5, 5, window_,
-                                 nullptr, GetModuleHandleA(nullptr), nullptr);
-    HWND other = CreateWindowExA(0, "OrvelNote", "", WS_POPUP | WS_VISIBLE, 60, 60, 5, 5, nullptr,
-                                 nullptr, GetModuleHandleA(nullptr), nullptr);
-    for (HWND asked : {window_, other}) {
+    HWND children[2], inner;
+    for (HWND &child : children)
+        child = MakeChild(window_);
+    inner = MakeChild(children[1]);
+    for (HWND expected : {children[1], inner, children[0]}) {
+        HWND asked = expected == inner ? children[1] : expected;
         MSG message = {};
         ASSERT_TRUE(PeekMessageA(&message, asked, WM_PAINT, WM_PAINT, PM_REMOVE));
-        EXPECT_EQ(message.hwnd, asked == window_ ? child : other);
+        EXPECT_EQ(message.hwnd, expected);
         EXPECT_FALSE(PeekMessageA(&message, asked, WM_APP, WM_APP, PM_REMOVE));
         DispatchMessageA(&message);
     }
+    HWND hidden = MakeChild(window_);
+    ShowWindow(hidden, SW_HIDE);
     MSG message;
-    ShowWindow(child, SW_HIDE);
-    EXPECT_FALSE(PeekMessageA(&message, child, WM_PAINT, WM_PAINT, PM_REMOVE));
-    DestroyWindow(other);
+    EXPECT_FALSE(PeekMessageA(&message, hidden, WM_PAINT, WM_PAINT, PM_REMOVE));
 }
 
 // ---- keyboard hooks ----

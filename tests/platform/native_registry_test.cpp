@@ -132,7 +132,7 @@ TEST_F(RegistryFile, LinesThatCannotBeReadAreKept)
     const std::string before = ReadWholeFile(path);
     for (const std::string &line : bad) {
         std::string shown = testing::PrintToString(line.substr(0, 60));
-        WriteWholeFile(path, line + "\n" + before + line);
+        WriteWholeFile(path, std::string(line).append("\n").append(before).append(line));
         EXPECT_EQ(Get("v"), "-2") << shown;
         EXPECT_EQ(Set("new", "n"), 0) << shown;
         EXPECT_EQ(Get("new"), "n") << shown;

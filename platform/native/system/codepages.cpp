@@ -191,7 +191,7 @@ static void Narrow1252(const WCHAR *wide, int length, Fallback *fallback, ByteSi
         int byte = NarrowUnit(wide[at], fallback->bestFit);
         if (byte < 0) {
             fallback->used = 1;
-            byte = fallback->byte;
+            byte = (BYTE)fallback->byte;
         }
         char stored = (char)byte;
         PutBytes(sink, &stored, 1);

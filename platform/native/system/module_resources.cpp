@@ -5,23 +5,23 @@
 
 asm(".pushsection .rodata\n"
     ".balign 4\n"
-    "ModuleResourcesBegin:\n"
+    "kModuleResourcesBegin:\n"
     ".incbin \"" ORVEL_RESOURCES "\"\n"
-    "ModuleResourcesEnd:\n"
+    "kModuleResourcesEnd:\n"
     ".popsection\n");
 
 extern "C" {
-extern const char ModuleResourcesBegin[] __attribute__((visibility("hidden")));
-extern const char ModuleResourcesEnd[] __attribute__((visibility("hidden")));
+extern const char kModuleResourcesBegin[] __attribute__((visibility("hidden")));
+extern const char kModuleResourcesEnd[] __attribute__((visibility("hidden")));
 }
 
 __attribute__((constructor)) static void BringResources()
 {
-    AddModuleResources(ModuleOfAddress(ModuleResourcesBegin), ModuleResourcesBegin,
-                       (size_t)(ModuleResourcesEnd - ModuleResourcesBegin));
+    AddModuleResources(ModuleOfAddress(kModuleResourcesBegin), kModuleResourcesBegin,
+                       (size_t)(kModuleResourcesEnd - kModuleResourcesBegin));
 }
 
 __attribute__((destructor)) static void TakeResourcesBack()
 {
-    RemoveModuleResources(ModuleOfAddress(ModuleResourcesBegin));
+    RemoveModuleResources(ModuleOfAddress(kModuleResourcesBegin));
 }
