@@ -15,41 +15,31 @@ static void SetOrUnset(const char *variable, const std::string &value)
         setenv(variable, value.c_str(), 1);
 }
 
-struct EnvironmentOf {
-    explicit EnvironmentOf(const char *name) : variable(name)
-    {
-        const char *value = getenv(name);
-        before = value ? value : "";
-    }
-    ~EnvironmentOf() { SetOrUnset(variable, before); }
-    const char *variable;
-    std::string before;
-};
-
 TEST(SharedData, FolderOfTheEnvironment)
 {
-    EnvironmentOf home("HOME"), data("XDG_DATA_HOME");
+    const std::string home = getenv("HOME"), data = getenv("XDG_DATA_HOME");
     std::string base = ToPath(FreshFolder()), file = base + "/file";
     std::string longName = base + "/" + std::string(258 - base.size(), 'd');
     WriteWholeFile(file, "x");
+    constexpr int kData = CSIDL_COMMON_APPDATA, kCreate = CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE;
     struct Row {
         std::string home, data;
         int folder;
         HRESULT result;
         std::string path;
     } const rows[] = {
-        {base, base + "/d", CSIDL_COMMON_APPDATA, E_FAIL, ""},
-        {base, base + "/d", CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, S_OK, base + "/d"},
-        {base, base + "/d", CSIDL_COMMON_APPDATA, S_OK, base + "/d"},
-        {base, base + "/e/f/g", CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, S_OK, base + "/e/f/g"},
-        {base, "", CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, S_OK, base + "/.local/share"},
-        {base, "relative", CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, S_OK, base + "/.local/share"},
-        {"", "", CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, E_FAIL, ""},
-        {"relative", "", CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, E_FAIL, ""},
-        {base, file + "/d", CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, E_FAIL, ""},
-        {base, file, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, E_FAIL, ""},
-        {base, longName, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, S_OK, longName},
-        {base, longName + "d", CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, E_FAIL, ""},
+        {base, base + "/d", kData, E_FAIL, ""},
+        {base, base + "/d", kCreate, S_OK, base + "/d"},
+        {base, base + "/d", kData, S_OK, base + "/d"},
+        {base, base + "/e/f/g", kCreate, S_OK, base + "/e/f/g"},
+        {base, "", kCreate, S_OK, base + "/.local/share"},
+        {base, "relative", kCreate, S_OK, base + "/.local/share"},
+        {"", "", kCreate, E_FAIL, ""},
+        {"relative", "", kCreate, E_FAIL, ""},
+        {base, file + "/d", kCreate, E_FAIL, ""},
+        {base, file, kCreate, E_FAIL, ""},
+        {base, longName, kCreate, S_OK, longName},
+        {base, longName + "d", kCreate, E_FAIL, ""},
         {base, base + "/d", 5 | CSIDL_FLAG_CREATE, E_INVALIDARG, ""},
     };
     for (const Row &row : rows) {
@@ -63,6 +53,8 @@ TEST(SharedData, FolderOfTheEnvironment)
         EXPECT_EQ(std::string(path), wanted) << row.data;
         EXPECT_EQ(path[MAX_PATH], '#');
     }
+    SetOrUnset("HOME", home);
+    SetOrUnset("XDG_DATA_HOME", data);
 }
 
 TEST(NativePaths, DriveLetterIsDropped)
