@@ -1,5 +1,6 @@
 // Types and basic macros. LONG and DWORD are 32 bits wide and WCHAR 16, as on Windows; a handle is
-// a pointer to a record that is never defined, so that the compiler keeps the kinds apart.
+// a pointer to a record that is never defined, so that the compiler keeps the kinds apart. Calls
+// need no convention of their own here: WINAPI and CALLBACK are empty.
 #ifndef ORVEL_PLATFORM_WINDEF_H
 #define ORVEL_PLATFORM_WINDEF_H
 

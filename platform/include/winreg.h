@@ -1,4 +1,5 @@
-// The registry: keys and values in one text file, see registry_file.h. A result is an error code.
+// The registry: keys and values in one text file, see registry_file.h. A result is an error code,
+// and the last error stays as it is. Keys and values are never deleted: nobody here does.
 #ifndef ORVEL_PLATFORM_WINREG_H
 #define ORVEL_PLATFORM_WINREG_H
 

@@ -1,5 +1,6 @@
 // Windows in memory, the messages between them, and message boxes. There is no screen: a window is
-// a record in a tree, and what a person would see goes to the presenter.
+// a record in a tree, and what a person would be asked goes to an answerer. A message, style or
+// notification that neither the library nor its tests use isn't there.
 #ifndef ORVEL_PLATFORM_WINUSER_H
 #define ORVEL_PLATFORM_WINUSER_H
 

@@ -1,4 +1,5 @@
-// Comparing names without their case: file names of modules, classes of windows, keys.
+// Comparing names without their case: file names of modules, classes of windows, registry keys. The
+// C runtime's own functions ask the locale, which is the host's to set, and differ by target.
 #include "runtime.h"
 
 static int FoldByte(char byte)

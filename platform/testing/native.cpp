@@ -41,7 +41,7 @@ HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size)
     return CALL_LAYER(GlobalAlloc)(flags, size);
 }
 
-// ---- what was painted ----
+// ---- what was painted: kept for each window until it is painted again ----
 
 HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint)
 {

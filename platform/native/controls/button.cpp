@@ -11,6 +11,7 @@ struct ButtonData {
 
 static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+// What a dialog asks of each control to find its default button.
 static LRESULT ButtonCode(const WindowRecord *button)
 {
     int isDefault = (button->style & kButtonKind) == BS_DEFPUSHBUTTON;
@@ -26,6 +27,7 @@ static void PressButton(HWND window)
         ((ButtonData *)ClassData(button, ButtonProc))->isPressed = 1;
 }
 
+// Tells the parent, which may destroy the button: it isn't touched after that.
 static void ReleaseButton(const WindowRecord *button, ButtonData *data)
 {
     if (!data->isPressed)

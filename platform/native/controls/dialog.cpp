@@ -15,6 +15,7 @@ int IsDefaultButton(HWND control)
     return (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) != 0;
 }
 
+// The high word says that there is one.
 static LRESULT DefaultId(const DialogData *dialog)
 {
     return dialog->defaultId ? MAKELONG(dialog->defaultId, DC_HASDEFID) : 0;
@@ -33,6 +34,7 @@ static LRESULT SetDefaultId(HWND window, DialogData *dialog, int id)
     return TRUE;
 }
 
+// Another window becomes active: which control had the focus is remembered for the way back.
 static void KeepFocus(HWND window, DialogData *dialog)
 {
     WindowRecord *focus = GetFocus() ? FindWindowRecord(GetFocus()) : nullptr;
@@ -51,6 +53,7 @@ static void GiveFocusBack(HWND window, DialogData *dialog)
         SetFocus(kept);
 }
 
+// Closing is a press on Cancel, which the program handles as it likes; a disabled one refuses.
 static LRESULT CloseDialog(HWND dialog)
 {
     HWND cancel = GetDlgItem(dialog, IDCANCEL);

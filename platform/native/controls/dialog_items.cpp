@@ -1,6 +1,7 @@
 // A dialog's controls: by their number, and in the order of the Tab key.
 #include "windows/window_table.h"
 
+// The first control of this number; a dialog that has none gives null.
 HWND WINAPI GetDlgItem(HWND dialog, int id)
 {
     WindowRecord *record = FindWindowRecord(dialog);
@@ -42,6 +43,7 @@ LRESULT WINAPI SendDlgItemMessageA(HWND dialog, int id, UINT message, WPARAM wPa
     return control ? SendMessageA(control, message, wParam, lParam) : 0;
 }
 
+// A control that the Tab key stops at: it says so, can be seen and can be used.
 static int IsTabStop(const WindowRecord *control)
 {
     return (control->style & (WS_TABSTOP | WS_VISIBLE | WS_DISABLED)) == (WS_TABSTOP | WS_VISIBLE);
@@ -58,6 +60,7 @@ static HWND StopBefore(const WindowRecord *dialog, const WindowRecord *control)
     return found;
 }
 
+// The first stop from this control on; null behind the last.
 static HWND StopFrom(const WindowRecord *control)
 {
     for (; control; control = control->next) {

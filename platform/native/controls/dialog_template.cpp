@@ -2,12 +2,15 @@
 // page; a class may be a number.
 #include "controls/dialog_template.h"
 
+#include <assert.h>
 #include <string.h>
 
 constexpr DWORD kExtendedForm = 0xFFFF0001;  // where a plain template has its style
 
+// 0 behind the end: a reader that went bad stays so, and its user asks once at the end.
 static WORD NextWord(TemplateReader *reader)
 {
+    assert(reader->isBad || reader->at <= reader->bytes.size);
     if (reader->isBad || reader->bytes.size - reader->at < 2) {
         reader->isBad = 1;
         return 0;
@@ -23,6 +26,7 @@ static DWORD NextLong(TemplateReader *reader)
     return low | (DWORD)NextWord(reader) << 16;
 }
 
+// What the code page doesn't have is a question mark.
 static char ByteOf(WCHAR character)
 {
     char byte = '?';
@@ -41,6 +45,7 @@ static void ReadCharacters(TemplateReader *reader, WORD first, char *text)
     text[length] = '\0';
 }
 
+// Classes, menus and captions: 0xFFFF and a number, or characters. What isn't there is 0 or empty.
 static void ReadNumberOrText(TemplateReader *reader, WORD *number, char *text)
 {
     *number = 0;
@@ -52,6 +57,7 @@ static void ReadNumberOrText(TemplateReader *reader, WORD *number, char *text)
         ReadCharacters(reader, first, text);
 }
 
+// A class by its number or its name; the numbers are those of the system's own six.
 static void ReadClass(TemplateReader *reader, TemplateItem *item)
 {
     static constexpr const char *kClasses[] = {
@@ -69,6 +75,7 @@ static void ReadClass(TemplateReader *reader, TemplateItem *item)
         strcpy(item->className, kClasses[index]);
 }
 
+// Signed: a control may begin outside of its dialog.
 static void ReadPlace(TemplateReader *reader, TemplateItem *item)
 {
     item->x = (SHORT)NextWord(reader);

@@ -1,5 +1,6 @@
-// The presenter of message boxes: an answerer where one is set, else standard error, each box
-// answered with its default button.
+// Message boxes, and who answers them: an answerer where a host or a test has set one, else
+// standard error and the default button, since nobody sits at this screen.
+#include <assert.h>
 #include <stddef.h>
 #include <string.h>
 
@@ -38,11 +39,13 @@ MessageBoxAnswerer SetMessageBoxAnswerer(MessageBoxAnswerer answerer)
 // A default button that the box doesn't have means the first one.
 static int DefaultButton(UINT flags)
 {
+    assert((flags & MB_TYPEMASK) < kBoxTypeCount);
     const BoxButtons &buttons = kBoxButtons[flags & MB_TYPEMASK];
     int number = (int)((flags & MB_DEFMASK) >> 8);
     return buttons.ids[number < buttons.count ? number : 0];
 }
 
+// A copy of what fits into a box's text, terminated.
 static void CopyCut(char *to, const char *from)
 {
     size_t length = strnlen(from, kMaxBoxText - 1);

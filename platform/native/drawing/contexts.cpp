@@ -26,6 +26,7 @@ ContextRecord *FindContext(HDC context)
     return nullptr;
 }
 
+// Null for a handle that is no living font; the system's own is always one.
 static FontRecord *FindFont(HGDIOBJ object)
 {
     if (object == &gSystemFont)
@@ -49,6 +50,7 @@ ContextRecord *NewContext(HWND window)
     return nullptr;
 }
 
+// The font is the caller's, who gives it back by DeleteObject.
 HFONT WINAPI CreateFontIndirectA(const LOGFONTA *font)
 {
     for (FontRecord &place : gDrawing.fonts) {
@@ -71,6 +73,7 @@ HGDIOBJ WINAPI SelectObject(HDC handle, HGDIOBJ object)
     return before;
 }
 
+// Whether a context would be left with a dead font.
 static int IsSelected(HGDIOBJ object)
 {
     for (const ContextRecord &context : gDrawing.contexts) {
@@ -90,6 +93,8 @@ BOOL WINAPI DeleteObject(HGDIOBJ object)
         font->isUsed = 0;
     return TRUE;
 }
+
+// ---- how a text would be drawn; each setter gives the value from before ----
 
 COLORREF WINAPI GetTextColor(HDC handle)
 {
@@ -127,6 +132,7 @@ int WINAPI SetBkMode(HDC handle, int mode)
     return before;
 }
 
+// Says whether it could be drawn, and keeps nothing.
 BOOL WINAPI TextOutA(HDC handle, int, int, LPCSTR text, int length)
 {
     ContextRecord *context = FindContext(handle);

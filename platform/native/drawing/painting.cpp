@@ -5,6 +5,8 @@
 #include "windows/hooks.h"
 #include "windows/window_table.h"
 
+// From here on the window counts as painted, so that what changes during its painting makes it due
+// again.
 HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint)
 {
     WindowRecord *record = FindWindowRecord(window);
@@ -17,6 +19,7 @@ HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint)
     return paint->hdc;
 }
 
+// Gives the context back.
 BOOL WINAPI EndPaint(HWND, const PAINTSTRUCT *paint)
 {
     ContextRecord *context = FindContext(paint->hdc);
@@ -25,6 +28,8 @@ BOOL WINAPI EndPaint(HWND, const PAINTSTRUCT *paint)
     return TRUE;
 }
 
+// The window before those that stand in it. Each WM_PAINT may do anything, so the next window is
+// asked for by its handle.
 static void PaintInside(HWND window)
 {
     WindowRecord *record = FindWindowRecord(window);

@@ -1,5 +1,7 @@
-// Keys and values as Windows hands them out. A key's handle is a number of a slot with its path and
-// its rights; the key itself stands in the registry's file alone, so every call asks the file anew.
+// Keys and values as Windows hands them out, for the library's options and folders. A key's handle
+// is a number of a slot with its path and its rights; the key itself stands in the registry's file
+// alone, so every call asks the file anew.
+#include <assert.h>
 #include <stdlib.h>
 #include <string.h>
 
@@ -8,10 +10,11 @@
 
 constexpr int kMaxOpenKeys = 256;
 constexpr unsigned kGenerations = 0x7fff;
-constexpr int kMaxKeyDepth = 512;
+constexpr int kMaxKeyDepth = 512;                  // parts of a path
+static_assert((kMaxOpenKeys + 1) << 2 <= 0x1000);  // a handle has 12 bits for its slot
 
 struct OpenKey {
-    char *path;  // none: the slot is free
+    char *path;  // owned, the whole one; null: the slot is free
     REGSAM access;
     unsigned generation;
 };
@@ -40,6 +43,8 @@ struct Session {
 
 // --- handles ---
 
+// generation << 12 | slot + 1 << 2: never a root's number, and a closed handle isn't taken for the
+// key that has its slot now.
 static HKEY KeyHandle(int slot)
 {
     return (HKEY)(ULONG_PTR)((gRegistry.keys[slot].generation << 12) | (unsigned)(slot + 1) << 2);
@@ -68,6 +73,7 @@ static const char *KeyPath(HKEY key, REGSAM *access)
     return open->path;
 }
 
+// A new handle; each call gives another, for the same key too.
 static LONG OpenSlot(const char *path, REGSAM access, HKEY *result)
 {
     for (int i = 0; i < kMaxOpenKeys; i++) {
@@ -119,6 +125,7 @@ static LONG ResolveKey(HKEY key, const char *subKey, char *path, REGSAM *access)
     if (!base)
         return ERROR_INVALID_HANDLE;
     size_t length = strlen(base);
+    assert(length < kMaxKeyPath);  // a handle's path was resolved here before
     memcpy(path, base, length + 1);
     if (!subKey)
         return ERROR_SUCCESS;
@@ -136,6 +143,7 @@ static LONG ResolveKey(HKEY key, const char *subKey, char *path, REGSAM *access)
     }
 }
 
+// A root needs no line in the file: it is always there.
 static int IsRootPath(const char *path)
 {
     for (const RootKey &root : kRootKeys) {
@@ -193,6 +201,7 @@ static LONG BeginSession(int forWriting, Session **result)
     return code;
 }
 
+// A key is there when a line names it or one below it. Leaves that line in the session.
 static int KeyExists(Session *session, const char *path)
 {
     size_t place = 0;
@@ -266,6 +275,7 @@ static LONG AddKeys(Session *session, const char *path)
     return code;
 }
 
+// Under the lock: another process may have made it between the question and this call.
 static LONG CreateKey(const char *path, REGSAM access, PHKEY result, DWORD *disposition)
 {
     Session *session;
@@ -383,6 +393,7 @@ static void FillLine(RegistryLine *line, const ValueName *value, DWORD type, con
         memcpy(line->data, data, size);
 }
 
+// The old line of the value goes, the new one comes to the end of the file.
 static LONG StoreValue(const ValueName *value, DWORD type, const BYTE *data, DWORD size)
 {
     Session *session;

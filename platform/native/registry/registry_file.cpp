@@ -1,8 +1,9 @@
-// Reading and writing the registry's file. It is read whole for each question and replaced whole
-// for each change: a question costs little beside what a program does with the answer, and there is
-// no copy in memory that another process could make untrue.
+// Reading and writing the registry's file, for registry.cpp alone. It is read whole for each
+// question and replaced whole for each change: a question costs little beside what a program does
+// with the answer, and there is no copy in memory that another process could make untrue.
 #include "registry/registry_file.h"
 
+#include <assert.h>
 #include <errno.h>
 #include <fcntl.h>
 #include <stdio.h>
@@ -20,6 +21,7 @@ constexpr int kLockTries = 500;  // of 10 ms each
 
 // --- the file's place ---
 
+// Of a file in the registry's folder: 1, or 0 when the environment names none or it doesn't fit.
 static int RegistryPath(const char *name, char *native)
 {
     char home[kNativePathSize];
@@ -39,6 +41,7 @@ static LONG FailureCode(DWORD code)
 
 // --- reading ---
 
+// A file that grows meanwhile is read as long as it was; one that shrinks can't be read.
 static LONG ReadOpened(int fd, RegistryText *text)
 {
     struct stat status;
@@ -67,6 +70,7 @@ LONG ReadRegistry(RegistryText *text)
     *text = {nullptr, 0};
     if (!RegistryPath("registry", native))
         return ERROR_REGISTRY_IO_FAILED;
+    // A pipe in the file's place must not keep us waiting.
     int fd = open(native, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (fd < 0)
         return errno == ENOENT ? ERROR_SUCCESS : FailureCode(FileErrorCode(errno, native));
@@ -85,6 +89,8 @@ void FreeRegistryText(RegistryText *text)
 
 // --- one line ---
 
+// The rest of a line. The functions below take what they know from its start and say whether they
+// did.
 struct Cursor {
     const char *at, *end;
 };
@@ -98,6 +104,7 @@ static int Take(Cursor *cursor, const char *expected)
     return 1;
 }
 
+// Small letters alone: what this file writes is the only form, so that a line has one spelling.
 static int HexDigit(char digit)
 {
     if (digit >= '0' && digit <= '9')
@@ -210,6 +217,7 @@ static int TakeValue(Cursor *cursor, RegistryLine *line)
 
 int ParseRegistryLine(const RegistryText *text, size_t *place, RegistryLine *line)
 {
+    assert(*place < text->size);
     const char *start = text->bytes + *place;
     const char *newline = (const char *)memchr(start, '\n', text->size - *place);
     const char *end = newline ? newline : text->bytes + text->size;
@@ -249,6 +257,7 @@ static int IsPlainText(const RegistryLine *line)
            memchr(line->data, 0, line->size) == line->data + line->size - 1;
 }
 
+// The form that ParseRegistryLine reads back; see the header of this file.
 static void PutLine(FILE *file, const RegistryLine *line)
 {
     putc('[', file);
@@ -281,12 +290,14 @@ static void PutOldLines(FILE *file, const RegistryText *old, KeepRegistryLine ke
         size_t start = place;
         if (ParseRegistryLine(old, &place, line) && !keep(line, context))
             continue;
+        assert(place > start);  // the parser always moves on
         fwrite(old->bytes + start, 1, place - start, file);
         if (old->bytes[place - 1] != '\n')
             putc('\n', file);
     }
 }
 
+// At the first write; who only reads makes no folder.
 static LONG MakeRegistryFolder()
 {
     char folder[kNativePathSize];
@@ -318,6 +329,8 @@ LONG WriteRegistry(const RegistryText *old, KeepRegistryLine keep, void *context
     return result;
 }
 
+// The lock is a file of its own, since the registry's is replaced by each write. Whoever holds it
+// for five seconds hangs, and the write fails rather than hang too.
 int LockRegistry()
 {
     char native[kNativePathSize];

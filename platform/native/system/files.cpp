@@ -10,16 +10,17 @@
 #include "runtime.h"
 #include "system/paths.h"
 
+// The cookie of the stream that a reader of text gets.
 struct TextReader {
-    FILE *file;
-    int ended;  // byte 26 has been seen
+    FILE *file;  // owned: closed with the stream
+    int ended;   // byte 26 has been seen
 };
 
 // One byte of the text, or EOF.
 static int ReadTextByte(TextReader *reader)
 {
     int byte = reader->ended ? EOF : getc_unlocked(reader->file);
-    if (byte == '\r') {
+    if (byte == '\r') {  // dropped before LF alone; else it is a byte like any other
         int next = getc_unlocked(reader->file);
         if (next == '\n')
             return '\n';
@@ -33,6 +34,7 @@ static int ReadTextByte(TextReader *reader)
     return byte;
 }
 
+// As read(2) for the stream: bytes, 0 at the end, -1 with errno when the disk fails.
 static ssize_t ReadText(void *cookie, char *buffer, size_t size)
 {
     TextReader *reader = (TextReader *)cookie;
@@ -58,6 +60,8 @@ static int CloseText(void *cookie)
     return result;
 }
 
+// A stream over the file, which it owns from now on; null when there is no memory, and the file is
+// still the caller's.
 static FILE *WrapText(FILE *file)
 {
     TextReader *reader = (TextReader *)malloc(sizeof *reader);
@@ -134,6 +138,7 @@ int Utf8OfPath(const char *path, char *utf8, int size)
     return length >= 0 && length < size;
 }
 
+// Two names are one file when they lead to one inode, by whatever links.
 int IsSameFile(const char *left, const char *right)
 {
     char one[kNativePathSize], other[kNativePathSize];

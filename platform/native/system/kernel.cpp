@@ -1,10 +1,13 @@
-// Memory, time, the thread and its last error.
+// The few calls of the system that stand on the C library directly: memory, time, the thread and
+// its last error. The library calls them, and every other file of the layer sets the last error
+// here.
 #include <stdlib.h>
 #include <time.h>
 #include <unistd.h>
 
 #include "runtime.h"
 
+// Set by a call that fails, left alone by one that succeeds, as on Windows.
 static thread_local DWORD gLastError;
 
 DWORD WINAPI GetLastError()
@@ -17,6 +20,7 @@ void WINAPI SetLastError(DWORD code)
     gLastError = code;
 }
 
+// No handle that is ever closed, but the number that stands for the caller, as on Windows.
 HANDLE WINAPI GetCurrentProcess()
 {
     return (HANDLE)(LONG_PTR)-1;
@@ -27,6 +31,7 @@ DWORD WINAPI GetCurrentThreadId()
     return (DWORD)gettid();
 }
 
+// Milliseconds; begins again at 0 after 49 days, so only differences mean anything.
 DWORD WINAPI GetTickCount()
 {
     timespec now;
@@ -41,6 +46,7 @@ void WINAPI Sleep(DWORD milliseconds)
         ;  // a signal came in between: the rest is slept too
 }
 
+// A block of no size is a block too: it has an address, and is freed.
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size)
 {
     void *block = nullptr;

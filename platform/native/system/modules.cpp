@@ -1,6 +1,7 @@
-// Modules. A handle is the address that the module is loaded at, as on Windows, so there is no
-// table to keep: the dynamic loader answers every question about it, and a dead handle is an
-// address at which it knows no module.
+// Modules, for the bridge to the companion and for hosts that load the library. A handle is the
+// address that the module is loaded at, as on Windows, so there is no table to keep: the dynamic
+// loader answers every question about it, and a dead handle is an address at which it knows no
+// module.
 #include "system/modules.h"
 
 #include <dlfcn.h>
@@ -33,11 +34,13 @@ void RefuseModule(HMODULE module)
     gLoader.refused = module;
 }
 
+// The kernel tells where the program's headers stand; they are a part of the program itself.
 static HMODULE ProgramModule()
 {
     return ModuleOfAddress((const void *)getauxval(AT_PHDR));
 }
 
+// Whether a handle is alive: the address that a loaded module begins at.
 static int IsModule(HMODULE module)
 {
     return module && ModuleOfAddress(module) == module;
@@ -63,6 +66,7 @@ static int MappedFile(FILE *maps, const void *address, char *native, int nativeS
     return 0;
 }
 
+// The path of the module's file: 1, or 0 when the kernel doesn't tell it or it doesn't fit.
 static int ModuleFile(HMODULE module, char *native, int nativeSize)
 {
     FILE *maps = fopen("/proc/self/maps", "re");
@@ -106,6 +110,7 @@ static int MatchLoaded(dl_phdr_info *info, size_t, void *data)
     return search->found != nullptr;
 }
 
+// A loaded module by its file's name, in any case; null when there is none.
 static HMODULE FindLoaded(const char *name)
 {
     NameSearch search = {name, nullptr};
@@ -130,6 +135,7 @@ static int ModuleName(const char *given, char *native, int nativeSize)
     return 1;
 }
 
+// The path of this name in the program's own folder: 1, or 0 when that can't be told.
 static int BesideProgram(const char *name, char *native, int nativeSize)
 {
     char program[kNativePathSize];
@@ -160,6 +166,7 @@ static int LocateModule(const char *name, char *native, int nativeSize)
     return stat(native, &status) == 0 && S_ISREG(status.st_mode);
 }
 
+// The module's entry point runs inside of dlopen and can only leave a note that it refuses.
 static HMODULE LoadFile(const char *native)
 {
     gLoader.refused = nullptr;
@@ -197,6 +204,7 @@ HMODULE WINAPI LoadLibraryA(LPCSTR fileName)
     return LoadFile(native);
 }
 
+// To count down a module the loader needs its own handle, which only another count can give.
 BOOL WINAPI FreeLibrary(HMODULE module)
 {
     void *library = OpenAgain(module);

@@ -1,5 +1,6 @@
-// Paths come in with backslashes and an optional drive letter and leave with slashes. Bytes are
-// handed through: what a file name is encoded in is not our business.
+// The one place where Windows' paths become the file system's. They come in with backslashes and an
+// optional drive letter and leave with slashes; bytes are handed through, since what a file name is
+// encoded in is not our business. Called by all that opens, makes or asks about files.
 #include "system/paths.h"
 
 #include <ctype.h>
@@ -11,6 +12,7 @@
 
 #include "runtime.h"
 
+// There are no drives: a path behind its letter begins at the root of the file system.
 static const char *SkipDrive(const char *path)
 {
     return isalpha((unsigned char)path[0]) && path[1] == ':' ? path + 2 : path;
@@ -28,7 +30,7 @@ int ToNativePath(const char *path, char *native, int nativeSize)
         SetLastError(ERROR_FILENAME_EXCED_RANGE);
         return 0;
     }
-    for (size_t i = 0; i <= length; i++)
+    for (size_t i = 0; i <= length; i++)  // the terminator too
         native[i] = path[i] == '\\' ? '/' : path[i];
     return 1;
 }
@@ -55,6 +57,7 @@ int JoinNative(const char *folder, const char *name, char *joined, int joinedSiz
     return 1;
 }
 
+// Follows links: a link to a folder is one.
 static int IsFolder(const char *native)
 {
     struct stat status;
@@ -109,6 +112,7 @@ static DWORD MissingCode(const char *native)
     return IsFolder(folder) ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
 }
 
+// What has no number of its own is a general failure; nothing is told as a success.
 DWORD FileErrorCode(int error, const char *native)
 {
     switch (error) {
@@ -143,6 +147,7 @@ BOOL WINAPI CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES)
     return FALSE;
 }
 
+// The file system would delete a read-only file, since it only asks for the folder's rights.
 BOOL WINAPI DeleteFileA(LPCSTR path)
 {
     char native[kNativePathSize];
@@ -177,6 +182,7 @@ DWORD WINAPI GetFileAttributesA(LPCSTR path)
     return FILE_ATTRIBUTE_ARCHIVE | readOnly;
 }
 
+// Always with a backslash at its end; the size needed, terminator included, where it doesn't fit.
 DWORD WINAPI GetTempPathA(DWORD size, LPSTR buffer)
 {
     char path[kNativePathSize];

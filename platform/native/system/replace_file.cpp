@@ -16,6 +16,7 @@
 
 static_assert(kReplacePathSize == kNativePathSize);
 
+// Always 0, so that a failure is told and returned at once.
 static int FailWith(int error, const char *native)
 {
     SetLastError(FileErrorCode(error, native));

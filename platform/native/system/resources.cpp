@@ -1,7 +1,9 @@
 // Finds a resource in a compiled resource file: one entry behind the other, each a header with two
-// sizes, type and name, and the data, all at multiples of four. The file is checked as it is read.
+// sizes, type and name, and the data, all at multiples of four. The file is checked as it is read:
+// sizes in it may be anything. Called by the dialog manager.
 #include "system/resources.h"
 
+#include <assert.h>
 #include <string.h>
 
 constexpr int kMaxModules = 16;
@@ -51,11 +53,14 @@ static DWORD ReadLong(const BYTE *at)
     return ReadWord(at) | (DWORD)ReadWord(at + 2) << 16;
 }
 
+// Of a header with its data; the sum of two 32-bit sizes can't overflow 64 bits, and where size_t
+// is shorter the sizes were held against the file's before.
 static size_t Aligned(size_t size)
 {
     return (size + 3) & ~(size_t)3;
 }
 
+// Names are compared as the resource compiler wrote them: only A to Z have a case.
 static WORD UpperCase(WORD character)
 {
     return character >= 'a' && character <= 'z' ? (WORD)(character - ('a' - 'A')) : character;
@@ -80,6 +85,7 @@ static int IsName(const BYTE *at, const BYTE *end, const char *name)
     return 0;
 }
 
+// The header behind its two sizes: type, name, and more that isn't looked at.
 static int IsDialogNamed(const BYTE *header, size_t size, const char *name)
 {
     return size >= 16 && IsNumber(header + 8, header + size, kDialogType) &&
@@ -89,7 +95,7 @@ static int IsDialogNamed(const BYTE *header, size_t size, const char *name)
 static ResourceBytes FindInFile(ResourceBytes file, const char *name)
 {
     size_t at = 0;
-    while (file.size - at >= 8) {
+    while (file.size - at >= 8) {  // at <= file.size, see the step below
         size_t dataSize = ReadLong(file.bytes + at);
         size_t headerSize = ReadLong(file.bytes + at + 4);
         if (headerSize < 8 || headerSize > file.size - at || dataSize > file.size - at - headerSize)

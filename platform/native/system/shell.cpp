@@ -1,4 +1,5 @@
-// Folders of the system, and the common controls, which need no start.
+// The folder for data that programs share, where the library keeps its list of fonts and the
+// companion its dictionaries; and the common controls, which are always there here.
 #include <commctrl.h>
 #include <shlobj.h>
 #include <string.h>
@@ -6,6 +7,7 @@
 
 #include "system/paths.h"
 
+// A folder, not a file of that name.
 static int IsThere(const char *native)
 {
     struct stat status;
@@ -22,6 +24,7 @@ HRESULT WINAPI SHGetFolderPathA(HWND, int folder, HANDLE, DWORD, LPSTR path)
         return E_INVALIDARG;
     if (!EnvironmentFolder("XDG_DATA_HOME", ".local/share", native, sizeof native))
         return E_FAIL;
+    // The caller has room for MAX_PATH bytes and doesn't say so: a longer path is none.
     if (strlen(native) >= MAX_PATH)
         return E_FAIL;
     if ((folder & CSIDL_FLAG_CREATE) ? !MakeFolders(native) : !IsThere(native))

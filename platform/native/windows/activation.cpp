@@ -1,14 +1,18 @@
 // Activation, focus, and whether a window is shown and enabled. Both the window that loses and the
-// one that gains are told by messages, which may move the focus again: who comes last wins.
+// one that gains are told by messages, which may move the focus again: who comes last wins. Called
+// by hosts and dialogs, and by the tree of windows when a window comes or goes.
 #include "windows/activation.h"
 
 #include "windows/window_table.h"
 
 struct ActivationState {
-    HWND active, focus;
+    HWND active;  // a window on the screen; null: none of this thread
+    HWND focus;   // the active window or one that stands in it; null: none
 };
 static ActivationState gActivation;
 
+// Each of the two messages may change the focus itself; then the second isn't sent, since the
+// window doesn't have it any more.
 static void ChangeFocus(HWND window)
 {
     HWND before = gActivation.focus;
@@ -73,6 +77,7 @@ HWND WINAPI GetFocus(void)
     return gActivation.focus;
 }
 
+// A window in one that is disabled can't be used either.
 static int IsEnabledUpwards(const WindowRecord *window)
 {
     for (; window; window = window->parent) {
@@ -95,6 +100,8 @@ HWND WINAPI SetFocus(HWND window)
     return before;
 }
 
+// What was to be seen before. A window that appears has to be painted; one on the screen becomes
+// active, and the active one leaves that to its owner when it disappears.
 BOOL WINAPI ShowWindow(HWND window, int command)
 {
     WindowRecord *record = FindWindowRecord(window);
@@ -116,6 +123,7 @@ BOOL WINAPI ShowWindow(HWND window, int command)
     return wasVisible;
 }
 
+// Whether it was disabled before. A disabled window can't keep the focus.
 BOOL WINAPI EnableWindow(HWND window, BOOL enable)
 {
     WindowRecord *record = FindWindowRecord(window);

@@ -1,7 +1,9 @@
-// The atom table grows by one block of names at a time and never shrinks: names are few, and a
-// number must keep its meaning as long as the process lives.
+// The atom table, for classes of windows and registered messages. It grows by one block of names at
+// a time and never shrinks: names are few, and a number must keep its meaning as long as the
+// process lives.
 #include "windows/atoms.h"
 
+#include <assert.h>
 #include <stdlib.h>
 #include <string.h>
 
@@ -11,7 +13,7 @@ constexpr int kFirstAtom = 0xC000;
 constexpr int kMaxAtoms = 0x4000;
 
 struct AtomTable {
-    char *names[kMaxAtoms];
+    char *names[kMaxAtoms];  // owned, the first `count` of them; the index is the number
     int count;
 };
 static AtomTable gAtoms;
@@ -43,6 +45,7 @@ ATOM AtomOfName(const char *name)
         return 0;
     }
     memcpy(copy, name, length + 1);
+    assert(gAtoms.count < kMaxAtoms && kFirstAtom + gAtoms.count <= 0xffff);
     gAtoms.names[gAtoms.count] = copy;
     return (ATOM)(kFirstAtom + gAtoms.count++);
 }

@@ -12,6 +12,7 @@ struct ClassList {
 };
 static ClassList gClasses;
 
+// That of this module alone, or the layer's own for null.
 static WindowClass *FindOwnClass(ATOM atom, HINSTANCE instance)
 {
     WindowClass *found = atom ? gClasses.first : nullptr;
@@ -67,6 +68,7 @@ ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass)
     return atom;
 }
 
+// A class that still has windows stays: they hold a pointer to it.
 BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance)
 {
     WindowClass *gone = FindOwnClass(FindAtom(className), InstanceOrProgram(instance));
@@ -78,6 +80,6 @@ BOOL WINAPI UnregisterClassA(LPCSTR className, HINSTANCE instance)
     while (*link != gone)
         link = &(*link)->next;
     *link = gone->next;
-    free(gone);
+    free(gone);  // never one of the layer's own: those have no instance
     return TRUE;
 }

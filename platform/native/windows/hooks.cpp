@@ -1,7 +1,9 @@
-// Keyboard hooks of the thread. Each has a serial number that never comes again; the newest hears a
-// key first, and "the next" is the one with the highest number below, so that a hook may remove
-// itself or another while it runs.
+// Keyboard hooks of the thread, for dialogs that a host's message loop knows nothing of. Each has a
+// serial number that never comes again; the newest hears a key first, and "the next" is the one
+// with the highest number below, so that a hook may remove itself or another while it runs.
 #include "windows/hooks.h"
+
+#include <assert.h>
 
 constexpr int kMaxHooks = 32;
 
@@ -27,11 +29,13 @@ static Hook *HookBelow(ULONG_PTR serial)
     return found;
 }
 
+// The hooks call each other down the chain, so the running one is remembered and put back.
 static LRESULT CallHookBelow(ULONG_PTR serial, int code, WPARAM wParam, LPARAM lParam)
 {
     Hook *hook = HookBelow(serial);
     if (!hook)
         return 0;
+    assert(hook->procedure);
     ULONG_PTR before = gHooks.running;
     gHooks.running = hook->serial;
     LRESULT result = hook->procedure(code, wParam, lParam);

@@ -1,6 +1,9 @@
 // The message queue of the thread. A message is sought in the system's order: posted ones first,
 // then the end of the program, then keys, which pass the keyboard hooks as they are taken out and
-// go to the window that has the focus at that moment, and windows to be painted at last.
+// go to the window that has the focus at that moment, and windows to be painted at last. Called by
+// the loops of hosts and of modal dialogs. There is nobody at the screen: with nothing in it a
+// queue stays empty, and GetMessageA says so instead of waiting.
+#include <assert.h>
 #include <stdlib.h>
 
 #include "windows/hooks.h"
@@ -16,8 +19,8 @@ struct Entry {
 };
 
 struct EntryList {
-    Entry *first;
-    Entry **end;  // where the next one is linked
+    Entry *first;  // owned, as all behind it
+    Entry **end;   // where the next one is linked; means nothing while the list is empty
     int count;
 };
 
@@ -45,6 +48,7 @@ static int Append(EntryList *list, const MSG *message)
 static void Remove(EntryList *list, Entry **link)
 {
     Entry *gone = *link;
+    assert(gone && list->count > 0);
     *link = gone->next;
     if (!gone->next)
         list->end = link;
@@ -52,18 +56,21 @@ static void Remove(EntryList *list, Entry **link)
     free(gone);
 }
 
+// A message for no window is the thread's own.
 BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     MSG posted = {window, message, wParam, lParam, GetTickCount(), {0, 0}};
     return (!window || FindWindowRecord(window)) && Append(&gQueue.posted, &posted);
 }
 
+// No entry but a mark: it comes when nothing that was posted is left.
 void WINAPI PostQuitMessage(int code)
 {
     gQueue.hasQuit = 1;
     gQueue.quitCode = code;
 }
 
+// For whom the key is, is asked when it is taken out.
 void WINAPI keybd_event(BYTE key, BYTE scan, DWORD flags, ULONG_PTR)
 {
     int isUp = (flags & KEYEVENTF_KEYUP) != 0;
@@ -83,8 +90,9 @@ SHORT WINAPI GetAsyncKeyState(int key)
     return key >= 0 && key < 256 && gQueue.isDown[key] ? (SHORT)0x8000 : 0;
 }
 
+// What a caller asks for.
 struct Wanted {
-    HWND window;
+    HWND window;       // and those that stand in it; null: any
     UINT first, last;  // both 0: all
     int remove;
 };
@@ -95,6 +103,7 @@ static int IsInRange(const Wanted *wanted, UINT message)
            (message >= wanted->first && message <= wanted->last);
 }
 
+// Whether the message's window is the one asked for or stands in it.
 static int IsFor(const Wanted *wanted, HWND window)
 {
     if (!wanted->window || wanted->window == window)
@@ -127,6 +136,7 @@ static int TakePosted(const Wanted *wanted, MSG *message)
     return 0;
 }
 
+// Whatever the caller asks for: a program that is to end must hear of it.
 static int TakeQuit(const Wanted *wanted, MSG *message)
 {
     if (!gQueue.hasQuit)

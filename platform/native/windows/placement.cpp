@@ -4,6 +4,7 @@
 #include "windows/order.h"
 #include "windows/window_table.h"
 
+// On the screen: each window stands in its parent, up to the root.
 BOOL WINAPI GetWindowRect(HWND window, LPRECT rect)
 {
     WindowRecord *record = FindWindowRecord(window);
@@ -28,17 +29,21 @@ BOOL WINAPI GetClientRect(HWND window, LPRECT rect)
     return TRUE;
 }
 
+// Keeps the size.
 static void MoveTo(RECT *rect, int x, int y)
 {
     *rect = {x, y, x + rect->right - rect->left, y + rect->bottom - rect->top};
 }
 
+// Keeps the place; a size below 0 is none.
 static void Resize(RECT *rect, int width, int height)
 {
     rect->right = rect->left + (width > 0 ? width : 0);
     rect->bottom = rect->top + (height > 0 ? height : 0);
 }
 
+// `after` is a window that it shall stand behind, or one of the four names of places. Behind a
+// window of another parent means nothing, and it goes to the front.
 static void Reorder(WindowRecord *window, HWND after)
 {
     Unlink(window);
@@ -63,6 +68,7 @@ static int IsPlaceInOrder(HWND after)
            after == HWND_NOTOPMOST;
 }
 
+// Sends nothing, so the record stays what it is; activation comes after it.
 static void PlaceByFlags(WindowRecord *window, HWND after, const RECT *place, UINT flags)
 {
     if (!(flags & SWP_NOMOVE))

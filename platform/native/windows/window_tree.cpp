@@ -34,6 +34,8 @@ static HWND OwnerFor(HWND parent)
     return record ? record->handle : nullptr;
 }
 
+// In the tree, but nobody has heard of it yet. Children stand behind those that are there, in the
+// order of a dialog's template; windows on the screen come in front.
 static WindowRecord *MakeRecord(WindowClass *windowClass, const CREATESTRUCTA *create)
 {
     WindowRecord *window = NewWindowRecord(windowClass);
@@ -202,11 +204,13 @@ BOOL WINAPI IsWindow(HWND window)
     return FindWindowRecord(window) != nullptr;
 }
 
+// A window without a text has the empty one.
 static int HasTitle(const WindowRecord *window, const char *title)
 {
     return CompareNoCase(window->text ? window->text : "", title) == 0;
 }
 
+// Among the windows on the screen, from the front; null means any class or title.
 HWND WINAPI FindWindowA(LPCSTR className, LPCSTR title)
 {
     ATOM atom = className ? FindAtom(className) : 0;
@@ -239,6 +243,7 @@ HWND WINAPI GetWindow(HWND window, UINT relation)
     return found ? found->handle : nullptr;
 }
 
+// On Windows too this gives the owner of a window that has no parent.
 HWND WINAPI GetParent(HWND window)
 {
     WindowRecord *record = FindWindowRecord(window);
@@ -261,6 +266,7 @@ LONG WINAPI GetWindowLongA(HWND window, int index)
     return 0;
 }
 
+// Only the procedure can be set: this is how a control is subclassed. The one from before.
 LONG_PTR WINAPI SetWindowLongPtrA(HWND window, int index, LONG_PTR value)
 {
     WindowRecord *record = FindWindowRecord(window);
