@@ -3,6 +3,7 @@
 // place where they aren't quoted.
 #include <fcntl.h>
 #include <io.h>
+#include <iterator>
 #include <stdlib.h>
 
 #include "runtime.h"
@@ -39,7 +40,7 @@ char **Utf8Arguments(int *count, char **given)
 int OpenUtf8Path(const char *path)
 {
     wchar_t wide[32768];  // no path is longer
-    if (!MultiByteToWideChar(CP_UTF8, 0, path, -1, wide, (int)(sizeof wide / sizeof *wide)))
+    if (!MultiByteToWideChar(CP_UTF8, 0, path, -1, wide, (int)std::size(wide)))
         return _open(path, _O_RDONLY | _O_BINARY);
     return _wopen(wide, _O_RDONLY | _O_BINARY);
 }

@@ -4,7 +4,8 @@
 
 #include <string>
 #include <vector>
-#include <runtime.h>
+
+#include "runtime.h"
 
 struct ShownBox {
     HWND owner;

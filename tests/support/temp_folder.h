@@ -10,7 +10,8 @@
 #include <string>
 #include <system_error>
 #include <vector>
-#include <runtime.h>
+
+#include "runtime.h"
 
 // All folders of a test program stand below one, which test_main.cpp makes first and removes last.
 struct FolderState {

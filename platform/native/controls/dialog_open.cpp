@@ -16,12 +16,14 @@ static DialogUnits UnitsOf(const TemplateHead *head)
     return {8, 16};
 }
 
+// Rounded to the nearest, away from 0, as the system does.
 static int Scaled(int units, int pixels, int per)
 {
     int scaled = units * pixels;
     return (scaled + (scaled < 0 ? -per / 2 : per / 2)) / per;
 }
 
+// The dialog itself isn't visible before its first message, whatever its template says.
 static HWND CreateItem(const TemplateItem *item, DialogUnits units, HWND parent, HINSTANCE module)
 {
     int isControl = (item->style & WS_CHILD) != 0;
@@ -33,6 +35,7 @@ static HWND CreateItem(const TemplateItem *item, DialogUnits units, HWND parent,
                            isControl ? (HMENU)(ULONG_PTR)item->id : nullptr, module, nullptr);
 }
 
+// 1, or 0 when a control can't be read or made, or one of them has destroyed the dialog.
 static int CreateControls(TemplateReader *reader, int count, DialogUnits units, HWND dialog)
 {
     WindowRecord *record = FindWindowRecord(dialog);
@@ -102,6 +105,7 @@ HWND WINAPI CreateDialogParamA(HINSTANCE module, LPCSTR name, HWND parent, DLGPR
 
 // ---- modal dialogs ----
 
+// A dialog that was destroyed without EndDialog isn't open either.
 static int IsOpen(HWND dialog)
 {
     DialogData *data = FindDialogData(dialog);
@@ -157,6 +161,7 @@ INT_PTR WINAPI DialogBoxParamA(HINSTANCE module, LPCSTR name, HWND parent, DLGPR
     return result;
 }
 
+// Only a mark: the loop sees it when the message that called this is done.
 BOOL WINAPI EndDialog(HWND dialog, INT_PTR result)
 {
     DialogData *data = FindDialogData(dialog);

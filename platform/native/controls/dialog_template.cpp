@@ -3,6 +3,7 @@
 #include "controls/dialog_template.h"
 
 #include <assert.h>
+#include <iterator>
 #include <string.h>
 
 constexpr DWORD kExtendedForm = 0xFFFF0001;  // where a plain template has its style
@@ -69,7 +70,7 @@ static void ReadClass(TemplateReader *reader, TemplateItem *item)
     if (!number)
         return;
     size_t index = (size_t)number - 0x80;
-    if (index >= sizeof kClasses / sizeof *kClasses)
+    if (index >= std::size(kClasses))
         reader->isBad = 1;
     else
         strcpy(item->className, kClasses[index]);

@@ -1,6 +1,7 @@
 // Message boxes, and who answers them: an answerer where a host or a test has set one, else
 // standard error and the default button, since nobody sits at this screen.
 #include <assert.h>
+#include <iterator>
 #include <stddef.h>
 #include <string.h>
 
@@ -27,7 +28,7 @@ static constexpr BoxButtons kBoxButtons[] = {
     {3, {IDCANCEL, IDTRYAGAIN, IDCONTINUE}},// MB_CANCELTRYCONTINUE
 };
 // clang-format on
-constexpr UINT kBoxTypeCount = sizeof kBoxButtons / sizeof kBoxButtons[0];
+constexpr UINT kBoxTypeCount = std::size(kBoxButtons);
 
 MessageBoxAnswerer SetMessageBoxAnswerer(MessageBoxAnswerer answerer)
 {

@@ -91,6 +91,7 @@ static LONG OpenSlot(const char *path, REGSAM access, HKEY *result)
     return ERROR_NOT_ENOUGH_MEMORY;
 }
 
+// A root may be closed, which does nothing.
 LONG WINAPI RegCloseKey(HKEY key)
 {
     REGSAM access;
@@ -107,6 +108,7 @@ LONG WINAPI RegCloseKey(HKEY key)
 // --- paths ---
 
 // Appends one part of a key's path.
+// The caller has room for kMaxKeyPath bytes; what is longer is refused whole.
 static LONG AppendPart(char *path, size_t *length, const char *part, size_t partLength)
 {
     if (partLength > kMaxKeyName || *length + 1 + partLength >= kMaxKeyPath)
@@ -167,6 +169,7 @@ static int IsAtOrAbove(const char *path, const char *key)
 
 // --- sessions ---
 
+// Gives all back, the lock at last.
 static void EndSession(Session *session)
 {
     if (!session)
@@ -230,6 +233,7 @@ static int FindValue(Session *session, const char *path, const char *name)
 
 // --- keys ---
 
+// Rights aren't asked of the file: they bind the handle alone.
 LONG WINAPI RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD, REGSAM access, PHKEY result)
 {
     char path[kMaxKeyPath];
@@ -248,6 +252,7 @@ LONG WINAPI RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD, REGSAM access, PHKEY r
     return code;
 }
 
+// For a write that only adds lines.
 static int KeepAll(const RegistryLine *, void *)
 {
     return 1;
@@ -374,6 +379,7 @@ LONG WINAPI RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD ty
     return code;
 }
 
+// For a write that puts another line in the value's place.
 static int KeepOtherValues(const RegistryLine *line, void *context)
 {
     const ValueName *value = (const ValueName *)context;
@@ -381,6 +387,7 @@ static int KeepOtherValues(const RegistryLine *line, void *context)
            CompareNoCase(line->key, value->key) != 0;
 }
 
+// The session's line, which the search for the key has used before.
 static void FillLine(RegistryLine *line, const ValueName *value, DWORD type, const BYTE *data,
                      DWORD size)
 {

@@ -95,6 +95,7 @@ struct Cursor {
     const char *at, *end;
 };
 
+// Exactly these bytes.
 static int Take(Cursor *cursor, const char *expected)
 {
     size_t length = strlen(expected);
@@ -126,6 +127,7 @@ static int TakeHexByte(Cursor *cursor, BYTE *byte)
     return 1;
 }
 
+// A decimal number of 32 bits; a larger one is no number.
 static int TakeNumber(Cursor *cursor, DWORD *number)
 {
     uint64_t value = 0;
@@ -173,6 +175,7 @@ static int TakeDword(Cursor *cursor, RegistryLine *line)
     return 1;
 }
 
+// Its size must be that of its bytes: a line that was cut shows by this.
 static int TakeBytes(Cursor *cursor, RegistryLine *line)
 {
     if (!TakeNumber(cursor, &line->type) || !Take(cursor, " size ") ||
@@ -203,6 +206,7 @@ static int TakeText(Cursor *cursor, RegistryLine *line)
     return taken;
 }
 
+// The name and one of the three forms.
 static int TakeValue(Cursor *cursor, RegistryLine *line)
 {
     DWORD length;
@@ -238,6 +242,7 @@ int ParseRegistryLine(const RegistryText *text, size_t *place, RegistryLine *lin
 
 // --- writing ---
 
+// What would end the quotes or the line, or begin an escape, is escaped.
 static void PutQuoted(FILE *file, const char *text, char closing)
 {
     for (; *text; text++) {

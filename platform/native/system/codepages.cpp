@@ -1,5 +1,6 @@
-// Bytes to UTF-16 and back. UTF-8 that isn't well formed gives U+FFFD, lone surrogates give
-// U+FFFD's bytes; 1252 goes by the system's own table of look-alikes ("best fit"), which is data.
+// Bytes to UTF-16 and back, for the conversion of documents and the bridge to the companion. UTF-8
+// that isn't well formed gives U+FFFD, lone surrogates give U+FFFD's bytes; 1252 goes by the
+// system's own table of look-alikes ("best fit"), which is data.
 #include <string.h>
 #include <windows.h>
 
@@ -43,6 +44,7 @@ static void PutBytes(ByteSink *sink, const char *bytes, int length)
     sink->count += length;
 }
 
+// Always 0, which both calls give for a failure.
 static int Fail(DWORD code)
 {
     SetLastError(code);
@@ -116,6 +118,7 @@ static int WidenUtf8(const char *text, int length, WideSink *sink)
     return wellFormed;
 }
 
+// One to four bytes, by the size of the code point.
 static void PutUtf8(ByteSink *sink, unsigned point)
 {
     char bytes[4];
@@ -129,6 +132,7 @@ static void PutUtf8(ByteSink *sink, unsigned point)
     PutBytes(sink, bytes, length);
 }
 
+// 0 when a surrogate stands alone, which comes out as the replacement.
 static int NarrowUtf8(const WCHAR *wide, int length, ByteSink *sink)
 {
     int wellFormed = 1;
@@ -148,6 +152,7 @@ static int NarrowUtf8(const WCHAR *wide, int length, ByteSink *sink)
 
 // --- 1252 ---
 
+// All bytes but these 32 are their own units.
 static WCHAR WidenByte(unsigned char byte)
 {
     return byte >= 0x80 && byte < 0xA0 ? kUpperHalf1252[byte - 0x80] : byte;
@@ -200,6 +205,7 @@ static void Narrow1252(const WCHAR *wide, int length, Fallback *fallback, ByteSi
 
 // --- the two calls ---
 
+// Units up to and with the terminator.
 static int WideLength(const WCHAR *wide)
 {
     int length = 0;

@@ -1,4 +1,5 @@
-// Arguments, paths and streams are bytes here already.
+// What programs that take UTF-8 need of the system: nothing, since arguments, paths and streams are
+// bytes here already. Called by the programs' main functions.
 #include <fcntl.h>
 
 #include "runtime.h"

@@ -7,6 +7,7 @@ extern "C" __attribute__((visibility("hidden"))) BOOL WINAPI DllMain(HINSTANCE m
 
 static const char kInsideThisModule = 0;
 
+// A constructor can't fail: it leaves a note for LoadLibraryA, which unloads the module again.
 __attribute__((constructor)) static void EnterModule()
 {
     HMODULE module = ModuleOfAddress(&kInsideThisModule);

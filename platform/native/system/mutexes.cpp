@@ -32,6 +32,7 @@ static int MutexPath(const char *name, char *native)
     return JoinNative(folder, file, native, kNativePathSize);
 }
 
+// The record is the caller's until CloseHandle, which gives the lock back too.
 HANDLE WINAPI CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL, LPCSTR name)
 {
     char native[kNativePathSize];
@@ -51,6 +52,8 @@ HANDLE WINAPI CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL, LPCSTR name)
     return mutex;
 }
 
+// The kernel can wait for a lock, but not for so long and no longer: so it is asked again and
+// again.
 DWORD WINAPI WaitForSingleObject(HANDLE handle, DWORD milliseconds)
 {
     if (!handle)

@@ -33,4 +33,4 @@ HRESULT WINAPI SHGetFolderPathA(HWND, int folder, HANDLE, DWORD, LPSTR path)
     return S_OK;
 }
 
-void WINAPI InitCommonControls(void) {}
+void WINAPI InitCommonControls() {}

@@ -57,7 +57,7 @@ void LeaveActivation(HWND window, HWND owner)
         ActivateWindow(owner);
 }
 
-HWND WINAPI GetActiveWindow(void)
+HWND WINAPI GetActiveWindow()
 {
     return gActivation.active;
 }
@@ -72,7 +72,7 @@ HWND WINAPI SetActiveWindow(HWND window)
     return before;
 }
 
-HWND WINAPI GetFocus(void)
+HWND WINAPI GetFocus()
 {
     return gActivation.focus;
 }

@@ -22,12 +22,13 @@ LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM l
     if (!record)
         return 0;
     switch (message) {
+    // A text without memory refuses the window, as it refuses a later change.
     case WM_NCCREATE: return StoreWindowText(record, ((CREATESTRUCTA *)lParam)->lpszName);
     case WM_SETTEXT: return StoreWindowText(record, (const char *)lParam);
     case WM_GETTEXT: return CopyText(record, (char *)lParam, wParam);
     case WM_GETTEXTLENGTH: return record->text ? (LRESULT)strlen(record->text) : 0;
     case WM_CLOSE: DestroyWindow(window); break;
-    case WM_PAINT: record->needsPaint = 0; break;
+    case WM_PAINT: record->needsPaint = 0; break;  // painted by nobody is painted too
     case WM_ACTIVATE:
         if (LOWORD(wParam) != WA_INACTIVE)
             SetFocus(window);

@@ -224,7 +224,7 @@ HWND WINAPI FindWindowA(LPCSTR className, LPCSTR title)
     return nullptr;
 }
 
-HWND WINAPI GetDesktopWindow(void)
+HWND WINAPI GetDesktopWindow()
 {
     return RootWindow()->handle;
 }
