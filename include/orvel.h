@@ -102,8 +102,8 @@ int WINAPI IsLaoCode(int code);
 /* Bytes of the internal code that look like punctuation and mean something else. */
 enum {
     kHiddenBreak = 31, /* in romanized text, and in Lao text of older versions */
-    kBreakMark = 45,    /* U+200B: written by WrapText, taken out by it too */
-    kRealHyphen = 140   /* U+002D, since 45 is taken */
+    kBreakMark = 45,   /* U+200B: written by WrapText, taken out by it too */
+    kRealHyphen = 140  /* U+002D, since 45 is taken */
 };
 
 /* Flags of WrapText and DivideText: whether to insert breaks, and where. Without one of the last
@@ -112,7 +112,7 @@ enum { kInsertBreaks = 3, kSyllableBreaks = 4, kWordBreaks = 8, kBothBreaks = 12
 
 /* What starts at a byte of a side buffer, and what a chunk of DivideText is. */
 enum {
-    kInside = 0,    /* nothing; the first chunk of a run that is no old spelling and no bad stretch */
+    kInside = 0, /* nothing; the first chunk of a run that is no old spelling and no bad stretch */
     kSyllable = 1,  /* a syllable that no dictionary knows */
     kMainWord = 2,  /* a word of the main dictionary */
     kUserWord = 3,  /* a word of the user dictionary */
@@ -282,8 +282,8 @@ int WINAPI SetLaoDefaultKeyboard(void);
  * message, and the built-in table is used. 1 done, whichever table it became. */
 int WINAPI SetSortKey(char *file);
 
-/* SetSortKey for a control file that stands elsewhere: takes its content, `size` bytes as they stand
- * in the file. 1 loaded; 0 for a null pointer, or with a message when the content is bad: the
+/* SetSortKey for a control file that stands elsewhere: takes its content, `size` bytes as they
+ * stand in the file. 1 loaded; 0 for a null pointer, or with a message when the content is bad: the
  * built-in table is then used. */
 int WINAPI LoadSortKey(const char *content, DWORD size);
 

@@ -26,7 +26,7 @@ struct Companion {
     int(WINAPI *unloadDictionaries)();
     void(WINAPI *aboutOrvel)(int);
     void(WINAPI *findWordLengths)(const char *, DWORD, WordLengths *);  // optional
-    DWORD(WINAPI *addWords)(const char *const *, int *, DWORD);        // optional
+    DWORD(WINAPI *addWords)(const char *const *, int *, DWORD);         // optional
 };
 static Companion gCompanion;
 

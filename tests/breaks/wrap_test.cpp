@@ -103,8 +103,7 @@ TEST_F(Wrapping, SideBufferTellsTheDictionaries)
     ReplaceDictionary("OldDict.dat", "ມາ\tໝາ\n");
     SetOrvelOption("d", 7, 0);
     Wrapped wrapped = Wrap(CodeOfText("ກາສານາມາປາ"), 40, 13);
-    EXPECT_EQ(wrapped.side, "00030020040010")
-        << TextOfCode(wrapped.code);
+    EXPECT_EQ(wrapped.side, "00030020040010") << TextOfCode(wrapped.code);
     EXPECT_EQ(TextOfCode(wrapped.code), "ກາ|ສາ|ນາ|ມາ|ປາ");
     EXPECT_EQ(Wrap(CodeOfText("ມາ"), 40, 13).side, "40");
 }
