@@ -9,7 +9,6 @@
 #include <cstring>
 
 constexpr uint8_t kUnknown = '?';
-constexpr uint8_t kFontBreak = 0x96;  // the break character of the codes 2 and 3
 
 struct SignBytes {
     uint8_t bytes[2];
@@ -87,29 +86,20 @@ constexpr void FillOutTable(Charset *charset)
     for (int code = 255; code > 0; --code)  // so that the lowest of several stays
         if (charset->in[code] != kUnknown || code == kUnknown)
             inverse[charset->in[code]] = uint8_t(code);
-    if (!inverse[kRealHyphen])  // its byte means the break mark: it looks right at least
-        inverse[kRealHyphen] = '-';
+    if (!inverse[kOldBreakMark])  // an old mark goes out as one of today
+        inverse[kOldBreakMark] = inverse[kBreakMark];
     for (int sign = 1; sign < 256; ++sign)
         charset->out[sign] = BytesOfSign(inverse, uint8_t(sign));
 }
 
-// The fonts of the codes 2 and 3 draw a hyphen at "-" and nothing at 0x96.
-constexpr Charset MakeFontCharset(uint8_t (*signFrom)(int))
+// In all four the byte of "-" is a hyphen that is seen, and another byte is the break mark.
+constexpr Charset MakeCharset(uint8_t (*signFrom)(int), uint8_t breakByte)
 {
     Charset charset = {};
     for (int code = 1; code < 256; ++code)
         charset.in[code] = signFrom(code);
     charset.in['-'] = kRealHyphen;
-    charset.in[kFontBreak] = kBreakMark;
-    FillOutTable(&charset);
-    return charset;
-}
-
-constexpr Charset MakePublicCharset(uint8_t (*signFrom)(int))
-{
-    Charset charset = {};
-    for (int code = 1; code < 256; ++code)
-        charset.in[code] = signFrom(code);
+    charset.in[breakByte] = kBreakMark;
     FillOutTable(&charset);
     return charset;
 }
@@ -119,10 +109,10 @@ constexpr uint8_t SignFromFont95(int code)
     return uint8_t(code);
 }
 
-constexpr Charset kCharset2 = MakeFontCharset(SignFromFont2000);
-constexpr Charset kCharset3 = MakeFontCharset(SignFromFont95);
-constexpr Charset kCharset4 = MakePublicCharset(SignFromIbm1133);
-constexpr Charset kCharset5 = MakePublicCharset(SignFromLaoBlock);
+constexpr Charset kCharset2 = MakeCharset(SignFromFont2000, kFontBreak);
+constexpr Charset kCharset3 = MakeCharset(SignFromFont95, kFontBreak);
+constexpr Charset kCharset4 = MakeCharset(SignFromIbm1133, kPublicBreak);
+constexpr Charset kCharset5 = MakeCharset(SignFromLaoBlock, kPublicBreak);
 
 // None: the code is the internal code.
 static const Charset *const kCharsets[] = {

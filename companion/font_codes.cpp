@@ -1,6 +1,7 @@
 // The seven font codes. Only their flags are the user's: they are kept as one binary value in the
 // registry, a byte for each code, and read back at the first question.
 #include "font_codes.h"
+#include "lao_signs.h"
 #include "vesk.h"
 #include <cstring>
 
@@ -9,13 +10,13 @@ static_assert(sizeof(FontCodeRecord) == 32);  // hosts give 32 bytes
 // clang-format off
 static const FontCodeRecord kFontCodes[] = {   // ORDER FontCode
     // flags, break character, name
-    {0,   45, "Orvel"},
-    {0,   45, "Unicode"},
-    {0, 0x96, "Lao2000"},
-    {0, 0x96, "Lao95"},
-    {0,   45, "IBM-STENO"},
-    {0,   45, "Lao ISO"},
-    {0,   45, "Thai"},
+    {0, kBreakMark,   "Orvel"},
+    {0, kBreakMark,   "Unicode"},
+    {0, kFontBreak,   "Lao2000"},
+    {0, kFontBreak,   "Lao95"},
+    {0, kPublicBreak, "IBM-STENO"},
+    {0, kPublicBreak, "Lao ISO"},
+    {0, kBreakMark,   "Thai"},
 };
 // clang-format on
 static_assert(sizeof kFontCodes / sizeof *kFontCodes == kFontCodeCount);
