@@ -43,9 +43,6 @@ FontRecord *FontAt(int index);
 // Name of the first font of a code, or none.
 const char *FirstFontOfCode(int code);
 
-// Number of leading characters in which two names agree.
-int FontPrefixLength(const char *first, const char *second, int ignoreCase);
-
 // Takes a record out of the table in memory: 1 done, 0 when there is none or it is the only one.
 int RemoveFontRecord(int index);
 

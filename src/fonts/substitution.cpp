@@ -52,14 +52,12 @@ int WINAPI SetReplacementFontSize(const char *name, int scale)
     return 1;
 }
 
-int FontPrefixLength(const char *first, const char *second, int ignoreCase)
+// How many leading characters agree; case counts.
+static int CommonPrefixLength(const char *first, const char *second)
 {
     int length = 0;
-    for (; first[length] && second[length]; ++length) {
-        char one = first[length], other = second[length];
-        if (one != other && (!ignoreCase || FoldLetter(one) != FoldLetter(other)))
-            break;
-    }
+    while (first[length] && first[length] == second[length])
+        ++length;
     return length;
 }
 
@@ -71,7 +69,7 @@ static const char *FindMostAlike(const char *name, int code)
     const char *found = nullptr;
     for (int i = 0; i < gFonts.count; ++i) {
         const FontRecord &record = gFonts.records[i];
-        int length = record.code == code ? FontPrefixLength(name, record.name, 0) : 0;
+        int length = record.code == code ? CommonPrefixLength(name, record.name) : 0;
         if (length <= best)
             continue;
         best = length;

@@ -95,17 +95,31 @@ TEST_F(Wrapping, WritesMarksAndSideBuffer)
     }
 }
 
+// A word of several dictionaries counts as the user's, then as one of the main dictionary.
 TEST_F(Wrapping, SideBufferTellsTheDictionaries)
 {
     ReplaceDictionary("MainDict.dat", "ກາ\nນາ\n");
-    ReplaceDictionary("UserDict.dat", "ສາ\n");
-    ReplaceDictionary("OldDict.dat", "ມາ\tໝາ\n");
+    ReplaceDictionary("UserDict.dat", "ສາ\nນາ\n");
+    ReplaceDictionary("OldDict.dat", "ມາ\tໝາ\nກາ\tໝາ\n");
     SetOrvelOption("d", 7, 0);
-    Wrapped wrapped = Wrap(CodeOfText("ກາສານາມາປາ"), 40, 13);
-    EXPECT_EQ(wrapped.side, "00030020040010")
-        << TextOfCode(wrapped.code);
-    EXPECT_EQ(TextOfCode(wrapped.code), "ກາ|ສາ|ນາ|ມາ|ປາ");
+    Wrapped wrapped = Wrap(CodeOfText("ປາກາສານາມາ"), 40, 13);
+    EXPECT_EQ(wrapped.side, "00020030030040") << TextOfCode(wrapped.code);
+    EXPECT_EQ(TextOfCode(wrapped.code), "ປາ|ກາ|ສາ|ນາ|ມາ");
     EXPECT_EQ(Wrap(CodeOfText("ມາ"), 40, 13).side, "40");
+}
+
+TEST_F(Wrapping, ALongRunIsToldOnceAndMarked)
+{
+    std::string run;
+    while (run.size() < 40000)
+        run += "\xA1\xBE\xAD";
+    SetOrvelOption("d", 0, 0);
+    for (int round = 0; round < 2; ++round) {
+        ExpectBoxes boxes({"The Lao text is too long to process correctly!"});
+        Wrapped wrapped = Wrap(run, 80000, 5);
+        EXPECT_EQ(wrapped.side.find('5'), std::string::npos);
+        EXPECT_GT(std::count(wrapped.code.begin(), wrapped.code.end(), '-'), 13000);
+    }
 }
 
 // Every size, with guards behind both buffers: refused with a message, cut with a message, or

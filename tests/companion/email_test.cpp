@@ -39,7 +39,7 @@ TEST(Email, DecodesByTheChart)
         // clang-format on
     };
     for (const auto &row : rows)
-        EXPECT_EQ(Show(Decoded(row.code)), Show(row.lao)) << row.code;
+        EXPECT_EQ(ShowCode(Decoded(row.code)), ShowCode(row.lao)) << row.code;
     char output[4];
     const char code[] = "kaa";
     EXPECT_EQ(AddLaoSyllable(nullptr, code, code + 3), 0u);

@@ -39,19 +39,3 @@ TEST(Ibm1133, EveryByteMeansWhatTheSystemSays)
     }
     EXPECT_EQ(lao, 65);
 }
-
-TEST(Ibm1133, RealTextGoesBothWays)
-{
-    int same = 0, lines = 0;
-    for (const std::string &line : Lines(ReadCorpus("udhr.txt"))) {
-        std::string foreign = Convert("IBM1133", "UTF-8", line);
-        if (foreign.empty())
-            continue;
-        std::string code = Packed(Recoded(foreign, 4));
-        EXPECT_EQ(Show(code), Show(CodeOf(line)));
-        same += Recoded(code, -4) == foreign;
-        ++lines;
-    }
-    EXPECT_GT(lines, 50);
-    EXPECT_GT(same, lines * 9 / 10);  // the others have AM in two signs or a tone in front
-}

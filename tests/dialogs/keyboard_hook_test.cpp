@@ -162,16 +162,6 @@ TEST_F(KeyHook, OtherWindowsKeepTheirKeys)
     RemoveDialogKeyHook();
 }
 
-TEST_F(KeyHook, OtherMessagesAreNotHandled)
-{
-    UINT specialKeys = RegisterWindowMessageA("ORVEL_SpecialKeys");
-    EXPECT_EQ(HandleSpecialKeys(dialog_, specialKeys + 1, VK_ESCAPE, 0), 0);
-    EXPECT_EQ(HandleSpecialKeys(dialog_, WM_KEYDOWN, VK_ESCAPE, 0), 0);
-    EXPECT_TRUE(gHost.heard.empty());
-    EXPECT_EQ(HandleSpecialKeys(dialog_, specialKeys, VK_ESCAPE, 0), 1);
-    EXPECT_EQ(gHost.heard, Heard{"click 2"});
-}
-
 // The hook of the first dialog stays its own, until the second one takes it away.
 TEST_F(KeyHook, SecondDialogGetsNoneAndRemovesTheFirstOnes)
 {

@@ -3,8 +3,7 @@
 
 #include "fonts/font_table.h"
 #include "frame/companion.h"
-#include "frame/paths.h"
-#include "runtime.h"
+#include "frame/records.h"
 
 static HWND gManager;
 
@@ -46,49 +45,17 @@ void RegisterInstallFolder(const std::string &folder)
     RegCloseKey(key);
 }
 
-static std::string DataPath(const char *name)
+int ReplaceFonts(const std::string &lines)
 {
-    char folder[kPathSize], path[kPathSize];
-    return GetDataFolder(folder) && JoinPath(path, folder, name) ? path : "";
-}
-
-void WriteDataFile(const char *name, const std::string &content)
-{
-    FILE *file = OpenDataFile(DataPath(name).c_str(), "wb");
-    ASSERT_TRUE(file) << name;
-    fwrite(content.data(), 1, content.size(), file);
-    fclose(file);
-}
-
-std::string ReadDataFile(const char *name)
-{
-    std::string content;
-    FILE *file = OpenDataFile(DataPath(name).c_str(), "rb");
-    for (int byte; file && (byte = fgetc(file)) != EOF;)
-        content += char(byte);
-    if (file)
-        fclose(file);
-    return content;
-}
-
-void RemoveDataFile(const char *name)
-{
-    DeleteFileA(DataPath(name).c_str());
+    WriteDataFile("LaoFonts.dat", lines);
+    gFonts.count = WORD(ReadFontList());
+    return gFonts.count;
 }
 
 void ReplaceDictionary(const char *name, const std::string &lines)
 {
     WriteDataFile(name, lines);
     UnloadDictionaries();
-}
-
-std::string ShowCode(const std::string &code)
-{
-    std::string text;
-    for (char byte : code)
-        text += (text.empty() ? "" : " ") +
-                (byte == 45 ? std::string("|") : std::to_string(uint8_t(byte)));
-    return text;
 }
 
 static void RemoveAllData()
