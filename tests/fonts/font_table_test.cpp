@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
-#include <filesystem>
 
 #include "fonts/font_table.h"
 #include "support/guarded.h"
 #include "support/message_boxes.h"
 #include "support/started_library.h"
+#include "support/temp_folder.h"
 
 class Fonts : public StartedLibrary
 {
@@ -97,51 +97,6 @@ TEST_F(Fonts, WhatIsWrittenIsReadBackTheSame)
     EXPECT_EQ(again, "A,Unicode,,100,0\nAlice_0,Lao95,a,90\nSaysettha OT,Unicode,A,100,1\n");
 }
 
-TEST_F(Fonts, SubstituteFallsBackToTheFirstFontOfTheCurrentCode)
-{
-    ReplaceFonts("Uni,Unicode\nOld,Lao95\n");
-    DWORD mode = LaoMode(3, 15);
-    EXPECT_EQ(AddFontToList("A", "unknown", 1, 100, 0), 1);
-    LaoMode(6, 15);  // no font of that code: none
-    EXPECT_EQ(AddFontToList("B", "", 1, 100, 0), 1);
-    EXPECT_EQ(AddFontToList("C", "uni", 1, 100, 0), 1);
-    LaoMode(mode, 63);
-    EXPECT_STREQ(gFonts.records[2].substitute, "Old");
-    EXPECT_STREQ(gFonts.records[3].substitute, "");
-    EXPECT_STREQ(gFonts.records[4].substitute, "uni");
-}
-
-TEST_F(Fonts, FirstOfTwoEqualNamesAnswers)
-{
-    EXPECT_EQ(ReplaceFonts("A,Unicode\na,Lao95\n"), 2);
-    EXPECT_EQ(FontType("a"), 1);
-    EXPECT_EQ(LaoFontType("A") + OldFontType("A"), 2);
-    EXPECT_EQ(LaoFontType("B"), -1);
-    EXPECT_EQ(ThaiFontType("B"), 0);
-    EXPECT_EQ(FontIndex(nullptr), -1);
-    EXPECT_STREQ(FirstFontOfCode(3), "a");
-    EXPECT_EQ(FirstFontOfCode(4), nullptr);
-}
-
-TEST_F(Fonts, InfoFillsExactlyItsSize)
-{
-    ReplaceFonts("Alice,Unicode,Bob,90\n");
-    for (DWORD size = 0; size < 10; ++size) {
-        Guarded<char> name(size), substitute(size);
-        int scale = 0;
-        EXPECT_EQ(GetLaoFontInfo(name.data(), substitute.data(), size, &scale, 1), 1);
-        EXPECT_EQ(scale, 90);
-        EXPECT_EQ(std::string(name.data(), size),
-                  std::string("Alice\0\0\0\0\0", 10).substr(0, size));
-        EXPECT_EQ(std::string(substitute.data(), size),
-                  std::string("Bob\0\0\0\0\0\0\0", 10).substr(0, size));
-    }
-    char name[37], substitute[37];
-    for (int number : {0, 2, -1, INT_MAX, INT_MIN})
-        EXPECT_EQ(GetLaoFontInfo(name, substitute, 37, nullptr, number), -1) << number;
-    EXPECT_EQ(GetLaoFontInfo(nullptr, substitute, 37, nullptr, 1), -1);
-}
-
 // The count is the table's, whatever a host reads again.
 TEST_F(Fonts, ReadingAgainKeepsTheCount)
 {
@@ -173,23 +128,59 @@ TEST_F(Fonts, AddAndRemoveRefuse)
     EXPECT_EQ(RemoveFontFromList("B") + RemoveFontRecord(-1) + RemoveFontRecord(3), 0);
 }
 
+// The first of two equal names answers.
+TEST_F(Fonts, SubstituteFallsBackToTheFirstFontOfTheCurrentCode)
+{
+    ReplaceFonts("Uni,Unicode\nOld,Lao95\nuni,Lao95\n");
+    EXPECT_EQ(LaoFontType("UNI") + OldFontType("uni"), 2);
+    EXPECT_EQ(LaoFontType("B"), -1);
+    EXPECT_EQ(ThaiFontType("B"), 0);
+    const struct {
+        const char *name, *given, *kept;
+        DWORD code;
+    } rows[] = {{"A", "unknown", "Old", 3}, {"B", "", "", 6}, {"C", "uni", "uni", 6}};
+    DWORD mode = LaoMode(0, 0);
+    for (const auto &row : rows) {
+        LaoMode(row.code, 15);
+        EXPECT_EQ(AddFontToList(row.name, row.given, 1, 100, 0), 1);
+        EXPECT_STREQ(gFonts.records[FontIndex(row.name)].substitute, row.kept);
+    }
+    LaoMode(mode, 63);
+}
+
+TEST_F(Fonts, InfoFillsExactlyItsSize)
+{
+    ReplaceFonts("Alice,Unicode,Bob,90\n");
+    for (DWORD size = 0; size < 10; ++size) {
+        Guarded<char> name(size), substitute(size), code(size);
+        int scale = 0;
+        EXPECT_EQ(GetLaoFontInfo(name.data(), substitute.data(), size, &scale, 1), 1);
+        EXPECT_EQ(std::string(name.data(), size),
+                  std::string("Alice\0\0\0\0\0", 10).substr(0, size));
+        EXPECT_EQ(std::string(substitute.data(), size),
+                  std::string("Bob\0\0\0\0\0\0\0", 10).substr(0, size));
+        EXPECT_EQ(GetFontCodeName(code.data(), size, 5), size > 7 ? 7 : 0);
+    }
+    char name[37];
+    for (int number : {0, 2, -1, INT_MAX, INT_MIN})
+        EXPECT_EQ(GetLaoFontInfo(name, name, 37, nullptr, number), -1) << number;
+    EXPECT_EQ(GetLaoFontInfo(nullptr, name, 37, nullptr, 1), -1);
+    EXPECT_EQ(GetFontCodeName(name, 37, 7) + GetFontCodeName(name, 37, -1) +
+                  GetFontCodeName(nullptr, 37, 1),
+              0);
+}
+
 // A folder in the file's place can't be written: the message, and memory as it was.
 TEST_F(Fonts, FailedWriteKeepsWhatWasThere)
 {
     ReplaceFonts("A,Unicode\nB,Unicode\n");
     RemoveDataFile("LaoFonts.dat");
-    char folder[MAX_PATH];
-    GetOrvelDataDir(folder, sizeof folder);
-    std::string path = std::string(folder) + "\\LaoFonts.dat";
-    ASSERT_TRUE(CreateDirectoryA(path.c_str(), nullptr));
+    ASSERT_TRUE(CreateDirectoryA(DataPath("LaoFonts.dat").c_str(), nullptr));
     {
-        ExpectBoxes boxes(
-            {"Unable to save modified font list", "Unable to save modified font list"});
-        EXPECT_EQ(WriteFontList(), 0);
-        EXPECT_EQ(RemoveFontFromList("A"), 0);
+        const std::string message = "Unable to save modified font list";
+        ExpectBoxes boxes({message, message});
+        EXPECT_EQ(WriteFontList() + RemoveFontFromList("A"), 0);
     }
-    EXPECT_EQ(FontIndex("A"), 0);
-    EXPECT_EQ(FontIndex("B"), 1);
-    std::replace(path.begin(), path.end(), '\\', '/');
-    std::filesystem::remove(path);
+    EXPECT_EQ(FontIndex("A") + FontIndex("B"), 1);
+    std::filesystem::remove(ToPath(DataPath("LaoFonts.dat")));
 }

@@ -202,30 +202,6 @@ TEST_F(Converting, MarksWhatIsNoSyllable)
     }
 }
 
-TEST_F(Converting, RefusesAndCopies)
-{
-    typedef int (*Operation)(const char *, char *, DWORD, const char *);
-    static DWORD state;
-    const struct {
-        Operation call;
-        const char *copy;
-    } rows[] = {
-        {[](auto... all) -> int { return SortString(all...); }, "##a\xA1"},
-        {[](auto... all) -> int { return Romanize(all...); }, "a\xA1"},
-        {[](auto... all) -> int { return EncodeEmail(all..., &state); }, "a\xA1"},
-    };
-    for (const auto &row : rows) {
-        char output[8] = "xxx";
-        EXPECT_EQ(row.call("abcdefg", output, 7, kInternal), 0);
-        EXPECT_EQ(row.call("", output, 0, kInternal), 0);
-        EXPECT_EQ(row.call(nullptr, output, 8, kInternal) + row.call("a", nullptr, 8, kInternal),
-                  0);
-        EXPECT_STREQ(output, "xxx");
-        EXPECT_EQ(row.call("a\xA1", output, 8, "no such font"), 1);
-        EXPECT_STREQ(output, row.copy);
-    }
-}
-
 // A file that is missing or refused tells so once, and the built-in table serves. One that was read
 // isn't read again, but for a table of the name that says "not loaded".
 TEST_F(Converting, FallsBackOnTheBuiltInTables)
@@ -261,4 +237,23 @@ TEST_F(Converting, UsesNoSideBuffer)
     EXPECT_EQ(side[0], 9);
     EXPECT_EQ(SetBreakBuf(side), 1);
     RomanOf("");
+}
+
+TEST_F(Converting, RefusesAndCopies)
+{
+    DWORD state = 0;
+    char output[8] = "xxx";
+    for (const char *text : {"abcdefg", static_cast<const char *>(nullptr)}) {
+        EXPECT_EQ(SortString(text, output, 7, kInternal) + Romanize(text, output, 7, kInternal) +
+                      EncodeEmail(text, output, 7, kInternal, &state),
+                  0);
+    }
+    EXPECT_EQ(Romanize("", output, 0, kInternal) + Romanize("a", nullptr, 8, kInternal) +
+                  SortString("a", nullptr, 8, kInternal),
+              0);
+    EXPECT_STREQ(output, "xxx");
+    EXPECT_EQ(SortString("a\xA1", output, 8, "no such font"), 1);
+    EXPECT_STREQ(output, "##a\xA1");
+    EXPECT_EQ(Romanize("a\xA1", output, 8, "no such font"), 1);
+    EXPECT_STREQ(output, "a\xA1");
 }

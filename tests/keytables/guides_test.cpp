@@ -1,5 +1,5 @@
-// What the guides and samples promise: the sample control files load and do what they say, and the
-// table of common words is what the library writes.
+// What the guides and samples promise: the built-in romanization, the sample control files, and the
+// table of common words.
 #include "keytables/key_support.h"
 #include "support/temp_folder.h"
 
@@ -56,4 +56,20 @@ TEST_F(KeyGuides, TheTableOfCommonWordsIsWhatIsWritten)
         EXPECT_EQ(RomanOf(CodeOfText(word)), line.substr(bar + 3, end - bar - 3)) << word;
     }
     EXPECT_EQ(rows, 200);
+}
+
+TEST_F(KeyGuides, FollowsTheBuiltInTable)
+{
+    SetOrvelOption("r", 0, 0);
+    ExpectRomanized({
+        // clang-format off
+        {"ກາຍ", "kai"}, {"ກ້າວ", "kao"},         // these two have patterns of their own
+        {"ຄວາມ", "khwam"},                     // consonant and cluster member
+        {"ຄວາຍ", "khway"},                     // a pattern's one byte is no cluster
+        {"ຫຼາຍ", "ray"}, {"ກຼາ", "kra"},         // the subscript is looked up as ຣ, everywhere
+        {"ເຂົ້າ", "khao"}, {"ເມຍ", "mia"}, {"ສະບາຍດີ", "sabaidi"}, {"ແກວ", "keo"}, {"ໜູ", "nou"},
+        {"ອາ", "a"}, {"ເອົາ", "ao"}, {"ນ້ຳ", "nam"}, {"ວຽງຈັນ", "viangchan"}, {"ຫງາຍ", "ngay"},
+        {"abc, 12!", "abc, 12!"}, {"ກາ໑໒", "ka\xE1\xE2"}, {"ລາວ ABC ລາວ", "lao ABC lao"}
+        // clang-format on
+    });
 }
