@@ -1,11 +1,15 @@
-// Which font replaces another one, and at which size. Changes stay in memory until WriteFontList.
+// Which font replaces another one, and at which size: hosts ask when a document names a font that
+// isn't theirs. The answers stand in the font table's records. Changes stay in memory until
+// WriteFontList.
+#include <cstdint>
 #include <cstring>
 
 #include "fonts/font_table.h"
 #include "frame/strings.h"
 #include "orvel.h"
 
-constexpr int kLeastLikeness = 2;  // one common letter is no likeness
+constexpr int kLeastLikeness = 2;  // letters: one in common is no likeness
+static_assert(kMostScale <= INT16_MAX);
 
 int WINAPI GetDefaultFontName(char *buffer, DWORD size, int code)
 {
