@@ -1,6 +1,9 @@
-// AddLaoSyllable. At each place of a stretch all spellings of the table are tried, and the longest
-// syllable is written: lead vowel, initial and cluster, signs over and under them, tone, the rest
-// of the vowel, final. A cancellation mark silences a final and stands behind it.
+// AddLaoSyllable: coded letters back to Lao, for DecodeEmail. At each place of a stretch all
+// spellings of the tables are tried, initial, cluster, vowel, final and tone in turn, and the
+// longest syllable is written in the order of Lao: lead vowel, initial and cluster, signs over and
+// under them, tone, the rest of the vowel, final. A cancellation mark silences a final and stands
+// behind it. Only rows that begin with the next letter are looked at, so a syllable costs some
+// dozen comparisons.
 #include "email_table.h"
 #include "lao_signs.h"
 #include "vesk.h"
@@ -96,6 +99,7 @@ static bool IsSilenced(Letters rest)
     return tone && tone->lao[0] == kCancellation;
 }
 
+// Whether the WO of such a vowel can join the initial.
 static bool CanTakeWo(const EmailReading *reading)
 {
     constexpr uint8_t kUnwrittenInitial[] = {kO, 0};
@@ -115,6 +119,7 @@ static bool TakesFinal(VowelUse use, Letters behind)
     }
 }
 
+// Each function of this row tries the rows of its table and hands each reading on to the next one.
 static void TryFinals(EmailReading *best, EmailReading reading, Letters rest)
 {
     VowelUse use = reading.vowel->use;
@@ -198,6 +203,7 @@ static bool StandsOverOrUnder(uint8_t code)
     return code >= 240 && code <= 248;
 }
 
+// vowel is what stands behind the lead vowel.
 static char *AppendToneAndRest(char *output, const EmailReading *reading, const uint8_t *vowel)
 {
     while (StandsOverOrUnder(*vowel))

@@ -1,5 +1,6 @@
-// The seven font codes. Only their flags are the user's: they are kept as one binary value in the
-// registry, a byte for each code, and read back at the first question.
+// The seven font codes: the library asks for their names, break characters and flags, and stores
+// the flags when the user chooses keyboards. Only these are the user's: they are kept as one binary
+// value in the registry, a byte for each code, and read back at the first question.
 #include "font_codes.h"
 #include "lao_signs.h"
 #include "vesk.h"
@@ -24,8 +25,9 @@ static_assert(sizeof kFontCodes / sizeof *kFontCodes == kFontCodeCount);
 constexpr const char *kRegistryKey = "Software\\Orvel\\Orvel7";
 constexpr const char *kRegistryValue = "FontCodes";
 
+// Lives until the module is unloaded, or the flags are to be read again.
 struct FontCodeState {
-    bool isRead;
+    bool isRead;  // the records are filled
     FontCodeRecord records[kFontCodeCount];
 };
 static FontCodeState gFontCodes;
@@ -48,6 +50,7 @@ static void ReadFlags(FontCodeState *state)
         state->records[code].flags = flags[code];
 }
 
+// All flags as one value, so that a reader never sees some from before and some from after.
 static DWORD StoreFlags(const FontCodeState *state)
 {
     BYTE flags[kFontCodeCount];
@@ -62,6 +65,7 @@ static DWORD StoreFlags(const FontCodeState *state)
     return result == ERROR_SUCCESS;
 }
 
+// The code's record, or null for another number.
 static FontCodeRecord *FindFontCode(LONG code)
 {
     if (code < 0 || code >= kFontCodeCount)
