@@ -36,14 +36,7 @@ class FontCodes : public testing::Test
     }
     static void StoreValue(DWORD type, const std::string &data)
     {
-        HKEY key;
-        char noClass[] = "";
-        ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\Orvel\\Orvel7", 0, noClass, 0,
-                                  KEY_ALL_ACCESS, nullptr, &key, nullptr),
-                  ERROR_SUCCESS);
-        RegSetValueExA(key, "FontCodes", 0, type, reinterpret_cast<const BYTE *>(data.data()),
-                       DWORD(data.size()));
-        RegCloseKey(key);
+        StoreRegistryValue(HKEY_CURRENT_USER, "Software\\Orvel\\Orvel7", "FontCodes", type, data);
         ForgetFontCodes();
     }
 };

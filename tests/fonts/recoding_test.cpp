@@ -48,17 +48,13 @@ TEST_F(Recoding, KeyboardsByNameAndNumber)
     const struct {
         const char *name;
         int done, number;  // as GetKeybdNo gives it, from keyboard 5 on
-    } rows[] = {{"", 1, 5},
-                {"enhlxyz", 1, 16},
-                {"LAO95", 1, 17},
-                {"Lao", 1, 18},
-                {"lao iso", 1, 21},
-                {"t", 1, 22},
-                {"x", 0, 21},
-                {"Lao2000x", 0, 21},
-                {"Enh", 0, 21},
-                {nullptr, 0, 21},
-                {"a name of more than thirty-two letters", 0, 21}};
+    } rows[] = {
+        // clang-format off
+        {"", 1, 5}, {"enhlxyz", 1, 16}, {"LAO95", 1, 17}, {"Lao", 1, 18}, {"lao iso", 1, 21},
+        {"t", 1, 22}, {"x", 0, 21}, {"Lao2000x", 0, 21}, {"Enh", 0, 21}, {nullptr, 0, 21},
+        {"a name of more than thirty-two letters", 0, 21},
+        // clang-format on
+    };
     for (const auto &row : rows) {
         SetKeybdNo(5);
         EXPECT_EQ(SetKeyboard(row.name), row.done) << row.number;

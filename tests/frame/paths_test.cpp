@@ -6,15 +6,6 @@
 
 class Paths : public StartedLibrary
 {
-  protected:
-    static void StoreInstall(DWORD type, const std::string &value)
-    {
-        HKEY key;
-        ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, KEY_ALL_ACCESS, &key), 0);
-        RegSetValueExA(key, "Install", 0, type, reinterpret_cast<const BYTE *>(value.data()),
-                       DWORD(value.size()));
-        RegCloseKey(key);
-    }
 };
 
 static void ExpectExactFit(int(WINAPI *fetch)(char *, DWORD), const std::string &whole)
@@ -64,10 +55,12 @@ TEST_F(Paths, JoinNeverWritesPastItsBlock)
 TEST_F(Paths, InstallFolderFromDamagedValues)
 {
     char folder[kPathSize];
-    StoreInstall(REG_BINARY, "C:\\a");  // no terminator
+    StoreRegistryValue(HKEY_LOCAL_MACHINE, kRegistryKey, "Install", REG_BINARY,
+                       "C:\\a");  // no terminator
     EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), 4);
     for (size_t size : {259, 260, 5000}) {
-        StoreInstall(REG_BINARY, std::string(size, 'f'));
+        StoreRegistryValue(HKEY_LOCAL_MACHINE, kRegistryKey, "Install", REG_BINARY,
+                           std::string(size, 'f'));
         EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), size < kPathSize ? 259 : 0) << size;
         EXPECT_EQ(InstallFilePath("x"), nullptr);
     }

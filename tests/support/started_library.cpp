@@ -35,14 +35,7 @@ std::string ProgramFolder()
 
 void RegisterInstallFolder(const std::string &folder)
 {
-    HKEY key;
-    char noClass[] = "";
-    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, noClass, 0, KEY_ALL_ACCESS,
-                              nullptr, &key, nullptr),
-              0);
-    RegSetValueExA(key, "Install", 0, REG_SZ, reinterpret_cast<const BYTE *>(folder.c_str()),
-                   DWORD(folder.size() + 1));
-    RegCloseKey(key);
+    StoreRegistryValue(HKEY_LOCAL_MACHINE, kRegistryKey, "Install", REG_SZ, folder + '\0');
 }
 
 int ReplaceFonts(const std::string &lines)

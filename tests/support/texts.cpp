@@ -35,6 +35,18 @@ void RemoveDataFile(const std::string &name)
     DeleteFileA(DataPath(name).c_str());
 }
 
+void StoreRegistryValue(HKEY root, const char *path, const char *name, DWORD type,
+                        const std::string &data)
+{
+    HKEY key;
+    char noClass[] = "";
+    ASSERT_EQ(RegCreateKeyExA(root, path, 0, noClass, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+              0);
+    RegSetValueExA(key, name, 0, type, reinterpret_cast<const BYTE *>(data.data()),
+                   DWORD(data.size()));
+    RegCloseKey(key);
+}
+
 std::string ReadCorpus(const char *name)
 {
     std::string text = ReadWholeFile(std::string(ORVEL_CORPUS) + "/" + name);
