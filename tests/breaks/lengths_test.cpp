@@ -71,12 +71,3 @@ TEST_F(WordLengthsTest, OneQuestionEqualsTwoForEachLength)
     for (const char *name : kCorpusFiles)
         ExpectEqualWords(CodeOfText(ReadCorpus(name)));
 }
-
-TEST_F(WordLengthsTest, NothingIsFoundInDictionariesThatAreNotAsked)
-{
-    ASSERT_GT(ReadLaoDict("MainDict.dat", 1), 0);
-    std::string word = CodeOfText("ລາວ");
-    const uint8_t *position = reinterpret_cast<const uint8_t *>(word.c_str());
-    EXPECT_NE(DictionaryWords(position, 1).main, 0u);
-    EXPECT_EQ(DictionaryWords(position, 6).main, 0u);
-}

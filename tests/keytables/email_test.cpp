@@ -65,22 +65,6 @@ TEST_F(EmailCoding, ReadsItsLettersAgain)
     }
 }
 
-// A document in pieces, cut between letters and signs of one run or passage, is coded as a whole
-// but for the runs that were cut.
-TEST_F(EmailCoding, KeepsBracketsFromCallToCall)
-{
-    DWORD state = 0, back = 0;
-    std::string coded, decoded;
-    for (const char *piece : {"ກາ ab", "c de", " 12 ", "f ກາ", "ກາ g", "", "."})
-        coded += EncodedOf(*piece ? CodeOfText(piece) : "", &state);
-    EXPECT_EQ(coded, "kaa [abc de 12 f ]kaakaa [g.");
-    EXPECT_EQ(state, 1u);
-    for (const char *piece : {"kaa [ab", "c de 12 f ", "]kaa [g", "."})
-        decoded += DecodedOf(piece, &back);
-    EXPECT_EQ(TextOfCode(decoded), "ກາ abc de 12 f ກາ g.");
-    EXPECT_EQ(back, 1u);
-}
-
 TEST_F(EmailCoding, CutsWhatItDecodes)
 {
     const std::string whole = CodeOfText("ກຳ") + "-" + CodeOfText("ກຳ");

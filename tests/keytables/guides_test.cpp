@@ -57,19 +57,3 @@ TEST_F(KeyGuides, TheTableOfCommonWordsIsWhatIsWritten)
     }
     EXPECT_EQ(rows, 200);
 }
-
-TEST_F(KeyGuides, FollowsTheBuiltInTable)
-{
-    SetOrvelOption("r", 0, 0);
-    ExpectRomanized({
-        // clang-format off
-        {"ກາຍ", "kai"}, {"ກ້າວ", "kao"},         // these two have patterns of their own
-        {"ຄວາມ", "khwam"},                     // consonant and cluster member
-        {"ຄວາຍ", "khway"},                     // a pattern's one byte is no cluster
-        {"ຫຼາຍ", "ray"}, {"ກຼາ", "kra"},         // the subscript is looked up as ຣ, everywhere
-        {"ເຂົ້າ", "khao"}, {"ເມຍ", "mia"}, {"ສະບາຍດີ", "sabaidi"}, {"ແກວ", "keo"}, {"ໜູ", "nou"},
-        {"ອາ", "a"}, {"ເອົາ", "ao"}, {"ນ້ຳ", "nam"}, {"ວຽງຈັນ", "viangchan"}, {"ຫງາຍ", "ngay"},
-        {"abc, 12!", "abc, 12!"}, {"ກາ໑໒", "ka\xE1\xE2"}, {"ລາວ ABC ລາວ", "lao ABC lao"}
-        // clang-format on
-    });
-}

@@ -56,28 +56,18 @@ TEST_F(LoadedLibrary, BeforeTheStartNoFontIsKnownAndNothingIsBound)
     WCHAR characters[20] = {'a'};
     WriteDataFile("LaoFonts.dat", "A,Unicode\n");
     EXPECT_EQ(ENTRY(library_, FontType)("A"), -1);
-    EXPECT_EQ(ENTRY(library_, ReadFontList)(), 0);
-    EXPECT_EQ(ENTRY(library_, WriteFontList)(), 0);
-    EXPECT_EQ(ENTRY(library_, AddFontToList)("B", "", 1, 100, 0), 0);
-    EXPECT_EQ(ENTRY(library_, RemoveFontFromList)("A"), 0);
-    EXPECT_EQ(ENTRY(library_, GetLaoFontInfo)(buffer, buffer, 20, nullptr, 1), -1);
-    EXPECT_EQ(ENTRY(library_, GetFontCodeName)(buffer, 20, 1), 0);
-    EXPECT_EQ(ENTRY(library_, GetBreakChar)("A"), 0);
+    EXPECT_EQ(ENTRY(library_, ReadFontList)() + ENTRY(library_, WriteFontList)() +
+                  ENTRY(library_, AddFontToList)("B", "", 1, 100, 0) +
+                  ENTRY(library_, RemoveFontFromList)("A") + ENTRY(library_, GetBreakChar)("A"),
+              0);
     EXPECT_EQ(ENTRY(library_, WrapText)("\xA1\xBE", buffer, 20, "A", 5), 1);
     EXPECT_STREQ(buffer, "\xA1\xBE");
     EXPECT_EQ(ENTRY(library_, LaoToUnicode)("a", characters, 20, 0), 1);
     EXPECT_EQ(ENTRY(library_, UnicodeToLao)(characters, buffer, 20, 0), 2);
     EXPECT_EQ(ENTRY(library_, LaoMode)(48, 63), 0u);
-    EXPECT_EQ(ENTRY(library_, LaoOn)(1), 0);
-    EXPECT_EQ(ENTRY(library_, GetWord)(buffer, 20, 1, 4), 0);
-    EXPECT_EQ(ENTRY(library_, GetNewWord)(buffer, 20, 1), 0);
-    EXPECT_EQ(ENTRY(library_, RecodeString)(buffer, 20, 2), 0);
     EXPECT_EQ(ENTRY(library_, FindOldWord)("\xA1\xBE", buffer, 20), 0);
-    EXPECT_EQ(ENTRY(library_, CountUserWords)(), 0);
     EXPECT_EQ(ENTRY(library_, AddUserWord)("\xA1\xBE"), -1);
-    EXPECT_EQ(ENTRY(library_, DeleteUserWord)("\xA1\xBE"), -1);
     ENTRY(library_, ShowAbout)(nullptr, 0);
-    ENTRY(library_, SetLaoDefaultFont)(nullptr);
     EXPECT_EQ(ReadDataFile("LaoFonts.dat"), "A,Unicode\n");
 }
 
@@ -193,4 +183,3 @@ TEST_F(LoadedLibrary, WithoutFindWordAllIsFound)
     EXPECT_STREQ(buffer, "\xAA\xAA\xAA\xAA \xAA\xAA");
     EXPECT_EQ(std::string(side, side + 7), std::string(7, '\0')) << "a 5 where nothing is found";
 }
-
