@@ -129,7 +129,7 @@ TEST_F(Meter, TellsTheMonitorOfItsCommands)
     for (const char *title : {"--- Show it ---", "a --- Show It --- b"}) {
         HWND monitor = CreateWindowExA(0, "STATIC", title, WS_POPUP, 0, 0, 9, 9, nullptr, nullptr,
                                        GetModuleHandleA(nullptr), nullptr);
-        SetWindowLongPtrA(monitor, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Monitor));
+        SetProcedure(monitor, Monitor);
         gTraces = 0;
         SendDlgItemMessageA(meter, ID_CANCEL, BM_CLICK, 0, 0);
         EXPECT_EQ(gTraces, title[0] == 'a') << title;
