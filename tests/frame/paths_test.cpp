@@ -64,5 +64,7 @@ TEST_F(Paths, InstallFolderFromDamagedValues)
         EXPECT_TRUE(!fits || folder.c_str() == std::string(size, 'f')) << size;
         EXPECT_EQ(InstallFilePath("x") != nullptr, size == 4) << size;
     }
+    StoreRegistryValue(HKEY_LOCAL_MACHINE, kRegistryKey, "Install", REG_SZ, std::string(1, 0));
+    EXPECT_EQ(InstallFilePath("x"), nullptr) << "no bare name";
     RegisterInstallFolder(ProgramFolder());
 }
