@@ -42,32 +42,3 @@ TEST(SyllableLengths, EqualTheParserOnRandomTexts)
         ExpectEqualMasks(text);
     }
 }
-
-class WordLengthsTest : public StartedLibrary
-{
-};
-
-static void ExpectEqualWords(const std::string &code)
-{
-    for (size_t i = 0; i < code.size(); ++i) {
-        const uint8_t *position = reinterpret_cast<const uint8_t *>(code.c_str() + i);
-        if (!IsLaoByte(*position))
-            continue;
-        ExpectEqualMasks(position);
-        WordLengths fast = DictionaryWords(position, 7);
-        bool same = fast.main == DictionaryWordMask(position, 1) &&
-                    fast.old == DictionaryWordMask(position, 2) &&
-                    fast.user == DictionaryWordMask(position, 4);
-        ASSERT_TRUE(same) << ShowCode(code.substr(i, 20));
-    }
-}
-
-TEST_F(WordLengthsTest, OneQuestionEqualsTwoForEachLength)
-{
-    ReplaceDictionary("UserDict.dat", "ປະເທດ\nສິດ\nລາວ\nກັນ\nກັນ ໆ\n");
-    ReplaceDictionary("OldDict.dat", "ຫນ້າ\tໜ້າ\nຫມາ\tໝາ\n");
-    for (const char *name : {"MainDict.dat", "OldDict.dat", "UserDict.dat"})
-        ReadLaoDict(name, name[0] == 'M' ? 1 : name[0] == 'O' ? 2 : 4);
-    for (const char *name : kCorpusFiles)
-        ExpectEqualWords(CodeOfText(ReadCorpus(name)));
-}

@@ -16,36 +16,26 @@ class DictionaryFile : public CleanDictionaries
 
 TEST_F(DictionaryFile, ABadLineCostsNoOther)
 {
-    const std::vector<std::string> two = {"\241\276", "\242\362"}, one = {"\242\362"};
-    const std::string longLine(8 << 20, '\xE0');
-    std::string lao;
+    const std::string rubbish(8 << 20, '\xE0');
+    std::string lao;  // a word of two million characters
     for (int i = 0; i < 1 << 20; ++i)
         lao += KAA;
-    const struct {
-        std::string content;
-        std::vector<std::string> words;
-        const char *what;
-    } rows[] = {{KAA "\r\n" KHI "\r\n", two, "CR LF"},
-                {KAA "\n" KHI, two, "no last line end"},
-                {"\xEF\xBB\xBF" KAA "\n" KHI "\n", two, "byte order mark"},
-                {"# " KAA "\n" KHI "# end\n", one, "comments"},
-                {"\n\n \t\r\n" KHI "\n\n", one, "empty lines"},
-                {" \t" KAA "\t \n" KHI "  \n", two, "blanks around words"},
-                {KAA "\n" KAA "\n" KHI "\n" KAA, two, "repeated words"},
-                {std::string(KAA) + '\0' + "\n" KHI "\n", one, "a terminator inside a line"},
-                {"\xE0\xBA\n" KHI "\n", one, "a cut character"},
-                {KAA "\xFF\n" KHI "\n", one, "no UTF-8"},
-                {"\x81" KAA "\n" KHI "\n", one, "a lone continuation"},
-                {KAA "\xF0\x9F\x98\x80\n" KHI "\n", one, "a character of four bytes"},
-                {KAA "\xE0\xBA\x83\n" KHI "\n", one, "a hole in the Lao block"},
-                {KAA "\xC2\xA0\n" KHI "\n", one, "a no-break space"},
-                {KAA "\xE2\x80\x8B\n" KHI "\n", two, "an invisible break"},
-                {longLine + "\n" KHI "\n", one, "8 MB of rubbish"},
-                {lao + "\n" KHI "\n", one, "a word of 2 million characters"},
-                {KHI "\n" + lao, one, "the same at the end"},
-                {"\r\r\n" KHI "\r\r\n" KHI "\n", one, "CR CR LF"}};
-    for (const auto &row : rows)
-        EXPECT_EQ(WordsOf(row.content), row.words) << row.what;
+    const std::string both[] = {
+        // clang-format off
+        KAA "\r\n" KHI "\r\n", KAA "\n" KHI, "\xEF\xBB\xBF" KAA "\n" KHI "\n", " \t" KAA "\t \n" KHI "  \n",
+        KAA "\n" KAA "\n" KHI "\n" KAA, KAA "\xE2\x80\x8B\n" KHI "\n",  // an invisible break
+    };
+    const std::string second[] = {
+        "# " KAA "\n" KHI "# end\n", "\n\n \t\r\n" KHI "\n\n", std::string(KAA) + '\0' + "\n" KHI "\n",
+        "\xE0\xBA\n" KHI "\n", KAA "\xFF\n" KHI "\n", "\x81" KAA "\n" KHI "\n",  // no UTF-8
+        KAA "\xF0\x9F\x98\x80\n" KHI "\n", KAA "\xE0\xBA\x83\n" KHI "\n", KAA "\xC2\xA0\n" KHI "\n",  // no Lao
+        rubbish + "\n" KHI "\n", lao + "\n" KHI "\n", KHI "\n" + lao, "\r\r\n" KHI "\r\r\n" KHI "\n",
+        // clang-format on
+    };
+    for (const std::string &content : both)
+        EXPECT_EQ(WordsOf(content), (std::vector<std::string>{"\241\276", "\242\362"})) << content;
+    for (const std::string &content : second)
+        EXPECT_EQ(WordsOf(content), std::vector<std::string>{"\242\362"}) << content.substr(0, 40);
 }
 
 TEST_F(DictionaryFile, OnlyTheThreeNamesWithTheirBits)

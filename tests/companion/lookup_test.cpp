@@ -197,34 +197,6 @@ TEST_F(Lookup, LongWordsAreFoundByFindWordAlone)
     EXPECT_TRUE(FindWord(code.c_str(), 80, 0, 4));
 }
 
-TEST_F(Lookup, FlagsNameDictionaries)
-{
-    WriteDataFile("MainDict.dat", KAA "\n");
-    WriteDataFile("OldDict.dat", "ກິ\t" KHI "\n");  // 161 242
-    ReadLaoDict("MainDict.dat", 1);
-    ReadLaoDict("OldDict.dat", 2);
-    const struct {
-        const char *text;
-        DWORD length, flags;
-        bool found;
-    } rows[] = {
-        {"\241\276", 2, 65, true},  {"\241\276", 2, 68, false}, {"\241\276", 2, 64, false},
-        {"\241\362", 2, 70, true},  {"\241\362", 2, 69, false}, {"\241\276", 0, 7, false},
-        {"\241", 1, 1, true},       {"\241", 1, 65, false},     {nullptr, 2, 65, false},
-        {"\241\276x", 2, 65, true}, {"\241\276x", 3, 1, false},
-    };
-    for (const auto &row : rows)
-        EXPECT_EQ(FindWord(row.text, row.length, 0, row.flags) != 0, row.found) << row.flags;
-    WordLengths lengths = {9, 9, 9};
-    FindWordLengths(nullptr, 7, &lengths);
-    EXPECT_EQ(lengths.main + lengths.old + lengths.user, 0u);
-    FindWordLengths("\241\276", 7, nullptr);
-    FindWordLengths("\241\276\305", 1, &lengths);
-    EXPECT_EQ(lengths.main, 4u) << "the repeat sign goes with the word";
-    FindWordLengths("\241\276", 6, &lengths);
-    EXPECT_EQ(lengths.main, 0u) << "not asked for";
-}
-
 TEST_F(Lookup, HandlesHoldUntilUnloaded)
 {
     // lines of which a spelling is missing or spoilt are no entries
@@ -248,4 +220,26 @@ TEST_F(Lookup, HandlesHoldUntilUnloaded)
     EXPECT_EQ(GetNewWord(word, sizeof word, handle), 0u) << "a handle of before";
     EXPECT_EQ(GetNewWord(word, sizeof word, FindWord("\242\362", 2, 0, 194)), 1u);
     EXPECT_STREQ(word, "\241");
+}
+
+TEST_F(Lookup, FlagsNameDictionaries)
+{
+    WriteDataFile("MainDict.dat", KAA "\n");
+    WriteDataFile("OldDict.dat", "ກິ\t" KHI "\n");  // 161 242
+    ReadLaoDict("MainDict.dat", 1);
+    ReadLaoDict("OldDict.dat", 2);
+    const char *main = "\241\276x", *old = "\241\362";
+    EXPECT_TRUE(FindWord(main, 2, 0, 65) && FindWord(main, 1, 0, 1) && FindWord(old, 2, 0, 70));
+    EXPECT_EQ(FindWord(main, 2, 0, 68) + FindWord(main, 2, 0, 64) + FindWord(old, 2, 0, 69) +
+                  FindWord(main, 0, 0, 7) + FindWord(main, 1, 0, 65) + FindWord(main, 3, 0, 1) +
+                  FindWord(nullptr, 2, 0, 65),
+              0u);
+    WordLengths lengths = {9, 9, 9};
+    FindWordLengths(nullptr, 7, &lengths);
+    EXPECT_EQ(lengths.main + lengths.old + lengths.user, 0u);
+    FindWordLengths(main, 7, nullptr);
+    FindWordLengths("\241\276\305", 1, &lengths);
+    EXPECT_EQ(lengths.main, 4u) << "the repeat sign goes with the word";
+    FindWordLengths(main, 6, &lengths);
+    EXPECT_EQ(lengths.main, 0u) << "not asked for";
 }
