@@ -1,5 +1,8 @@
 // What the guides and samples promise: the built-in romanization, the sample control files, and the
 // table of common words.
+#include <algorithm>
+#include <map>
+
 #include "keytables/key_support.h"
 #include "support/temp_folder.h"
 
@@ -56,4 +59,17 @@ TEST_F(KeyGuides, TheTableOfCommonWordsIsWhatIsWritten)
         EXPECT_EQ(RomanOf(CodeOfText(word)), line.substr(bar + 3, end - bar - 3)) << word;
     }
     EXPECT_EQ(rows, 200);
+}
+
+// Almost any wrong row of the table makes words meet that were apart, or parts some that met.
+TEST_F(KeyGuides, TheRomanizationHasAsManySpellingsAsTheGuideSays)
+{
+    SetOrvelOption("r", 0, 0);
+    std::map<std::string, int> spellings;
+    for (const std::string &word : DictionaryWords())
+        ++spellings[RomanOf(word)];
+    int alone = int(std::count_if(spellings.begin(), spellings.end(),
+                                  [](const auto &spelling) { return spelling.second == 1; }));
+    EXPECT_EQ(spellings.size(), 25802u);
+    EXPECT_EQ(int(DictionaryWords().size()) - alone, 7433);
 }
