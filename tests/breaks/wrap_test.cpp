@@ -50,36 +50,23 @@ struct WrapRow {
     const char *code, *side;
 };
 
+// ການາ in each mode, and what surrounds runs.
 static const WrapRow kWrapRows[] = {
-    // from end to end, an old mark in the first run
-    {"\xA1\xBE-\xAD\xBE \xC0\xA1\xF6\xBE\xA1\xBE", 0, 12, 5,
-     "\xA1\xBE-\xAD\xBE \xC0\xA1\xF6\xBE-\xA1\xBE", "0001000000010"},
-    // one chunk, one byte, none
-    {"\xA1\xBE", 0, 12, 5, "\xA1\xBE", "00"},
-    {"\xA1", 0, 12, 5, "\xA1", "0"},
-    {"", 0, 12, 5, "", ""},
+    // clang-format off
+    {"\xA1\xBE-\xAD\xBE \xC0\xA1\xF6\xBE\xA1\xBE", 0, 12, 5, "\xA1\xBE-\xAD\xBE \xC0\xA1\xF6\xBE-\xA1\xBE", "0001000000010"},
+    {"\xA1\xBE", 0, 12, 5, "\xA1\xBE", "00"}, {"\xA1", 0, 12, 5, "\xA1", "0"}, {"", 0, 12, 5, "", ""},
     // no insertion: flags 0 whatever the mode; words alone without main or user dictionary
-    {"\xA1\xBE\xAD\xBE", 0, 4, 0, "\xA1\xBE\xAD\xBE", "0000"},
-    {"\xA1\xBE-\xAD\xBE", 0, 4, 0, "\xA1\xBE\xAD\xBE", "0000"},
-    {"\xA1\xBE\xAD\xBE", 2, 8, 1, "\xA1\xBE\xAD\xBE", "0000"},
-    {"\xA1\xBE\xAD\xBE", 0, 12, 9, "\xA1\xBE\xAD\xBE", "0000"},
-    {"\xA1\xBE\xAD\xBE", 0, 12, 13, "\xA1\xBE-\xAD\xBE", "00010"},
+    {"\xA1\xBE-\xAD\xBE", 0, 4, 0, "\xA1\xBE\xAD\xBE", "0000"}, {"\xA1\xBE\xAD\xBE", 2, 8, 1, "\xA1\xBE\xAD\xBE", "0000"},
+    {"\xA1\xBE\xAD\xBE", 0, 12, 9, "\xA1\xBE\xAD\xBE", "0000"}, {"\xA1\xBE\xAD\xBE", 0, 12, 13, "\xA1\xBE-\xAD\xBE", "00010"},
     // the mode of the options, for each value of the insert bits
-    {"\xA1\xBE\xAD\xBE", 0, 4, 1, "\xA1\xBE-\xAD\xBE", "00010"},
-    {"\xA1\xBE\xAD\xBE", 0, 4, 2, "\xA1\xBE-\xAD\xBE", "00010"},
-    {"\xA1\xBE\xAD\xBE", 0, 4, 3, "\xA1\xBE-\xAD\xBE", "00010"},
-    // old marks vanish from all text
-    {"a-b\x1F", 0, 12, 5, "ab", "00"},
+    {"\xA1\xBE\xAD\xBE", 0, 4, 1, "\xA1\xBE-\xAD\xBE", "00010"}, {"\xA1\xBE\xAD\xBE", 0, 4, 2, "\xA1\xBE-\xAD\xBE", "00010"},
     // a bad stretch at a start is reported and gets no mark; inside of a run it gets both
     {"\xFA\xA1\xBE \xA1\xBE\xAD\xBE", 0, 12, 5, "\xFA-\xA1\xBE \xA1\xBE-\xAD\xBE", "5010000010"},
     {"\xA1\xBE\xBE\xA1\xBE", 0, 12, 5, "\xA1\xBE-\xBE-\xA1\xBE", "0005010"},
-    // digits end a run
-    {"\xA1\xBE\xE1\xAD\xBE", 0, 12, 5, "\xA1\xBE\xE1\xAD\xBE", "00000"},
-    // bytes 1 to 5 act as markers
-    {"\xA1\xBE\x01\xAD\xBE", 0, 12, 5, "\xA1\xBE-\xAD\xBE", "00010"},
-    {"\x04\x05"
-     "ab\x03",
-     0, 12, 5, "ab", "40"},
+    // old marks vanish from all text, digits end a run, bytes 1 to 5 act as markers
+    {"a-b\x1F", 0, 12, 5, "ab", "00"}, {"\xA1\xBE\xE1\xAD\xBE", 0, 12, 5, "\xA1\xBE\xE1\xAD\xBE", "00000"},
+    {"\xA1\xBE\x01\xAD\xBE", 0, 12, 5, "\xA1\xBE-\xAD\xBE", "00010"}, {"\x04\x05" "ab\x03", 0, 12, 5, "ab", "40"},
+    // clang-format on
 };
 
 TEST_F(Wrapping, WritesMarksAndSideBuffer)

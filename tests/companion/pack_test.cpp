@@ -20,24 +20,13 @@ TEST(PackLao, JoinsByTheRules)
     PackLao(nullptr);
 }
 
-// The single signs of a text, sorted; AM counts as the two that it can be written with.
+// The single signs of a text as font code 5 has them, sorted; AM counts as the two that it can be
+// written with.
 static std::string SignsOf(const std::string &text)
 {
-    std::string signs;
-    for (char c : text) {
-        int code = uint8_t(c);
-        if ((code >= 132 && code <= 137) || (code >= 152 && code <= 157)) {
-            signs += {char(241 + (code - 132) % 20), char(code < 140 ? 250 : 251)};
-        } else if (code == 210 || code == 211) {
-            signs += {char(240), char(code + 40)};
-        } else if (code == 212 || code == 213) {
-            signs += {char(240), char(190), char(code + 38)};
-        } else if (code == 191) {
-            signs += {char(240), char(190)};
-        } else {
-            signs += c;
-        }
-    }
+    std::string signs = Recoded(text, -5);
+    for (size_t at; (at = signs.find('\xD3')) != std::string::npos;)
+        signs.replace(at, 1, "\xED\xD2");
     std::sort(signs.begin(), signs.end());
     return signs;
 }

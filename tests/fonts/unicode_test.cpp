@@ -37,41 +37,32 @@ static int ToByte(unsigned character, int font = 0)
     return uint8_t(text[0]);
 }
 
-struct ForwardRow {
-    const char *text;
-    Units plain, extended;  // with bit 7 of the mode word set
-};
-
-static const ForwardRow kForwardRows[] = {
-    {"", {}, {}},
-    {"-", {0x200B}, {0x200B}},
-    {"a", {'k'}, {'k'}},
-    {"\x8C", {'k'}, {'k'}},
-    {"\xC7", {'k'}, {'k'}},
-    {"\xA1\xBE", {0x0E81, 0x0EB2}, {0x0E81, 0x0EB2}},
-    {"\x84", {0x0EB1, 0x0EC8}, {0xE007}},
-    {"\x9D", {0x0EBB, 0x0EC9}, {0xE013}},
-    {"\xED", {0x0EBB, 0x0EC9}, {0xE013}},
-    {"\xC8", {0x0EC8}, {0xE001}},
-    {"\xCD", {0x0EAB, 0x0EBC}, {0xE014}},
-    {"\xD2\xD3", {0x0ECD, 0x0EC8, 0x0ECD, 0x0EC9}, {0xE006, 0xE00D}},
-    {"\xD4\xD5", {0x0EC8, 0x0EB3, 0x0EC9, 0x0EB3}, {0xE017, 0xE018}},
-    {"\xA0\xAC\xB6\xB7", {0xA0, 0xAD, 0xB6, 0xB7}, {0xA0, 0xAD, 0xB6, 0xB7}},
-};
-
+// Plain characters, and those of a private font with bit 7 of the mode word set.
 TEST_F(UnicodeMapping, BytesToCharacters)
 {
+    const struct {
+        const char *text;
+        Units plain, extended;
+    } rows[] = {
+        // clang-format off
+        {"-", {0x200B}, {0x200B}}, {"a\x8C\xC7", {'k', 'k', 'k'}, {'k', 'k', 'k'}},
+        {"\xA1\xBE", {0x0E81, 0x0EB2}, {0x0E81, 0x0EB2}}, {"\xC8", {0x0EC8}, {0xE001}},
+        {"\x84\x9D", {0x0EB1, 0x0EC8, 0x0EBB, 0x0EC9}, {0xE007, 0xE013}},
+        {"\xED\xCD", {0x0EBB, 0x0EC9, 0x0EAB, 0x0EBC}, {0xE013, 0xE014}},
+        {"\xD2\xD3", {0x0ECD, 0x0EC8, 0x0ECD, 0x0EC9}, {0xE006, 0xE00D}},
+        {"\xD4\xD5", {0x0EC8, 0x0EB3, 0x0EC9, 0x0EB3}, {0xE017, 0xE018}},
+        {"\xA0\xAC\xB6\xB7", {0xA0, 0xAD, 0xB6, 0xB7}, {0xA0, 0xAD, 0xB6, 0xB7}},
+        // clang-format on
+    };
     DWORD mode = LaoMode(0, 0);
-    for (const ForwardRow &row : kForwardRows) {
-        LaoMode(1, 0x8F);
-        EXPECT_EQ(ToUnicode(row.text, 0), row.plain) << ShowCode(row.text);
-        EXPECT_EQ(ToUnicode(row.text, 1), row.plain) << ShowCode(row.text);
-        LaoMode(0x81, 0x8F);
-        EXPECT_EQ(ToUnicode(row.text, 0), row.plain) << ShowCode(row.text);
-        EXPECT_EQ(ToUnicode(row.text, 1), row.extended) << ShowCode(row.text);
-        for (int font : {-1, 2, 1 << 30, -(1 << 30)})
-            EXPECT_EQ(ToUnicode(row.text, font), row.plain) << font;
-    }
+    for (const auto &row : rows)
+        for (DWORD bits : {0x01u, 0x81u}) {
+            LaoMode(bits, 0x8F);
+            for (int font : {0, 1, -1, 2, 1 << 30, -(1 << 30)})
+                EXPECT_EQ(ToUnicode(row.text, font),
+                          bits == 0x81 && font == 1 ? row.extended : row.plain)
+                    << ShowCode(row.text) << " " << font;
+        }
     LaoMode(mode, 0xFF);
 }
 

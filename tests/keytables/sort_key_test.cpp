@@ -71,22 +71,19 @@ static int RankIn(const Ranks &ranks, const std::string &text)
     return found == ranks.end() ? 0 : found->second;
 }
 
-// One sign for each code: two-sign codes fall apart, other forms become the one of the chart.
+// One sign for each code: a charset without two-sign codes takes them apart; ໜ and ໝ are the
+// letters that they are made of, the subscript is ຣ.
 static std::string SingleSigns(const std::string &code)
 {
+    char apart[64];
+    strcpy(apart, code.c_str());
+    EXPECT_EQ(RecodeString(apart, sizeof apart, -5) + RecodeString(apart, sizeof apart, 5), 2);
     std::string signs;
-    for (unsigned char c : code) {
-        if ((c >= 132 && c <= 137) || (c >= 152 && c <= 157))
-            signs += {char(c < 138 ? c + 109 : c + 89), char(c < 138 ? 250 : 251)};
-        else if (c == 210 || c == 211)
-            signs += {char(240), char(c + 40)};
-        else if (c == 212 || c == 213)
-            signs += {char(191), char(c + 38)};
-        else if (c >= 205 && c <= 207)
-            signs += {char(185), char(c == 205 ? 236 : c == 206 ? 173 : 180)};
-        else
-            signs += char(c == 249 ? 235 : c);
-    }
+    for (const char *c = apart; *c; ++c)
+        signs += *c == '\xCE'   ? "\xB9\xAD"
+                 : *c == '\xCF' ? "\xB9\xB4"
+                 : *c == '\xF9' ? "\xEB"
+                                : std::string(1, *c);
     return signs;
 }
 
