@@ -18,7 +18,9 @@ static void ExpectRendered(const std::string &before, const std::string &behind,
                            std::initializer_list<RenderRow> rows)
 {
     for (const RenderRow &row : rows) {
-        ASSERT_EQ(LoadRomanFile(CodeOfText(before + row.first + behind)), 1) << row.first;
+        ASSERT_EQ(LoadRomanFile(CodeOfText(std::string(before).append(row.first).append(behind))),
+                  1)
+            << row.first;
         EXPECT_EQ(RomanOf(CodeOfText(row.text)), row.result) << row.first << " " << row.text;
     }
 }

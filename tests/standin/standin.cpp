@@ -6,8 +6,11 @@
 
 enum { kAnswer = 7 };
 
-#define ANSWERS(name, ...) \
-    int WINAPI name(__VA_ARGS__) { return kAnswer; }
+#define ANSWERS(name, ...)                                                                         \
+    int WINAPI name(__VA_ARGS__)                                                                   \
+    {                                                                                              \
+        return kAnswer;                                                                            \
+    }
 
 extern "C" {
 // clang-format off
