@@ -67,9 +67,9 @@ std::vector<std::string> SplitLines(const std::string &text)
 std::string ShowCode(const std::string &code)
 {
     std::string text;
-    for (char byte : code)
-        text += (text.empty() ? "" : " ") +
-                (byte == 45 ? std::string("|") : std::to_string(uint8_t(byte)));
+    for (char c : code)
+        text +=
+            (text.empty() ? "" : " ") + (c == 45 ? std::string("|") : std::to_string(uint8_t(c)));
     return text;
 }
 
