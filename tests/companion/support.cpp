@@ -21,17 +21,11 @@ void CleanDictionaries::SetUp()
 std::string CodeOf(const std::string &utf8)
 {
     std::string code;
-    for (size_t i = 0, size; i < utf8.size(); i += size) {
-        uint8_t lead = uint8_t(utf8[i]);
-        size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        uint32_t character = size == 3 ? (lead & 15u) << 12 | (uint8_t(utf8[i + 1]) & 63u) << 6 |
-                                             (uint8_t(utf8[i + 2]) & 63u)
-                                       : lead;
-        if (size == 1)
-            code += char(lead);
+    for (WCHAR character : WideOf(utf8))
+        if (character < 0x80)
+            code += char(character);
         else if (character > 0x0E80 && character < 0x0EE0)
             code += char(character - 0x0E80 + 0xA0);
-    }
     return Packed(Recoded(code, 5));
 }
 

@@ -9,17 +9,7 @@
 
 std::string CodeOfText(const std::string &utf8)
 {
-    std::vector<WCHAR> characters;
-    for (size_t i = 0; i < utf8.size();) {
-        uint8_t first = uint8_t(utf8[i]);
-        size_t size = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-        unsigned character = size == 3 ? (first & 15u) << 12 | (uint8_t(utf8[i + 1]) & 63u) << 6 |
-                                             (uint8_t(utf8[i + 2]) & 63u)
-                             : size == 1 ? first
-                                         : '?';
-        characters.push_back(WCHAR(character));
-        i += size;
-    }
+    std::vector<WCHAR> characters = WideOf(utf8);
     std::string code(characters.size(), '?');
     EXPECT_GE(UnicodeToLao(characters.data(), code.data(), DWORD(code.size() + 1), 0), 0);
     return code.c_str();

@@ -54,6 +54,15 @@ std::string ReadCorpus(const char *name)
     return text;
 }
 
+std::vector<WCHAR> WideOf(const std::string &utf8)
+{
+    std::vector<WCHAR> wide(utf8.size() + 1);
+    int count = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), int(utf8.size()), wide.data(),
+                                    int(wide.size()));
+    wide.resize(size_t(count));
+    return wide;
+}
+
 std::vector<std::string> SplitLines(const std::string &text)
 {
     std::vector<std::string> lines;

@@ -21,6 +21,7 @@ void StoreRegistryValue(HKEY root, const char *path, const char *name, DWORD typ
 inline const char *const kCorpusFiles[] = {"udhr.txt", "cldr_annotations.txt", "web_phrases.txt"};
 std::string ReadCorpus(const char *name);
 
+std::vector<WCHAR> WideOf(const std::string &utf8);
 std::vector<std::string> SplitLines(const std::string &text);
 
 // Bytes of the internal code, drawn: "161 190 | 173" with | for the break mark.
