@@ -1,16 +1,19 @@
-// RecodeString. Each charset is a pair of tables, worked out at compile time: the internal byte for
-// each byte, and the one or two bytes for each internal byte. A code for two signs that a charset
-// lacks goes out as its two signs, so text can grow on its way out; it is then written from its
-// end.
+// RecodeString: text between the code of a font and the internal code, in the caller's buffer. The
+// library calls it at the start and at the end of every operation on a font's text. Each charset is
+// a pair of tables, worked out at compile time: the internal byte for each byte, and the one or two
+// bytes for each internal byte. A code for two signs that a charset lacks goes out as its two
+// signs, so text can grow on its way out; it is then written from its end, where nothing unread is
+// overwritten.
 #include "charset_tables.h"
 #include "font_codes.h"
 #include "lao_signs.h"
 #include "vesk.h"
+#include <cassert>
 #include <cstring>
 
 constexpr uint8_t kUnknown = '?';
-constexpr uint8_t kFontBreak = 0x96;  // the break character of the codes 2 and 3
 
+// What a sign becomes in a charset.
 struct SignBytes {
     uint8_t bytes[2];
     uint8_t count;
@@ -67,6 +70,7 @@ constexpr uint8_t ByteOfSign(const uint8_t *inverse, uint8_t sign)
     return 0;
 }
 
+// The sign's byte, or those of its two signs, or "?".
 constexpr SignBytes BytesOfSign(const uint8_t *inverse, uint8_t sign)
 {
     uint8_t code = ByteOfSign(inverse, sign);
@@ -81,35 +85,27 @@ constexpr SignBytes BytesOfSign(const uint8_t *inverse, uint8_t sign)
     return {{first, second}, 2};
 }
 
+// The way out is the way in read backwards, with other forms of a sign and pairs where it has gaps.
 constexpr void FillOutTable(Charset *charset)
 {
     uint8_t inverse[256] = {};
     for (int code = 255; code > 0; --code)  // so that the lowest of several stays
         if (charset->in[code] != kUnknown || code == kUnknown)
             inverse[charset->in[code]] = uint8_t(code);
-    if (!inverse[kRealHyphen])  // its byte means the break mark: it looks right at least
-        inverse[kRealHyphen] = '-';
+    if (!inverse[kOldBreakMark])  // an old mark goes out as one of today
+        inverse[kOldBreakMark] = inverse[kBreakMark];
     for (int sign = 1; sign < 256; ++sign)
         charset->out[sign] = BytesOfSign(inverse, uint8_t(sign));
 }
 
-// The fonts of the codes 2 and 3 draw a hyphen at "-" and nothing at 0x96.
-constexpr Charset MakeFontCharset(uint8_t (*signFrom)(int))
+// In all four the byte of "-" is a hyphen that is seen, and another byte is the break mark.
+constexpr Charset MakeCharset(uint8_t (*signFrom)(int), uint8_t breakByte)
 {
     Charset charset = {};
     for (int code = 1; code < 256; ++code)
         charset.in[code] = signFrom(code);
     charset.in['-'] = kRealHyphen;
-    charset.in[kFontBreak] = kBreakMark;
-    FillOutTable(&charset);
-    return charset;
-}
-
-constexpr Charset MakePublicCharset(uint8_t (*signFrom)(int))
-{
-    Charset charset = {};
-    for (int code = 1; code < 256; ++code)
-        charset.in[code] = signFrom(code);
+    charset.in[breakByte] = kBreakMark;
     FillOutTable(&charset);
     return charset;
 }
@@ -119,12 +115,12 @@ constexpr uint8_t SignFromFont95(int code)
     return uint8_t(code);
 }
 
-constexpr Charset kCharset2 = MakeFontCharset(SignFromFont2000);
-constexpr Charset kCharset3 = MakeFontCharset(SignFromFont95);
-constexpr Charset kCharset4 = MakePublicCharset(SignFromIbm1133);
-constexpr Charset kCharset5 = MakePublicCharset(SignFromLaoBlock);
+constexpr Charset kCharset2 = MakeCharset(SignFromFont2000, kFontBreak);
+constexpr Charset kCharset3 = MakeCharset(SignFromFont95, kFontBreak);
+constexpr Charset kCharset4 = MakeCharset(SignFromIbm1133, kPublicBreak);
+constexpr Charset kCharset5 = MakeCharset(SignFromLaoBlock, kPublicBreak);
 
-// None: the code is the internal code.
+// By font code; null: the code is the internal code.
 static const Charset *const kCharsets[] = {
     // ORDER FontCode
     nullptr, nullptr, &kCharset2, &kCharset3, &kCharset4, &kCharset5, nullptr,
@@ -144,6 +140,7 @@ struct OutExtent {
     bool fits;            // it is the whole text
 };
 
+// room is without the terminator. A sign of two bytes fits whole or not at all.
 static OutExtent MeasureOut(const Charset *charset, const uint8_t *text, size_t room)
 {
     OutExtent extent = {0, 0, true};
@@ -156,6 +153,8 @@ static OutExtent MeasureOut(const Charset *charset, const uint8_t *text, size_t 
     return extent;
 }
 
+// From the last sign that fits to the first: a sign is never written in front of one that is still
+// to be read, as each gives at least one byte.
 static DWORD RecodeOut(const Charset *charset, uint8_t *text, size_t size)
 {
     OutExtent extent = MeasureOut(charset, text, size - 1);
@@ -164,6 +163,7 @@ static DWORD RecodeOut(const Charset *charset, uint8_t *text, size_t size)
     for (size_t from = extent.signs; from-- > 0;) {
         const SignBytes *out = &charset->out[text[from]];
         to -= out->count;
+        assert(to >= from);
         if (out->count == 2)
             text[to + 1] = out->bytes[1];
         text[to] = out->bytes[0];

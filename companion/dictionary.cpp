@@ -1,9 +1,11 @@
-// Loading and unloading. A file that is missing or can't be read makes an empty dictionary that
-// counts as loaded, so that the question that comes with every run of text touches no file system.
+// Loading and unloading of the three dictionaries. A file that is missing or can't be read makes an
+// empty dictionary that counts as loaded, so that the question that comes with every run of text
+// touches no file system.
 #include "dictionary.h"
 #include "dictionary_file.h"
 #include <runtime.h>
 
+// A row for each dictionary: how the library asks for it, and what its file holds.
 struct DictionaryName {
     DWORD bit;
     const char *fileName;
@@ -17,8 +19,12 @@ constexpr DictionaryName kNames[] = {
 };
 static_assert(sizeof kNames / sizeof *kNames == kDictionaryCount);
 
+// Look-ups take bit i of their flags for the dictionary of row i.
+static_assert(kNames[0].bit == 1 && kNames[1].bit == 2 && kNames[2].bit == 4);
+
 DictionaryState gDictionaries;
 
+// -1 for a number that is none of the three bits.
 static int IndexOfBit(DWORD bit)
 {
     for (int i = 0; i < kDictionaryCount; ++i)
@@ -46,6 +52,7 @@ void RebuildTrie(Dictionary *dictionary)
     dictionary->isTrieStale = false;
 }
 
+// The trie is built at the next look-up, not now: a host may add many words in a row.
 void ReplaceList(Dictionary *dictionary, const WordList *list)
 {
     FreeWordList(&dictionary->list);

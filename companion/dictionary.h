@@ -7,6 +7,7 @@
 
 enum { kDictionaryCount = 3 };  // ORDER Dictionary: main, old, user
 
+// The words as a sorted list, which changes, and as a trie, which look-ups walk.
 struct Dictionary {
     bool isLoaded;
     bool isTrieStale;   // the list has changed since the trie was built
@@ -21,7 +22,7 @@ struct DictionaryState {
 };
 extern DictionaryState gDictionaries;
 
-// The dictionary of one bit, loaded or not; none for another number.
+// The dictionary of one bit, loaded or not; null for another number.
 Dictionary *DictionaryOfBit(DWORD bit);
 
 // The name of a dictionary's file.
@@ -36,6 +37,7 @@ void RebuildTrie(Dictionary *dictionary);
 // Puts a list, which the dictionary then owns, in the place of the old one. It is loaded then.
 void ReplaceList(Dictionary *dictionary, const WordList *list);
 
+// The trie of the list as it is now.
 static inline const Trie *FreshTrie(Dictionary *dictionary)
 {
     if (dictionary->isTrieStale)

@@ -1,37 +1,55 @@
-// AddLaoSyllable. At each place of a stretch all spellings of the table are tried, and the longest
-// syllable is written: lead vowel, initial and cluster, signs over and under them, tone, the rest
-// of the vowel, final. A cancellation mark silences a final and stands behind it.
+// AddLaoSyllable: coded letters back to Lao, for DecodeEmail. At each place of a stretch all
+// spellings of the tables are tried, initial, cluster, vowel, final and tone in turn, and the
+// longest syllable is written in the order of Lao: lead vowel, initial and cluster, signs over and
+// under them, tone, the rest of the vowel, final. A cancellation mark silences a final and stands
+// behind it. Only rows that begin with the next letter are looked at, so a syllable costs some
+// dozen comparisons.
 #include "email_table.h"
 #include "lao_signs.h"
 #include "vesk.h"
+#include <cassert>
 #include <cstring>
 
 constexpr uint8_t kO = 186, kWo = 184, kCancellation = 254;
-constexpr size_t kLongestInitial = 3, kLongestVowel = 4;  // letters
-constexpr size_t kMostBytesPerLetter = 3;
-constexpr EmailVowel kNoVowel = {{}, "", kOpen};
+constexpr size_t kMostBytesPerLetter = 4;  // "O" alone is a syllable of four signs
+constexpr EmailSpelling kNoVowel = {{}, "", kAbsent};
 
 // What is left of a stretch.
 struct Letters {
     const char *start, *end;
 };
 
-// A reading of the letters at a place. The pieces are rows of the table, or none.
+// A reading of the letters at a place. The pieces are rows of the tables, or null.
 struct EmailReading {
-    const EmailSpelling *initial;  // none: the consonant O, which is not written
+    const EmailSpelling *initial;  // null: the consonant O, which is not written
     const EmailSpelling *cluster;
-    const EmailVowel *vowel;
+    const EmailSpelling *vowel;
     const EmailSpelling *final;
     const EmailSpelling *tone;
     size_t length;  // letters read
 };
 
+// The rows of a table that begin with the next letter.
+struct Candidates {
+    const EmailSpelling *begin, *end;
+};
+
+static Candidates RowsFor(const SpellingTable &table, Letters letters)
+{
+    size_t letter = letters.start < letters.end ? uint8_t(*letters.start) : 128;
+    if (letter >= 128)
+        return {table.rows, table.rows};
+    return {table.rows + table.first[letter], table.rows + table.first[letter + 1]};
+}
+
+// The spelling's length where the letters begin with it, else 0.
 static size_t MatchLength(Letters letters, const char *spelling)
 {
-    size_t length = strlen(spelling);
-    if (length > size_t(letters.end - letters.start))
-        return 0;
-    return memcmp(letters.start, spelling, length) ? 0 : length;
+    size_t length = 0;
+    for (; spelling[length]; ++length)
+        if (letters.start + length == letters.end || letters.start[length] != spelling[length])
+            return 0;
+    return length;
 }
 
 static Letters Skip(Letters letters, size_t count)
@@ -58,82 +76,92 @@ static bool CanLeadCluster(const uint8_t *initial, uint8_t second)
     return second == kWo || !(IsSonorant(first) || first == kO);
 }
 
-static const EmailSpelling *FindTone(Letters letters)
+// The row of a table whose spellings are single letters, or null.
+static const EmailSpelling *FindLetter(const SpellingTable &table, Letters letters)
 {
-    for (const EmailSpelling &row : kEmailTones)
-        if (MatchLength(letters, row.letters))
-            return &row;
-    return nullptr;
+    Candidates rows = RowsFor(table, letters);
+    return rows.begin < rows.end ? rows.begin : nullptr;
 }
 
 // The longer reading wins; of two as long the one that was found first, which has the longer piece
 // in front: "am" is the vowel of that name and not "a" with a final.
-static void KeepLonger(EmailReading *best, const EmailReading *reading)
-{
-    if (reading->length > best->length)
-        *best = *reading;
-}
-
 static void TryTone(EmailReading *best, EmailReading reading, Letters rest)
 {
-    reading.tone = FindTone(rest);
+    reading.tone = FindLetter(kToneTable, rest);
     reading.length += reading.tone ? 1 : 0;
-    KeepLonger(best, &reading);
+    if (reading.length > best->length)
+        *best = reading;
 }
 
 static bool IsSilenced(Letters rest)
 {
-    const EmailSpelling *tone = FindTone(rest);
+    const EmailSpelling *tone = FindLetter(kToneTable, rest);
     return tone && tone->lao[0] == kCancellation;
 }
 
-// An open vowel takes no final, but a silenced letter may stand behind any.
+// Whether the WO of such a vowel can join the initial.
+static bool CanTakeWo(const EmailReading *reading)
+{
+    constexpr uint8_t kUnwrittenInitial[] = {kO, 0};
+    const uint8_t *initial = reading->initial ? reading->initial->lao : kUnwrittenInitial;
+    return !reading->cluster && CanLeadCluster(initial, kWo);
+}
+
+// Behind a consonant without a vowel "t" at the end is the final of "pt", elsewhere the next
+// initial.
+static bool TakesFinal(VowelUse use, Letters behind)
+{
+    switch (use) {
+    case kOpen:
+    case kWithWo: return IsSilenced(behind);
+    case kAbsent: return IsSilenced(behind) || behind.start == behind.end;
+    default: return true;
+    }
+}
+
+// Each function of this row tries the rows of its table and hands each reading on to the next one.
 static void TryFinals(EmailReading *best, EmailReading reading, Letters rest)
 {
-    if (reading.vowel->use != kClosed)
+    VowelUse use = reading.vowel->use;
+    if (use != kClosed)
         TryTone(best, reading, rest);
-    for (const EmailSpelling &row : kEmailFinals) {
-        size_t length = MatchLength(rest, row.letters);
-        if (!length || (reading.vowel->use == kOpen && !IsSilenced(Skip(rest, length))))
+    Candidates rows = RowsFor(kFinalTable, rest);
+    for (const EmailSpelling *row = rows.begin; row < rows.end; ++row) {
+        size_t length = MatchLength(rest, row->letters);
+        if (!length || !TakesFinal(use, Skip(rest, length)))
             continue;
         EmailReading longer = reading;
-        longer.final = &row;
+        longer.final = row;
         longer.length += length;
         TryTone(best, longer, Skip(rest, length));
     }
 }
 
-static void TryVowelsOfLength(EmailReading *best, EmailReading reading, Letters rest, size_t wanted)
-{
-    for (const EmailVowel &row : kEmailVowels) {
-        if (MatchLength(rest, row.letters) != wanted)
-            continue;
-        EmailReading longer = reading;
-        longer.vowel = &row;
-        longer.length += wanted;
-        TryFinals(best, longer, Skip(rest, wanted));
-    }
-}
-
 static void TryVowels(EmailReading *best, EmailReading reading, Letters rest)
 {
-    for (size_t wanted = kLongestVowel; wanted > 0; --wanted)
-        TryVowelsOfLength(best, reading, rest, wanted);
+    Candidates rows = RowsFor(kVowelTable, rest);
+    for (const EmailSpelling *row = rows.begin; row < rows.end; ++row) {
+        size_t length = MatchLength(rest, row->letters);
+        if (!length || (row->use == kWithWo && !CanTakeWo(&reading)))
+            continue;
+        EmailReading longer = reading;
+        longer.vowel = row;
+        longer.length += length;
+        TryFinals(best, longer, Skip(rest, length));
+    }
     reading.vowel = &kNoVowel;
     if (reading.initial)
-        TryTone(best, reading, rest);
+        TryFinals(best, reading, rest);
 }
 
 static void TryClusters(EmailReading *best, EmailReading reading, Letters rest)
 {
-    for (const EmailSpelling &row : kEmailClusters) {
-        size_t length = MatchLength(rest, row.letters);
-        if (!length || !CanLeadCluster(reading.initial->lao, row.lao[0]))
-            continue;
+    const EmailSpelling *second = FindLetter(kClusterTable, rest);
+    if (second && CanLeadCluster(reading.initial->lao, second->lao[0])) {
         EmailReading longer = reading;
-        longer.cluster = &row;
-        longer.length += length;
-        TryVowels(best, longer, Skip(rest, length));
+        longer.cluster = second;
+        longer.length += 1;
+        TryVowels(best, longer, Skip(rest, 1));
     }
     TryVowels(best, reading, rest);
 }
@@ -142,15 +170,16 @@ static void TryClusters(EmailReading *best, EmailReading reading, Letters rest)
 static EmailReading ReadSyllable(Letters letters)
 {
     EmailReading best = {};
-    for (size_t wanted = kLongestInitial; wanted > 0; --wanted)
-        for (const EmailSpelling &row : kEmailInitials) {
-            if (MatchLength(letters, row.letters) != wanted)
-                continue;
-            EmailReading reading = {};
-            reading.initial = &row;
-            reading.length = wanted;
-            TryClusters(&best, reading, Skip(letters, wanted));
-        }
+    Candidates rows = RowsFor(kInitialTable, letters);
+    for (const EmailSpelling *row = rows.begin; row < rows.end; ++row) {
+        size_t length = MatchLength(letters, row->letters);
+        if (!length)
+            continue;
+        EmailReading reading = {};
+        reading.initial = row;
+        reading.length = length;
+        TryClusters(&best, reading, Skip(letters, length));
+    }
     TryVowels(&best, EmailReading{}, letters);
     return best;
 }
@@ -174,6 +203,7 @@ static bool StandsOverOrUnder(uint8_t code)
     return code >= 240 && code <= 248;
 }
 
+// vowel is what stands behind the lead vowel.
 static char *AppendToneAndRest(char *output, const EmailReading *reading, const uint8_t *vowel)
 {
     while (StandsOverOrUnder(*vowel))
@@ -187,13 +217,11 @@ static char *AppendToneAndRest(char *output, const EmailReading *reading, const 
     return isSilenced ? AppendLao(output, reading->tone->lao) : output;
 }
 
-constexpr size_t kLongestSyllable = 16;
-
-// Writes a reading; the number of bytes, fewer than kLongestSyllable.
-static size_t WriteSyllable(char *syllable, const EmailReading *reading)
+// Writes a reading; the number of bytes.
+static size_t WriteSyllable(char *start, const EmailReading *reading)
 {
     const uint8_t *vowel = reading->vowel->lao;
-    char *output = syllable;
+    char *output = start;
     if (IsLeadVowel(*vowel))
         *output++ = char(*vowel++);
     if (reading->initial)
@@ -202,32 +230,23 @@ static size_t WriteSyllable(char *syllable, const EmailReading *reading)
         *output++ = char(kO);
     if (reading->cluster)
         output = AppendLao(output, reading->cluster->lao);
-    return size_t(AppendToneAndRest(output, reading, vowel) - syllable);
+    if (reading->vowel->use == kWithWo)
+        *output++ = char(kWo);
+    return size_t(AppendToneAndRest(output, reading, vowel) - start);
 }
 
-// A repeat sign or ellipsis at the start of the letters, or 0.
-static uint8_t FindClosingSign(Letters letters)
-{
-    for (const EmailSpelling &row : kEmailSigns)
-        if (MatchLength(letters, row.letters))
-            return row.lao[0];
-    return 0;
-}
-
-// Decodes what stands first. At most kMostBytesPerLetter bytes are written for each letter, so the
-// one syllable that is longer, a lone "O", stays as it came.
+// Decodes what stands first: a syllable, else a repeat sign or ellipsis, else the byte as it came.
 static size_t DecodeNext(char *output, Letters *letters)
 {
-    char syllable[kLongestSyllable];
     EmailReading reading = ReadSyllable(*letters);
-    size_t count = reading.length ? WriteSyllable(syllable, &reading) : 0;
-    if (count && count <= kMostBytesPerLetter * reading.length) {
-        memcpy(output, syllable, count);
+    if (reading.length) {
+        size_t count = WriteSyllable(output, &reading);
+        assert(count <= kMostBytesPerLetter * reading.length);
         *letters = Skip(*letters, reading.length);
         return count;
     }
-    uint8_t sign = FindClosingSign(*letters);
-    *output = sign ? char(sign) : *letters->start;
+    const EmailSpelling *sign = FindLetter(kSignTable, *letters);
+    *output = sign ? char(sign->lao[0]) : *letters->start;
     *letters = Skip(*letters, 1);
     return 1;
 }

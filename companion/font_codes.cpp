@@ -1,6 +1,8 @@
-// The seven font codes. Only their flags are the user's: they are kept as one binary value in the
-// registry, a byte for each code, and read back at the first question.
+// The seven font codes: the library asks for their names, break characters and flags, and stores
+// the flags when the user chooses keyboards. Only these are the user's: they are kept as one binary
+// value in the registry, a byte for each code, and read back at the first question.
 #include "font_codes.h"
+#include "lao_signs.h"
 #include "vesk.h"
 #include <cstring>
 
@@ -9,13 +11,13 @@ static_assert(sizeof(FontCodeRecord) == 32);  // hosts give 32 bytes
 // clang-format off
 static const FontCodeRecord kFontCodes[] = {   // ORDER FontCode
     // flags, break character, name
-    {0,   45, "Orvel"},
-    {0,   45, "Unicode"},
-    {0, 0x96, "Lao2000"},
-    {0, 0x96, "Lao95"},
-    {0,   45, "IBM-STENO"},
-    {0,   45, "Lao ISO"},
-    {0,   45, "Thai"},
+    {0, kBreakMark,   "Orvel"},
+    {0, kBreakMark,   "Unicode"},
+    {0, kFontBreak,   "Lao2000"},
+    {0, kFontBreak,   "Lao95"},
+    {0, kPublicBreak, "IBM-STENO"},
+    {0, kPublicBreak, "Lao ISO"},
+    {0, kBreakMark,   "Thai"},
 };
 // clang-format on
 static_assert(sizeof kFontCodes / sizeof *kFontCodes == kFontCodeCount);
@@ -23,8 +25,9 @@ static_assert(sizeof kFontCodes / sizeof *kFontCodes == kFontCodeCount);
 constexpr const char *kRegistryKey = "Software\\Orvel\\Orvel7";
 constexpr const char *kRegistryValue = "FontCodes";
 
+// Lives until the module is unloaded, or the flags are to be read again.
 struct FontCodeState {
-    bool isRead;
+    bool isRead;  // the records are filled
     FontCodeRecord records[kFontCodeCount];
 };
 static FontCodeState gFontCodes;
@@ -47,6 +50,7 @@ static void ReadFlags(FontCodeState *state)
         state->records[code].flags = flags[code];
 }
 
+// All flags as one value, so that a reader never sees some from before and some from after.
 static DWORD StoreFlags(const FontCodeState *state)
 {
     BYTE flags[kFontCodeCount];
@@ -61,6 +65,7 @@ static DWORD StoreFlags(const FontCodeState *state)
     return result == ERROR_SUCCESS;
 }
 
+// The code's record, or null for another number.
 static FontCodeRecord *FindFontCode(LONG code)
 {
     if (code < 0 || code >= kFontCodeCount)

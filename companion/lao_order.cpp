@@ -1,8 +1,12 @@
-// The order of Lao words, as far as a list of a user's words needs it: letter by letter in the
-// order of the alphabet, lead vowels moved behind their consonant, tone marks last.
+// The order of Lao words, as far as a list of a user's words needs it, which GetWord numbers by it:
+// letter by letter in the order of the alphabet, lead vowels moved behind their consonant. Tone
+// marks are passed over, and words that differ in nothing else stand in the order of their bytes.
+// (Sort keys, which look at whole syllables, are the library's.)
 #include "lao_signs.h"
 #include "user_words.h"
+#include <cassert>
 #include <cstring>
+#include <iterator>
 
 // clang-format off
 // Consonants, then closing signs, then vowels, each in the order of a dictionary.
@@ -14,6 +18,10 @@ constexpr uint8_t kLaoOrder[] = {
 };
 // clang-format on
 
+constexpr int kFirstLetterRank = 139;  // behind ASCII, the digits and the hyphen
+static_assert(kFirstLetterRank + std::size(kLaoOrder) <= 256);
+
+// The place of each byte; 0 for one that no word holds.
 struct Ranks {
     uint8_t of[256];
 };
@@ -26,8 +34,8 @@ constexpr Ranks RankBytes(void)
         ranks.of[code] = uint8_t(code);
     for (int digit = 0; digit < 10; ++digit)
         ranks.of[224 + digit] = uint8_t(128 + digit);
-    ranks.of[kRealHyphen] = 138;
-    uint8_t rank = 139;
+    ranks.of[kRealHyphen] = kFirstLetterRank - 1;
+    uint8_t rank = kFirstLetterRank;
     for (uint8_t code : kLaoOrder)
         ranks.of[code] = rank++;
     return ranks;
@@ -51,6 +59,8 @@ static bool IsTone(uint8_t code)
     return code >= 250 && code <= 254;
 }
 
+// The next sign in the order of speech; 0 at the end. A lead vowel waits for its consonant, and the
+// second sign of a two-sign code for the first.
 static uint8_t NextSign(LetterReader *reader)
 {
     if (reader->waitingCount)
@@ -66,10 +76,12 @@ static uint8_t NextSign(LetterReader *reader)
     const SignPair *pair = SignPairOf(code);
     if (!pair)
         return code;
+    assert(reader->waitingCount < int(sizeof reader->waiting));
     reader->waiting[reader->waitingCount++] = pair->second;
     return pair->first;
 }
 
+// 0 at the end, which so comes in front of every letter.
 static uint8_t NextLetterRank(LetterReader *reader)
 {
     uint8_t sign;

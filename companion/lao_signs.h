@@ -43,7 +43,7 @@ constexpr SignPair kSignPairs[] = {
     {kHoLo, kHoSung, kLo},
 };
 
-// Other forms of a sign; fonts that draw a sign at two heights have them.
+// Other forms of a sign, and the form in which words have it; fonts that draw a sign at two heights have them.
 struct SignForm {
     uint8_t form, main;
 };
@@ -85,7 +85,7 @@ constexpr uint16_t UnicodeOfSign(uint8_t code)
     return 0;
 }
 
-// The row of a byte that stands for two signs, or none.
+// The row of a byte that stands for two signs, or null.
 constexpr const SignPair *SignPairOf(uint8_t code)
 {
     for (const SignPair &row : kSignPairs)

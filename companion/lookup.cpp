@@ -1,8 +1,10 @@
-// Words in dictionaries. FindWord remembers the last walk in each dictionary, byte for byte, so
-// that the next length at the same place costs one step; hosts use their buffers again, so only the
-// bytes count, never the pointer. FindWordLengths walks once for all lengths.
+// Words in dictionaries: break scoring asks here for every byte of every run of Lao, which makes
+// these the hottest lines of the module. FindWord remembers the last walk in each dictionary, byte
+// for byte, so that the next length at the same place costs one step; hosts use their buffers
+// again, so only the bytes count, never the pointer. FindWordLengths walks once for all lengths.
 #include "dictionary.h"
 #include "lao_signs.h"
+#include <cassert>
 #include <cstring>
 
 constexpr uint32_t kRememberedBytes = 64;
@@ -20,11 +22,13 @@ struct Walk {
     uint32_t cells[kRememberedBytes];
 };
 
+// A walk of before can be wrong only in its revision, which is compared at each question.
 struct LookupState {
     Walk walks[kDictionaryCount];  // ORDER Dictionary
 };
 static LookupState gLookup;
 
+// How many bytes of the text the walk has gone already.
 static uint32_t CommonLength(const Walk *walk, const uint8_t *text, uint32_t length)
 {
     uint32_t most = length < walk->length ? length : walk->length, same = 0;
@@ -58,6 +62,8 @@ static uint32_t CellOfText(Walk *walk, Dictionary *dictionary, const uint8_t *te
     return cell;
 }
 
+// A handle is the word's place in the list, counted from 1, below the number of unloadings so far:
+// a handle of before an unloading is not taken for one of now.
 static DWORD HandleOfOldWord(const char *text, DWORD length)
 {
     constexpr int kOld = 1;  // ORDER Dictionary
@@ -65,7 +71,8 @@ static DWORD HandleOfOldWord(const char *text, DWORD length)
     const uint8_t *bytes = reinterpret_cast<const uint8_t *>(text);
     if (!(CellOfText(&gLookup.walks[kOld], old, bytes, length) & kWordEnd))
         return 0;
-    char found[kLongestWord + 1], word[kLongestWord + 1];  // no entry is longer
+    char found[kLongestWord + 1], word[kLongestWord + 1];
+    assert(length <= kLongestWord);  // no entry is longer
     memcpy(found, text, length);
     found[length] = 0;
     NormalizeWord(word, found);
@@ -93,6 +100,7 @@ DWORD WINAPI FindWord(const char *text, DWORD length, DWORD, DWORD flags)
     return 0;
 }
 
+// The first two bytes are one look into a table; each further one is a step.
 static DWORD LengthsInTrie(const Trie *trie, const uint8_t *text)
 {
     uint32_t first = trie->classOf[text[0]];

@@ -29,6 +29,8 @@ static int Fail(const char *what)
     return 1;
 }
 
+// A byte of the trie stands for a character counted from the first one of the data. False for a
+// format that isn't this one.
 static bool ReadWords(const uint8_t *data, std::vector<std::string> *words)
 {
     const int32_t *numbers = reinterpret_cast<const int32_t *>(data);

@@ -1,5 +1,6 @@
-// The module's entry and its mode word: font code in bits 0 to 3, Lao keyboard in bit 4. The word
-// is one for the process and lasts as long as the module is loaded.
+// The module's entry, its mode word and its about box. The mode word has the current font code in
+// bits 0 to 3 and the Lao keyboard in bit 4; library and keyboard manager agree by it on what is
+// typed. It is one for the process and lasts as long as the module is loaded.
 #include "module.h"
 #include "dictionary.h"
 #include "user_words.h"
@@ -7,6 +8,7 @@
 
 constexpr DWORD kKeyboardBit = 16;
 
+// Lives from load to unload.
 struct ModuleState {
     HINSTANCE instance;
     DWORD modeWord;

@@ -1,5 +1,7 @@
 // PackLao: text as it is typed and as Unicode has it, sign by sign, becomes text as the syllable
-// parser and the dictionaries want it, with one byte for a vowel and its tone. One pass: the last
+// parser and the dictionaries want it, with one byte for a vowel and its tone. The library calls it
+// behind each recoding; dictionaries pack their words the same way, so that the two can meet. One
+// pass: the last
 // byte written and the next one read join, or the next one is written behind it. What a join gives
 // may join again: niggahita, tone and AA are AM with a tone.
 #include "lao_signs.h"
@@ -9,6 +11,7 @@ constexpr uint8_t kToneEk = 250, kToneTho = 251;
 constexpr uint8_t kAa = 190, kAm = 191, kNiggahita = 240;
 constexpr uint8_t kNiggahitaEk = 210, kNiggahitaTho = 211, kAmEk = 212, kAmTho = 213;
 
+// Only the tones EK and THO have codes together with a vowel. 0: they don't join.
 static uint8_t JoinWithTone(uint8_t sign, uint8_t tone)
 {
     bool ek = tone == kToneEk;

@@ -1,4 +1,5 @@
-// Builds the double array from sorted words, node by node in the order of their depth: the nodes
+// The building of a trie, once for each change of a dictionary that a look-up sees. It makes the
+// double array from sorted words, node by node in the order of their depth: the nodes
 // that most walks reach stand close together. The nodes that wait stand in a queue as ranges of the
 // list, so no word however long costs stack, and a node that finds no hole within some tries goes
 // to the end of the array, so no list however odd costs more than a bounded time for each node.
@@ -7,6 +8,7 @@
 // from has a twin of the node behind them as one more child: another cell with the same base.
 #include "trie.h"
 #include "lao_signs.h"
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 
@@ -20,6 +22,7 @@ constexpr uint32_t kGroups = 8;  // nodes with this many children and more are o
 // A node without children keeps the base 0, and the first row stays free: no step leads on from it.
 constexpr uint32_t kFirstBase = kRow;
 
+// A node whose children have no places yet.
 struct WaitingNode {
     uint32_t low, high;  // the words that run through the node
     uint32_t cell;       // its place; 0 is the root
@@ -28,16 +31,18 @@ struct WaitingNode {
     uint32_t twinOfNext;  // the cell of the twin of its child by LO, if any
 };
 
+// One call of BuildTrie.
 struct TrieBuild {
     Trie *trie;
     const WordList *list;
-    WaitingNode *queue;
+    WaitingNode *queue;  // room for all nodes, so that it never moves
     uint32_t queueEnd;
     uint8_t *baseTaken;          // one for each cell
     uint32_t firstTry[kGroups];  // by number of children: where the last such node found its place
     uint32_t end;                // no cell from here on is taken
 };
 
+// The children of one node, by the classes of their bytes.
 struct ChildList {
     uint32_t count;
     uint8_t classes[kMostClasses];
@@ -49,6 +54,7 @@ static uint8_t ByteAt(const TrieBuild *build, uint32_t word, uint32_t depth)
     return uint8_t(build->list->entries[word].word[depth]);
 }
 
+// Bytes get small numbers as they are met, so that the children of a node stand close together.
 static void NumberClasses(Trie *trie, const WordList *list)
 {
     for (uint32_t i = 0; i < list->count; ++i)
@@ -110,6 +116,7 @@ static bool IsFree(const TrieBuild *build, uint32_t cell)
     return cell >= build->end || build->trie->cells[cell] == kFreeCell;
 }
 
+// Whether no other node has this base, and all places from it are free.
 static bool CanStand(const TrieBuild *build, const ChildList *children, uint32_t base)
 {
     if (base < build->end && build->baseTaken[base])
@@ -187,9 +194,11 @@ static void AddTwin(const TrieBuild *build, const WaitingNode *node, ChildList *
     }
 }
 
+// The cell gets its base when its children have their places; the twin leads to the same ones.
 static void SetBase(TrieBuild *build, const WaitingNode *node, uint32_t base)
 {
     Trie *trie = build->trie;
+    assert(base >= kFirstBase && base < kMostCells && !build->baseTaken[base]);
     build->baseTaken[base] = 1;
     *(node->cell ? &trie->cells[node->cell] : &trie->root) |= base << kBaseShift;
     if (node->twin)
@@ -198,6 +207,7 @@ static void SetBase(TrieBuild *build, const WaitingNode *node, uint32_t base)
 
 static void PutCell(TrieBuild *build, uint32_t cell, uint32_t content)
 {
+    assert(IsFree(build, cell));
     build->trie->cells[cell] = content;
     if (cell >= build->end)
         build->end = cell + 1;
@@ -222,6 +232,7 @@ static void PlaceChild(TrieBuild *build, const WaitingNode *node, const ChildLis
     build->queue[build->queueEnd++] = child;
 }
 
+// Finds a base for the children of a node and places them; false without memory.
 static bool PlaceChildren(TrieBuild *build, const WaitingNode *node)
 {
     ChildList children;
@@ -257,6 +268,8 @@ static bool PlaceAll(TrieBuild *build)
     return true;
 }
 
+// Most positions of a text begin no word of the dictionary, or end after a step or two: the first
+// two steps as one look into a table.
 static bool FillFirstTwo(Trie *trie)
 {
     uint32_t row = trie->classCount + 1;

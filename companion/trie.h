@@ -9,9 +9,10 @@
 constexpr uint32_t kWordEnd = 0x100;  // a word ends at this cell
 constexpr int kBaseShift = 9;
 
+// Owned by its dictionary; all blocks are its own.
 struct Trie {
-    uint32_t *cells;  // none: no words, every walk ends at once
-    uint32_t cellCount;
+    uint32_t *cells;          // null: no words, every walk ends at once
+    uint32_t cellCount;       // room; a step from any cell stays inside of it
     uint32_t root;            // the cell in front of the first byte
     uint32_t classCount;      // bytes that words hold have the classes 1 to classCount
     uint32_t *firstTwo;       // the cell behind two bytes, by their classes; 0 for none

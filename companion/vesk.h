@@ -109,7 +109,7 @@ DWORD WINAPI UnloadDictionaries(void);
 /* ---- e-mail coding ---- */
 
 /* Decodes a stretch of e-mail coding, from start up to end, to Lao at output, and gives the number
-   of bytes written: at most three for each byte read. No terminator is written. Bytes that spell
+   of bytes written: at most four for each byte read. No terminator is written. Bytes that spell
    nothing are copied. */
 DWORD WINAPI AddLaoSyllable(char *output, const char *start, const char *end);
 

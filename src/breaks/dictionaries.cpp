@@ -1,4 +1,6 @@
-// The dictionaries: loading, old spellings, and the words of the user.
+// The dictionaries: loading, old spellings, and the words of the user. The companion holds the
+// words; here stands what hosts may ask about them. Every operation asks for its dictionary to be
+// loaded first, as the companion drops all of them when the library is detached.
 #include "breaks/dictionaries.h"
 
 #include <cstring>
@@ -18,6 +20,7 @@ void LoadDictionaries(WORD dictionaries)
         ReadLaoDict("OldDict.dat", kOldDictionary);
 }
 
+// The companion gives a handle for an old spelling, and for the handle the modern one.
 int WINAPI FindOldWord(const char *word, char *buffer, DWORD size)
 {
     if (!word || !buffer)

@@ -1,5 +1,6 @@
-// Lengths of syllables and words at a position. The plain versions ask a question for each length;
-// the fast ones stand beside them and give the same masks.
+// Lengths of syllables and words at a position: what break scoring asks for each byte of a run. The
+// plain versions ask a question for each length; the fast ones stand beside them and give the same
+// masks, which the tests prove on millions of texts.
 #include "breaks/lengths.h"
 
 #include "text/lao_code.h"
@@ -8,6 +9,9 @@
 #include "text/syllable_table.inc"
 
 constexpr uint32_t kSyllableMask = (1u << kLongestSyllable) - LengthBit(kShortestChunk);
+
+// The walk shifts the flags to the place of the length that they tell of.
+static_assert(kEndsHere == 1 && kEndedBefore == 2);
 
 uint32_t SyllableLengthMask(const uint8_t *position)
 {
@@ -36,6 +40,7 @@ uint32_t SyllableLengths(const uint8_t *position)
     return mask & kSyllableMask;
 }
 
+// Two questions for a length: does any word begin so, and is it one? The first no ends the search.
 uint32_t DictionaryWordMask(const uint8_t *position, int dictionary)
 {
     const char *text = reinterpret_cast<const char *>(position);

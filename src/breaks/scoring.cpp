@@ -1,7 +1,14 @@
-// The dynamic programme of break scoring. A score of 0 means that no chunk starts at the position.
+// The dynamic programme of break scoring, the core of all that divides text: wrapping asks it for
+// each run of Lao. The best division of a run is the one of greatest value, and the value of a
+// chunk is its length squared, so that one long chunk is worth more than two short ones; a word
+// counts twice. Going from the end of the run to its start, the best value behind each chunk is
+// known.
+//
+// A score of 0 means that no chunk starts at the position; 1, that one does but leads nowhere.
 #include "breaks/scoring.h"
 
 #include <bit>
+#include <cassert>
 #include <cstring>
 
 #include "breaks/dictionaries.h"
@@ -12,6 +19,7 @@
 
 constexpr uint32_t kGreatestScore = 32767;
 constexpr uint32_t kChunkMask = (1u << kLongestChunk) - LengthBit(kShortestChunk);
+static_assert(int(kLongestChunk) <= int(kMarkLength));  // a mark holds any chunk's length
 
 struct ScoringState {
     int overflowShown;  // for the current run
@@ -35,7 +43,8 @@ static uint8_t MarkOfChunk(const WordLengths &words, uint32_t bit, int length)
     return uint8_t(length | source);
 }
 
-void ScoreBreakPosition(const uint8_t *position, uint16_t *score, uint8_t *mark, DWORD flags)
+// Scores one position; the entries behind its slots are those of the positions behind it.
+static void ScorePosition(const uint8_t *position, uint16_t *score, uint8_t *mark, DWORD flags)
 {
     WordLengths words = {};
     uint32_t syllables = flags & kSyllableBreaks ? SyllableLengths(position) : 0;
@@ -44,6 +53,7 @@ void ScoreBreakPosition(const uint8_t *position, uint16_t *score, uint8_t *mark,
     uint32_t allWords = words.main | words.user | words.old;
     uint32_t best = 0;
     *mark = 1;
+    // From the shortest length up: each round takes the lowest bit that is left.
     for (uint32_t left = (syllables | allWords) & kChunkMask; left; left &= left - 1) {
         uint32_t bit = left & (0 - left);
         int length = std::countr_zero(left) + 1;
@@ -60,6 +70,7 @@ void ScoreBreakPosition(const uint8_t *position, uint16_t *score, uint8_t *mark,
         best = value;
         *mark = MarkOfChunk(words, bit, length);
     }
+    assert(best <= kGreatestScore);
     *score = uint16_t(best);
 }
 
@@ -70,12 +81,13 @@ static void ScoreRun(const uint8_t *text, size_t length, uint16_t *scores, uint8
     scores[length] = 1;  // a chunk that ends the run has a successor
     marks[length] = 0;
     for (size_t i = length; i-- > 0;) {
-        ScoreBreakPosition(text + i, scores + i, marks + i, flags);
+        ScorePosition(text + i, scores + i, marks + i, flags);
         if (i > 0 && IsLeadVowel(text[i - 1]))
             scores[i] = 0;  // a lead vowel belongs to the consonant behind it
     }
 }
 
+// A chunk of no dictionary is a syllable.
 static uint8_t MarkerOfSource(uint8_t mark)
 {
     switch (mark & ~kMarkLength) {
@@ -86,6 +98,7 @@ static uint8_t MarkerOfSource(uint8_t mark)
     }
 }
 
+// Bytes up to the next one at which a chunk starts, within those that are left.
 static size_t BadStretchLength(const uint16_t *scores, size_t left)
 {
     size_t length = 1;
@@ -94,11 +107,13 @@ static size_t BadStretchLength(const uint16_t *scores, size_t left)
     return length;
 }
 
+// Follows the best chunks from the start; their marks are what is left of the programme.
 static void WriteMarkers(uint8_t *text, size_t length, const uint16_t *scores, const uint8_t *marks)
 {
     for (size_t i = 0; i < length;) {
         bool isChunk = scores[i] != 0;
         size_t chunk = isChunk ? marks[i] & kMarkLength : BadStretchLength(scores + i, length - i);
+        assert(chunk > 0 && chunk <= length - i);
         text[i] = isChunk ? MarkerOfSource(marks[i]) : uint8_t(kBadStretch);
         memset(text + i + 1, kInside, chunk - 1);
         i += chunk;

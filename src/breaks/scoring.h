@@ -21,6 +21,3 @@ enum : uint8_t {
 // of the dictionaries that the options have on. A run whose values pass 32767 shows a message once
 // and is marked all the same.
 void MarkBreakPoints(uint8_t *text, uint16_t *scores, uint8_t *marks, DWORD flags);
-
-// Scores one position; the entries behind its slots are those of the positions behind it.
-void ScoreBreakPosition(const uint8_t *position, uint16_t *score, uint8_t *mark, DWORD flags);

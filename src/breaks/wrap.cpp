@@ -1,5 +1,11 @@
-// Text wrapping: takes old break marks out of a text, divides each run of Lao and writes a mark at
-// each boundary inside it, and tells in the side buffer what starts where.
+// Text wrapping, which hosts call before they lay out a line, check spelling or convert by a key
+// table: it takes old break marks out of a text, divides each run of Lao and writes a mark at each
+// boundary inside it, and tells in the side buffer what starts where.
+//
+// Scoring writes a marker over each byte of a run. The markers are then merged into the text, one
+// in front of each byte that starts something, and turned into marks in place; so the text grows
+// once and no second buffer is needed for the result.
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 
@@ -12,6 +18,7 @@
 #include "orvel.h"
 #include "text/lao_code.h"
 
+// A host can name a side buffer before a call whose parameters have none.
 struct WrapState {
     BYTE *pendingSide;  // armed for the next WrapText
 };
@@ -34,6 +41,7 @@ static void RemoveBreakMarks(uint8_t *text)
     *write = 0;
 }
 
+// Scores a run and stores the markers of its bytes beside the whole text's.
 static void MarkRun(const uint8_t *run, size_t length, uint8_t *markers, const WrapScratch &scratch,
                     DWORD flags)
 {
@@ -45,6 +53,7 @@ static void MarkRun(const uint8_t *run, size_t length, uint8_t *markers, const W
         markers[0] = kInside;  // what stands before a run isn't Lao: no break is needed there
 }
 
+// A run of one byte has no boundary inside and is passed over.
 static void MarkAllRuns(const uint8_t *text, const WrapScratch &scratch, DWORD flags)
 {
     for (size_t start = 0; text[start];) {
@@ -96,6 +105,7 @@ static void WriteBreaks(uint8_t *buffer, BYTE *side)
         }
         if (!*read)
             break;
+        assert(buffer + written <= read);
         if (side)
             side[written] = marker;
         buffer[written++] = *read;
@@ -103,7 +113,8 @@ static void WriteBreaks(uint8_t *buffer, BYTE *side)
     buffer[written] = 0;
 }
 
-// Regions of 2, 1, 1 and 1 times room behind each other.
+// Regions of 2, 1, 1 and 1 times room behind each other; the 16-bit one is first, where the block's
+// alignment serves it.
 static WrapScratch DivideScratch(void *block, size_t room)
 {
     uint8_t *bytes = static_cast<uint8_t *>(block);
@@ -129,6 +140,7 @@ static int InsertBreaks(uint8_t *buffer, size_t size, BYTE *side, DWORD flags)
     return fits;
 }
 
+// The text in the internal code from the first line on, in the font's own code again at the end.
 static int WrapRecoded(char *buffer, DWORD size, BYTE *side, int code, DWORD flags)
 {
     BreakRequest request = ReadBreakRequest(flags);
@@ -149,7 +161,7 @@ static int WrapRecoded(char *buffer, DWORD size, BYTE *side, int code, DWORD fla
 int WINAPI WrapText(const char *source, char *buffer, DWORD size, const char *font, DWORD flags)
 {
     BYTE *side = gWrap.pendingSide;
-    gWrap.pendingSide = nullptr;
+    gWrap.pendingSide = nullptr;  // it serves this call, however it ends
     if (!source || !buffer)
         return 0;
     size_t length = strlen(source);

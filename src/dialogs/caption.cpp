@@ -1,4 +1,5 @@
-// Decorative text: one font made for the call, and the context's settings put back behind it.
+// Decorative text, which dialogs draw while they are painted: one font made for the call, and the
+// context's settings put back behind it, so that a dialog can draw more than one line.
 #include "dialogs/caption.h"
 
 #include <cstdio>
@@ -20,6 +21,7 @@ static HFONT MakeFont(const CaptionStyle *style)
     return CreateFontIndirectA(&font);
 }
 
+// The name once more, to the right, below and to the right below of its place.
 static void DrawShadow(HDC context, const char *text, POINT place)
 {
     int length = int(strlen(text));

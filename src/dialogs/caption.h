@@ -4,8 +4,8 @@
 #include <windows.h>
 
 struct CaptionStyle {
-    const char *faceName;  // none: "Brush Script MT"
-    int height, weight;    // 0: 48 and 400
+    const char *faceName;  // null: "Brush Script MT"
+    int height, weight;    // logical units; 0: 48 and 400
     int italic;            // above 0: slanted
     COLORREF color;        // 0: the context's own
 };

@@ -1,13 +1,15 @@
-// The hook hears a key when the host's loop takes it out of the queue, so it must be quick: it only
-// posts. The key itself goes on to the control that has the focus, so that an edit box still gets
-// its blank and its arrows.
+// The keyboard of modeless dialogs. Their messages come through the host's loop, which knows
+// nothing of dialogs, so nobody would turn Tab, Return and Escape into what people expect. A hook
+// hears a key when the host's loop takes it out of the queue; it must be quick there and only
+// posts, and the dialog does what the key asks for when the message arrives. The key itself goes on
+// to the control that has the focus, so that an edit box still gets its blank and its arrows.
 #include "dialogs/keyboard_hook.h"
 
 #include "frame/library.h"
 #include "resources/resource.h"
 
 struct KeyHookState {
-    HHOOK hook;   // none: not installed
+    HHOOK hook;   // null: not installed
     HWND target;  // the dialog that it serves; stays when the hook goes
 };
 static KeyHookState gKeyHook;
@@ -54,7 +56,7 @@ void RemoveDialogKeyHook()
     gKeyHook.hook = nullptr;
 }
 
-// ---- what a key does ----
+// ---- what a key does, in the dialog's procedure ----
 
 static bool IsButtonControl(HWND control)
 {
@@ -83,6 +85,7 @@ static void PressReturn()
         SendDlgItemMessageA(gKeyHook.target, id, BM_CLICK, 0, 0);
 }
 
+// An edit box gets its blank from the system.
 static void PressFocusedButton()
 {
     HWND focus = GetFocus();

@@ -1,5 +1,7 @@
-// The progress meter: a label, a bar and a Cancel button, which only leaves a mark for the caller
-// of the next update. There is at most one. While its caller is busy, the update is what paints it.
+// The progress meter: a label, a bar and a Cancel button. The document converter and hosts open it,
+// update it while they work, and close it; there is at most one. Nobody runs a message loop
+// meanwhile, so the update is what paints it, and Cancel only leaves a mark, of which the next
+// update tells its caller.
 #include "frame/library.h"
 
 #include <commctrl.h>
@@ -11,13 +13,14 @@
 #include "resources/resource.h"
 
 struct MeterState {
-    HWND dialog;        // none while closed
+    HWND dialog;        // null while closed
     DWORD cancelLatch;  // set by Cancel, cleared by the update that tells of it
 };
 static MeterState gMeter;
 
 constexpr LPARAM kMeterTrace = 0xABC3;
 
+// Place and size of a control in the dialog's client area.
 struct ControlPlace {
     int id;
     int x, y, width, height;
@@ -40,7 +43,7 @@ static void PlaceControls(HWND dialog)
 
 static INT_PTR InitMeter(HWND dialog, const char *label)
 {
-    gMeter.cancelLatch = 0;
+    gMeter.cancelLatch = 0;  // a meter before this one may have been cancelled
     PlaceControls(dialog);
     CenterWindow(dialog);
     SendDlgItemMessageA(dialog, ID_METER_BAR, PBM_SETPOS, 0, 0);
@@ -49,6 +52,7 @@ static INT_PTR InitMeter(HWND dialog, const char *label)
     return 1;
 }
 
+// A host's message; painted now, as nobody else will.
 static INT_PTR SetLabel(HWND dialog, const char *label)
 {
     SetDlgItemTextA(dialog, ID_METER_LABEL, label);

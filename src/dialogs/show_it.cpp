@@ -1,5 +1,6 @@
-// The monitor is any top-level window with the mark in its title. It is sought when there is
-// something to tell and the one from before is gone.
+// Commands are told to a monitor, a program of developers: any top-level window with the mark in
+// its title. It is sought when there is something to tell and the one from before is gone, so that
+// it can be started at any time and costs next to nothing where there is none.
 #include "dialogs/show_it.h"
 
 #include <cstring>

@@ -26,7 +26,7 @@ struct FontRecord {
 };
 
 struct FontTable {
-    FontRecord *records;  // kFontRoom of them, none before the start
+    FontRecord *records;  // kFontRoom of them, null before the start
     WORD count;
     char codeNames[kMostFontCodes][kFontCodeNameSize];
     int codeCount;
@@ -37,14 +37,11 @@ extern FontTable gFonts;
 // Takes the block and reads the list: 1 done, 0 without memory.
 int CreateFontTable();
 
-// The record behind an index, none when there is no such record.
+// The record behind an index, null when there is no such record.
 FontRecord *FontAt(int index);
 
-// Name of the first font of a code, or none.
+// Name of the first font of a code, or null.
 const char *FirstFontOfCode(int code);
-
-// Number of leading characters in which two names agree.
-int FontPrefixLength(const char *first, const char *second, int ignoreCase);
 
 // Takes a record out of the table in memory: 1 done, 0 when there is none or it is the only one.
 int RemoveFontRecord(int index);

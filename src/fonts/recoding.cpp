@@ -1,5 +1,6 @@
-// Text from the code of one font to the current font code, and the choice of the companion's
-// keyboard. A keyboard has the number of its font code.
+// Text from the code of one font to the current font code, which hosts call when text changes its
+// font or is pasted, and the choice of the companion's keyboard. The companion's mode word holds
+// both: the number of the font code, which is the keyboard's too, and whether the keyboard is on.
 #include <cstring>
 
 #include "fonts/font_table.h"
@@ -9,6 +10,7 @@
 
 constexpr DWORD kCodeBits = 15, kKeyboardOn = 16;
 
+// A name's beginning, and the keyboard that it chooses.
 struct FixedKeyboard {
     const char *prefix;
     int number;
@@ -27,7 +29,7 @@ int WINAPI ConvertText(const char *source, char *buffer, DWORD size, const char 
     if (code < 0 || code == current)
         return 1;
     RecodeString(buffer, size, code);
-    PackLao(buffer);
+    PackLao(buffer);  // what one code writes in two signs may be one in the other
     if (current)
         RecodeString(buffer, size, -current);
     return 1;
@@ -58,6 +60,7 @@ static bool BeginsWith(const char *text, const char *prefix)
     return EqualNoCase(start, prefix);
 }
 
+// The number of a keyboard by the beginning of its name, -1 for an unknown one.
 static int FindKeyboard(const char *name)
 {
     for (const FixedKeyboard &keyboard : kFixedKeyboards)

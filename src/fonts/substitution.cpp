@@ -1,11 +1,15 @@
-// Which font replaces another one, and at which size. Changes stay in memory until WriteFontList.
+// Which font replaces another one, and at which size: hosts ask when a document names a font that
+// isn't theirs. The answers stand in the font table's records. Changes stay in memory until
+// WriteFontList.
+#include <cstdint>
 #include <cstring>
 
 #include "fonts/font_table.h"
 #include "frame/strings.h"
 #include "orvel.h"
 
-constexpr int kLeastLikeness = 2;  // one common letter is no likeness
+constexpr int kLeastLikeness = 2;  // letters: one in common is no likeness
+static_assert(kMostScale <= INT16_MAX);
 
 int WINAPI GetDefaultFontName(char *buffer, DWORD size, int code)
 {
@@ -52,14 +56,12 @@ int WINAPI SetReplacementFontSize(const char *name, int scale)
     return 1;
 }
 
-int FontPrefixLength(const char *first, const char *second, int ignoreCase)
+// How many leading characters agree; case counts.
+static int CommonPrefixLength(const char *first, const char *second)
 {
     int length = 0;
-    for (; first[length] && second[length]; ++length) {
-        char one = first[length], other = second[length];
-        if (one != other && (!ignoreCase || FoldLetter(one) != FoldLetter(other)))
-            break;
-    }
+    while (first[length] && first[length] == second[length])
+        ++length;
     return length;
 }
 
@@ -71,7 +73,7 @@ static const char *FindMostAlike(const char *name, int code)
     const char *found = nullptr;
     for (int i = 0; i < gFonts.count; ++i) {
         const FontRecord &record = gFonts.records[i];
-        int length = record.code == code ? FontPrefixLength(name, record.name, 0) : 0;
+        int length = record.code == code ? CommonPrefixLength(name, record.name) : 0;
         if (length <= best)
             continue;
         best = length;

@@ -1,4 +1,5 @@
-// Internal code to 16-bit Unicode and back, over parallel arrays: a position without a mapping
+// Internal code to 16-bit Unicode and back, for hosts whose text is Unicode. Both ways work on
+// parallel arrays, the host's characters and the library's bytes: a position without a mapping
 // keeps what the other array holds there, so that text that isn't Lao passes through.
 #include "fonts/unicode.h"
 
@@ -22,6 +23,7 @@ struct Mapping {
 };
 typedef std::array<Mapping, 256> MappingTable;
 
+// Overwrites one member of the mappings of whole ranges.
 constexpr void SetRanges(MappingTable *table, std::span<const CharacterRange> ranges,
                          WCHAR Mapping::*to)
 {
@@ -30,6 +32,7 @@ constexpr void SetRanges(MappingTable *table, std::span<const CharacterRange> ra
             (*table)[byte].*to = WCHAR(range.first + range.step * (byte - range.low));
 }
 
+// First characters only; each of the two tables adds what it has beside them.
 constexpr MappingTable BuildPlainTable()
 {
     MappingTable table = {};
@@ -56,6 +59,7 @@ constexpr MappingTable BuildExtendedMappings()
 static constexpr MappingTable kMappings = BuildMappings();
 static constexpr MappingTable kExtendedMappings = BuildExtendedMappings();
 
+// Whether the font draws signs from the private-use characters.
 static bool IsExtendedFont(int font)
 {
     const FontRecord *record = FontAt(font);
@@ -68,6 +72,7 @@ static const MappingTable &ChooseMappings(int font)
     return isPrivate ? kExtendedMappings : kMappings;
 }
 
+// The number of characters, or -1 when they don't fit.
 static int WriteCharacters(const uint8_t *text, const WCHAR *kept, WCHAR *characters,
                            DWORD capacity, const MappingTable &mappings)
 {
@@ -115,6 +120,11 @@ constexpr CharacterBlock kBlocks[] = {
     {0x2013, 0x2022, kUnicodePunctuationTable},
     {0xE000, 0xE01F, kUnicodePrivateTable},  // the last: extended fonts only
 };
+
+static_assert(std::size(kUnicodeLaoTable) == 0x0EDF - 0x0E80 + 1 &&
+              std::size(kUnicodePunctuationTable) == 0x2022 - 0x2013 + 1 &&
+              std::size(kUnicodePrivateTable) == 0xE01F - 0xE000 + 1);
+static_assert(kBlocks[std::size(kBlocks) - 1].bytes == kUnicodePrivateTable);
 
 uint8_t ByteOfCharacter(WCHAR character, uint8_t kept, bool extended)
 {

@@ -183,8 +183,8 @@ void WINAPI ShowAbout(HWND, int value)
 
 int FindWordLengths(const char *text, DWORD dictionaries, WordLengths *lengths)
 {
-    if (!gCompanion.findWordLengths)
-        return 0;
+    if (!gCompanion.findWordLengths || !gCompanion.findWord)
+        return 0;  // without FindWord all that is asked counts as found
     gCompanion.findWordLengths(text, dictionaries, lengths);
     return 1;
 }

@@ -1,5 +1,5 @@
-// The three tables that are built in. They are what LoadControlFile would make of a control file of
-// the same rows, and never change.
+// The three tables that are built in: sort keys, romanization and e-mail coding. They are what
+// LoadControlFile would make of a control file of the same rows, and never change.
 #pragma once
 
 #include "keytables/key_table.h"

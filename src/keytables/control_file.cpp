@@ -1,6 +1,8 @@
-// The reader of control files. A file is lines of tokens: section keywords, entry lines of a key
-// and a value, and Sequence lines. Lines that make no sense are skipped without a word, so that a
-// file can carry free text; a value that is too long and a file that is too long are told.
+// The reader of control files: text that people write becomes a KeyTable. A file is lines of
+// tokens: section keywords, entry lines of a key and a value, and Sequence lines. A section begins
+// at its keyword and ends where the next one begins, so each keyword notes how many entries stand
+// in front of it. Lines that make no sense are skipped without a word, so that a file can carry
+// free text; a value that is too long and a file that is too long are told.
 #include "keytables/control_file.h"
 
 #include <cstdio>
@@ -17,12 +19,14 @@ enum : uint8_t { kKo = 161 };
 constexpr char kTextEnd = 26;  // of the old text files
 enum { kLineRoom = 128, kInSequence = -1 };
 
+// Lives as long as the library: the font of the file read last, and one line's decoded value.
 struct ControlFileState {
     char decoded[kLineRoom];  // result of DecodeByteEscapes
     char romanFont[kRomanFontRoom];
 };
 static ControlFileState gControlFile = {{}, "Arial"};
 
+// The reading of one file.
 struct ControlReader {
     KeyTable *table;
     int count;    // entries so far
@@ -34,6 +38,7 @@ constexpr const char *kKeywords[] = {
     "Sequence", "Initial", "Cluster", "Vowel", "Final", "Tone", "Change", "Number",
 };
 static_assert(sizeof kKeywords / sizeof *kKeywords == 1 + kSectionCount);
+static_assert(kInSequence + 1 == 0 && kMostEntries <= INT16_MAX);
 
 const char *RomanFontName()
 {
@@ -54,7 +59,9 @@ static char ReadByteValue(const char **text)
     return char(value);
 }
 
-const char *DecodeByteEscapes(const char *text)
+// text with "#" and a decimal number replaced by the byte of that value, modulo 256. Valid until
+// the next call. A line has at most 127 bytes, and so has what comes of it.
+static const char *DecodeByteEscapes(const char *text)
 {
     char *write = gControlFile.decoded;
     const char *last = write + sizeof gControlFile.decoded - 1;
@@ -66,7 +73,7 @@ const char *DecodeByteEscapes(const char *text)
     return gControlFile.decoded;
 }
 
-// The next token at *rest, which moves behind it; none at the end of the line.
+// The next token at *rest, which moves behind it; null at the end of the line.
 static char *TakeToken(char **rest, const char *delimiters)
 {
     char *token = *rest + strspn(*rest, delimiters);
@@ -139,6 +146,7 @@ static void RemoveKo(char *key)
     *write = 0;
 }
 
+// Tone marks for tall letters become the common ones, as rendering looks them up.
 static void RaiseTones(char *key)
 {
     for (; *key; ++key)
@@ -181,7 +189,7 @@ static bool ReadEntry(ControlReader *reader, char *key, const char *value)
 static bool ReadControlLine(ControlReader *reader, char *line)
 {
     if (reader->count == kMostEntries)
-        return false;
+        return false;  // a full table takes no line more, be it empty
     char *rest = line;
     char *token = IsComment(line) ? nullptr : TakeToken(&rest, " \t\n");
     if (!token || TakeKeyword(reader, token) || strlen(token) >= kTokenRoom)

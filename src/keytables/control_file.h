@@ -1,4 +1,5 @@
-// Control files: key tables written by hand, read from the data folder.
+// Control files: key tables written by hand, read from the data folder. The work tables of sort
+// keys and romanization are filled from them.
 #pragma once
 
 #include <cstddef>
@@ -18,10 +19,6 @@ int LoadControlText(KeyTable *table, const char *content, size_t size, TableType
 
 // The message of a control file that isn't there. Always 0.
 int TellMissingControlFile();
-
-// text with "#" and a decimal number replaced by the byte of that value, modulo 256; at most 127
-// bytes. Valid until the next call.
-const char *DecodeByteEscapes(const char *text);
 
 // The font in which romanized text is to be shown: "Arial" until a Sequence line of any control
 // file names another one.

@@ -1,8 +1,9 @@
-// The conversion. Two passes of the break inserter divide a copy of the text; marks of work stand
-// in it for breaks and for the two word signs. Then each run between marks is rendered as one
-// syllable, from the copy into the text.
+// The conversion, shared by sort keys, romanization and e-mail coding. Two passes of the break
+// inserter divide a copy of the text; marks of work stand in it for breaks and for the two word
+// signs. Then each run between marks is rendered as one syllable, from the copy into the text.
 #include "keytables/convert.h"
 
+#include <cassert>
 #include <cstring>
 
 #include "frame/messages.h"
@@ -21,6 +22,10 @@ enum : uint8_t {
     kSecondaryBreakMark = 22,  // here by an e-mail table only
 };
 
+// Runs end at the marks of work, and no text that comes in has them.
+static_assert(!IsLaoByte(kRepeatMark) && !IsLaoByte(kEllipsisMark) &&
+              !IsLaoByte(kPrimaryBreakMark) && !IsLaoByte(kSecondaryBreakMark));
+
 enum : uint8_t { kBlank = 32, kNoBreakSpace = 160 };
 enum : DWORD { kMarkWords = 13, kMarkSyllables = 5 };  // flags of WrapText
 enum { kRunRoom = 36, kWorkGrowth = 16 };
@@ -29,11 +34,13 @@ enum { kRunRoom = 36, kWorkGrowth = 16 };
 // found, and each run of Lao is one syllable.
 constexpr char kWorkFont[] = "Saysettha Lao";
 
+// What outlives a call; the rules of RenderRun and of the signs change it, nothing else.
 struct ConvertState {
     char lastWord[kRunRoom];  // text of the last syllable that was rendered in full
 };
 static ConvertState gConvert;
 
+// One call.
 struct Conversion {
     const KeyTable *table;
     const uint8_t *cursor;  // in the copy
@@ -52,6 +59,7 @@ static void ReplaceByte(char *text, uint8_t from, uint8_t to)
             *text = char(to);
 }
 
+// A romanization has no words of its own where the option divides by syllables alone.
 static bool NeedsWords(const KeyTable *table)
 {
     return table->type != kRomanTable || (gProcess.options->breakMode & kWordBreaks);
@@ -98,6 +106,7 @@ static int DivideText(char *text, char *work, DWORD size, const KeyTable *table)
 // What doesn't fit isn't written in part, and nothing is written behind it.
 static void WriteBytes(Conversion *conversion, const char *bytes, size_t count)
 {
+    assert(conversion->length >= 1);  // the terminator counts
     size_t start = conversion->length - 1;
     conversion->length += count;
     if (conversion->length >= conversion->size)
@@ -135,6 +144,7 @@ static bool PassBreaks(Conversion *conversion)
     return behind && !IsAsciiPunctuation(behind);
 }
 
+// A repeat sign writes the last syllable again; one byte alone is no syllable to repeat.
 static void ConvertWordSign(Conversion *conversion)
 {
     bool repeats = *conversion->cursor++ == kRepeatMark;
@@ -160,6 +170,7 @@ static void CopyPlainByte(Conversion *conversion)
 
 // ---- runs ----
 
+// The text of the first pattern that matches at the cursor, or null.
 static const char *FindChange(const Conversion *conversion)
 {
     EntryRange range = EntriesOf(conversion->table, kChangeSection);
@@ -192,6 +203,7 @@ static void RenderRun(const Conversion *conversion, int count, char *text)
         CopyWhole(text + length, kRunRoom - length, "[?]");
 }
 
+// A run is one syllable, or what is left of a misspelt one; it goes as a whole.
 static void ConvertRun(Conversion *conversion)
 {
     char text[kRunRoom];
@@ -228,6 +240,7 @@ static void ConvertDivided(Conversion *conversion)
     }
 }
 
+// Divides the text into the work buffer and writes the result over the text.
 static int ConvertThrough(char *work, DWORD room, char *text, Conversion *conversion)
 {
     if (!DivideText(text, work, room, conversion->table))
@@ -254,7 +267,7 @@ static int ConvertUnder(char *text, DWORD size, const KeyTable *table, bool show
 
 int ConvertByKeyTable(char *text, DWORD size, KeyTable *table)
 {
-    bool showsFailures = strchr(table->sequence, '?');
+    bool showsFailures = strchr(table->sequence, '?');  // before a sort table's is replaced
     if (table->type == kSortTable)
         CopyCut(table->sequence, sizeof table->sequence,
                 gProcess.options->sortMode == 1 ? kNaturalOrder : kVowelsLast);

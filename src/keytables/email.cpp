@@ -1,5 +1,8 @@
-// E-mail coding: Lao text in ASCII, and back. Latin passages stand between brackets, which may stay
-// open from one call to the next; the host keeps the word that tells.
+// E-mail coding: Lao text in ASCII, and back, for where nothing else gets through. Coding is a
+// conversion by the built-in e-mail table; decoding hands each coded stretch to the companion.
+// Latin passages stand between brackets, which may stay open from one call to the next; the host
+// keeps the word that tells.
+#include <cassert>
 #include <cstring>
 
 #include "frame/companion.h"
@@ -43,6 +46,7 @@ static void InsertBrackets(char *text, size_t count, DWORD *state)
     for (; *read; ++read) {
         if (char bracket = BracketBefore(*read, state))
             *write++ = bracket;
+        assert(write <= read);
         *write++ = *read;
     }
     *write = 0;
@@ -67,6 +71,7 @@ int WINAPI EncodeEmail(const char *text, char *output, DWORD size, const char *f
 
 // ---- decoding ----
 
+// One call of decoding.
 struct Decoder {
     const char *read;
     char *write, *end;  // of the work block, which has room for what is left to read
@@ -75,6 +80,7 @@ struct Decoder {
 
 static void CopyByte(Decoder *decoder)
 {
+    assert(decoder->write < decoder->end);
     *decoder->write++ = *decoder->read++;
 }
 
@@ -94,6 +100,7 @@ static bool IsSeparator(char byte)
     return uint8_t(byte) == kBuiltInEmailTable.separator;
 }
 
+// Bytes that go to the companion together; a syllable starts with a letter.
 static bool IsSyllableByte(char byte)
 {
     return byte && (strchr("*#&'", byte) ||
@@ -110,6 +117,7 @@ static void PassSeparator(Decoder *decoder)
         *decoder->write++ = char(kBreakMark);
 }
 
+// A companion that claims to have written more than there is room for isn't believed.
 static void DecodeSyllable(Decoder *decoder)
 {
     const char *start = decoder->read;

@@ -44,7 +44,7 @@ struct EntryRange {
 EntryRange EntriesOf(const KeyTable *table, KeySection section);
 
 // Copies the value that belongs to key, or the section's default, to destination (size bytes; what
-// is longer is cut): 1 found, also for a key that is none or empty; 0 not found. Of equal keys the
+// is longer is cut): 1 found, also for a key that is null or empty; 0 not found. Of equal keys the
 // first counts. A section without entries gives an empty text and 0.
 int LookupSection(const char *key, char *destination, size_t size, const KeyTable *table,
                   KeySection section);

@@ -1,7 +1,10 @@
-// Rendering of a syllable: canonical codes, one lookup for each letter of the table's sequence, the
-// pieces in their order. Each piece has its own small field; what is longer is cut to it.
+// Rendering of a syllable, for sort keys, romanization and e-mail coding alike: canonical codes,
+// one lookup for each letter of the table's sequence, the pieces in their order. The sequence says
+// what is looked up and where it is written; so a table rules the form without a line of code of
+// its own. Each piece has its own small field; what is longer is cut to it.
 #include "keytables/render.h"
 
+#include <cassert>
 #include <cstring>
 
 #include "frame/strings.h"
@@ -22,6 +25,7 @@ struct PieceTexts {
     char clusterKey[kShortField];  // what letter I left for letter 2
 };
 
+// The result of MatchChangeEntry, until its next call.
 struct ChangeState {
     char text[12];
 };
@@ -34,6 +38,7 @@ static char *AsText(uint8_t *bytes)
 
 // ---- canonical codes ----
 
+// A code and the one or two codes of the chart that it stands for.
 struct ConsonantForm {
     uint8_t code;
     uint8_t form[2];
@@ -76,6 +81,7 @@ static bool NormalizeConsonant(uint8_t *initial, size_t room)
     return false;
 }
 
+// room counts down with the field, terminator included.
 static void NormalizeInitial(uint8_t *initial, size_t room)
 {
     while (*initial && !NormalizeConsonant(initial, room)) {
@@ -84,6 +90,7 @@ static void NormalizeInitial(uint8_t *initial, size_t room)
     }
 }
 
+// A vowel code that holds its tone gives it up; of several the last one counts.
 static void NormalizeVowel(SyllableParts *parts)
 {
     for (uint8_t *vowel = parts->vowel; *vowel; ++vowel)
@@ -97,7 +104,9 @@ static void NormalizeVowel(SyllableParts *parts)
         }
 }
 
-void NormalizeSyllable(SyllableParts *parts)
+// Rewrites a parsed syllable to canonical codes, in place: one form for each consonant, plain vowel
+// signs, the tone in its own field, the final alone. Keys of a table are in these codes.
+static void NormalizeSyllable(SyllableParts *parts)
 {
     NormalizeInitial(parts->initial, sizeof parts->initial);
     NormalizeVowel(parts);
@@ -111,6 +120,7 @@ void NormalizeSyllable(SyllableParts *parts)
 
 // ---- Change patterns ----
 
+// How far a pattern has matched: the place in the text and the bytes that "?" and "*" have taken.
 struct PatternPlace {
     const uint8_t *text;
     char captured[kMostCaptured + 1];
@@ -235,6 +245,7 @@ static const char *PieceOf(char letter, const PieceTexts *texts)
 static void InsertNumber(char *output, size_t size, size_t place, const char *number)
 {
     char tail[64];
+    assert(size <= sizeof tail);
     size_t length = strlen(output);
     if (place > length)
         place = length;

@@ -1,4 +1,5 @@
-// Romanization: Lao text in Latin letters.
+// Romanization: Lao text in Latin letters, by the built-in table or by a control file of the
+// host's. What is exported here prepares the text; the conversion does the work.
 #include <cstring>
 
 #include "frame/companion.h"
@@ -12,11 +13,13 @@
 
 enum : uint8_t { kNoSeparator = 0, kHiddenSeparator = 31, kBlankSeparator = 32 };
 
+// The table in force; it lives until a host names another file.
 struct RomanState {
     WorkTable work;
 };
 static RomanState gRoman = {{{"Empty", {}, {}, 0, 0, kRomanTable, {}}, {}}};
 
+// The built-in table has a font too.
 static void FillRomanTable()
 {
     if (FillWorkTable(&gRoman.work, &kBuiltInRomanTable))

@@ -1,5 +1,6 @@
-// Sort keys: digits that, compared as bytes, put Lao text in Lao order. A key is "##" and the text
-// under the sort table.
+// Sort keys: digits that, compared as bytes, put Lao text in Lao order. A key is "##", so that keys
+// stand apart from plain text, and the text under the sort table: for each syllable the places of
+// its initial, cluster, final, vowel and tone in the order of Lao.
 #include <cstring>
 
 #include "frame/companion.h"
@@ -12,6 +13,7 @@
 
 enum : DWORD { kLeastKeySize = 8, kPrefixLength = 2 };
 
+// The table in force; it lives until a host names another file.
 struct SortState {
     WorkTable work;
 };
@@ -30,7 +32,7 @@ int WINAPI SortString(const char *text, char *key, DWORD size, const char *font)
     if (!text || !key || size < kLeastKeySize)
         return 0;
     char *body = key + kPrefixLength;
-    memset(key, 0, size);
+    memset(key, 0, size);  // what the copy below doesn't reach is the terminator
     memcpy(key, "##", kPrefixLength);
     memcpy(body, text, strnlen(text, size - kPrefixLength - 1));
     FillWorkTable(&gSort.work, &kBuiltInSortTable);

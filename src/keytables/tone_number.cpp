@@ -1,6 +1,8 @@
-// Tone numbers: one chart and its four subscripts.
+// Tone numbers: one chart and its four subscripts. A tone mark alone doesn't tell the tone: ກ່າ and
+// ຂ່າ have one mark and the same tone, ກາ and ຂາ have none and two tones.
 #include "keytables/tone_number.h"
 
+#include <cassert>
 #include <cstring>
 
 #include "frame/strings.h"
@@ -38,7 +40,8 @@ constexpr uint8_t kToneTable[3][2][3][3] = {
 };
 // clang-format on
 
-int ConsonantClass(const uint8_t *initial)
+// By the first byte of the initial; -1 for a consonant of no class.
+static int ConsonantClass(const uint8_t *initial)
 {
     for (const ConsonantRow &row : kConsonantRows)
         if (*initial && strchr(row.codes, *initial))
@@ -46,7 +49,8 @@ int ConsonantClass(const uint8_t *initial)
     return kNoClass;
 }
 
-int VowelLengthClass(const uint8_t *vowel)
+// A single sign is looked up; of the longer patterns a few are long.
+static int VowelLengthClass(const uint8_t *vowel)
 {
     if (vowel[0] && !vowel[1])
         return strchr(kLongSigns, vowel[0]) ? kLong : kShort;
@@ -56,15 +60,17 @@ int VowelLengthClass(const uint8_t *vowel)
     return kShort;
 }
 
-int FinalClass(const uint8_t *final)
+static int FinalClass(const uint8_t *final)
 {
     if (!*final)
         return kNoFinal;
     return strchr("\xA1\xA9\xAE", *final) ? kStopFinal : kSonorantFinal;
 }
 
-int ToneMarkIndex(const uint8_t *tone)
+// 0 without a mark, 1 to 5 for the codes 250 to 254.
+static int ToneMarkIndex(const uint8_t *tone)
 {
+    assert(*tone <= 254);
     return *tone >= 250 ? *tone - 249 : 0;
 }
 
@@ -72,10 +78,11 @@ void ToneNumberText(const SyllableParts *parts, char *text)
 {
     int consonant = ConsonantClass(parts->initial), mark = ToneMarkIndex(parts->tone);
     int number = 0;
-    if (consonant != kNoClass)
+    if (consonant != kNoClass)  // the marks from the third on rule alone
         number = mark > 2 ? mark
                           : kToneTable[consonant][VowelLengthClass(parts->vowel)]
                                       [FinalClass(parts->final)][mark];
+    assert(number >= 0 && number <= 9);
     text[0] = char('0' + number);
     text[1] = 0;
 }

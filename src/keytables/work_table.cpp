@@ -1,4 +1,5 @@
-// Filling of work tables.
+// Filling of work tables. A table that isn't filled yet has the name "Empty", which a host's own
+// file of that name shares: it is read again at each use then.
 #include "keytables/work_table.h"
 
 #include <cstring>
@@ -21,7 +22,7 @@ int FillWorkTable(WorkTable *work, const KeyTable *builtIn)
         return 0;
     if (work->fileName[0] && LoadControlFile(&work->table, work->fileName, builtIn->type))
         return 0;
-    work->table = *builtIn;
+    work->table = *builtIn;  // no file, or one that was told to be bad
     return 1;
 }
 

@@ -12,8 +12,8 @@ struct WorkTable {
     char fileName[kControlNameRoom];  // empty: the built-in table
 };
 
-// Marks the table unloaded and notes the control file for it; file, which may be none, is trimmed
-// in place. A name that is too long shows the message of a missing file and leaves none.
+// Marks the table unloaded and notes the control file for it; file, which may be null, is trimmed
+// in place. A name that is too long shows the message of a missing file and leaves none noted.
 void NameControlFile(WorkTable *work, char *file);
 
 // Fills an unloaded table: 1 when it was filled from builtIn, else 0. A file that fails shows its

@@ -1,4 +1,6 @@
-// The class tests that take more than a look into the table.
+// The class tests that take more than a look into the table: the exported one, and which two
+// consonants are spoken together at the start of a syllable. The syllable parser and the maker of
+// its table ask the second one.
 #include "text/lao_code.h"
 
 #include "orvel.h"
@@ -10,6 +12,7 @@ int WINAPI IsLaoCode(int code)
     return IsLaoByte(code);
 }
 
+// WO and both forms of LO are second members of clusters, so none of them leads one.
 static bool LeadsNoCluster(uint8_t code)
 {
     return code == kWo || code == kLoLing || code == kLoLoot;

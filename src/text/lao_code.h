@@ -1,6 +1,8 @@
-// The internal code: one byte for each Lao sign, and the classes of its bytes. Bytes below 128 are
-// ASCII, but kBreakMark is the invisible break and kRealHyphen the hyphen that is seen. All tests
-// are pure and read only the low 8 bits of their argument.
+// The internal code: one byte for each Lao sign, and the classes of its bytes. Text of every font
+// is recoded to it before anything looks at it, so all folders above this one ask these tests.
+// Bytes below 128 are ASCII, but kBreakMark is the invisible break and kRealHyphen the hyphen that
+// is seen. A byte can be in several classes, so a class is a bit and a test one look into a table
+// of 256. All tests are pure and read only the low 8 bits of their argument.
 #pragma once
 
 #include <array>
@@ -21,6 +23,7 @@ enum CodeClass : uint8_t {
     kCombining = 128,  // drawn over or under its base
 };
 
+// The codes from first to last, both included, are in the class. A code may stand in many rows.
 struct CodeRange {
     uint8_t first, last;
     CodeClass codeClass;
@@ -42,6 +45,7 @@ constexpr CodeRange kCodeRanges[] = {
 };
 // clang-format on
 
+// The chart as one byte of class bits for each code, worked out while compiling.
 constexpr std::array<uint8_t, 256> BuildCodeClasses()
 {
     std::array<uint8_t, 256> classes = {};
@@ -97,6 +101,7 @@ constexpr bool IsWordSign(int code)
     return uint8_t(code) == kRepeatSign || uint8_t(code) == kEllipsis;
 }
 
+// The mark over a consonant that is written but not spoken; two codes, for two heights.
 constexpr bool IsCancellationMark(int code)
 {
     return uint8_t(code) == 204 || uint8_t(code) == 254;

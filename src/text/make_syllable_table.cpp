@@ -28,10 +28,14 @@ enum class Phase : uint8_t {
     kDead,
 };
 
+// What one way of reading the text so far has come to. Two texts with equal readings can be
+// continued by the same bytes, so the parts that no longer matter are always zero.
 struct Reading {
     Phase phase;
-    uint8_t vowel[4];
-    uint8_t signs, tone, initial;
+    uint8_t vowel[4];  // the pattern, terminated
+    uint8_t signs;     // bytes in it
+    uint8_t tone;      // 1: there was one
+    uint8_t initial;   // only while the next byte may join it as a cluster
     uint8_t waits;  // cluster refused, the final consonant that makes this reading count is to come
     auto operator<=>(const Reading &) const = default;
 };
@@ -42,6 +46,7 @@ typedef std::vector<std::vector<uint16_t>> StateRows;  // [state][byte]: a cell 
 static const Reading kDeadReading = {Phase::kDead, {}, 0, 0, 0, 0};
 static const Reading kClosedReading = {Phase::kClosed, {}, 0, 0, 0, 0};
 
+// Whether a syllable may end behind the last byte read.
 static bool IsComplete(const Reading &reading)
 {
     VowelClass vowelClass = ClassifyVowelPattern(reading.vowel);
@@ -55,6 +60,7 @@ static bool IsComplete(const Reading &reading)
     }
 }
 
+// The bytes behind a complete vowel and final: a closing sign, or a consonant to be silenced.
 static Reading Close(int byte)
 {
     if (IsWordSign(byte) || IsCancellationMark(byte))
@@ -62,6 +68,7 @@ static Reading Close(int byte)
     return {Phase::kPending, {}, 0, 0, 0, 0};
 }
 
+// A tone, one more vowel sign, the final, or what closes: in this order, as the parser takes them.
 static Reading StepBody(Reading reading, int byte)
 {
     VowelClass vowelClass = ClassifyVowelPattern(reading.vowel);
@@ -160,6 +167,7 @@ static State StepBoth(const State &from, int byte, int *flags)
     return to;
 }
 
+// All states that any text leads to, by breadth: the row of a state is made when it is reached.
 static StateRows ListStates()
 {
     State start = {{Phase::kStart, {}, 0, 0, 0, 0}, kDeadReading};
@@ -214,6 +222,7 @@ static StateRows MergeStates(const StateRows &rows)
     return merged;
 }
 
+// Bytes whose columns are equal share a class: *bytesOfClasses has one byte of each.
 static std::vector<int> ClassBytes(const StateRows &rows, std::vector<int> *bytesOfClasses)
 {
     std::map<std::vector<uint16_t>, int> columns;

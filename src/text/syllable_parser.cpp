@@ -1,20 +1,33 @@
-// The syllable parser reads from left to right: lead vowel, initial, cluster, tone and vowel signs
-// in any order, final, closing sign. A reader carries the place in the text and the bytes left; the
-// fields of the record grow beside it.
+// The syllable parser: break scoring asks it which lengths are syllables (through the table that is
+// made from it), the key tables which pieces a syllable has. It reads from left to right: lead
+// vowel, initial, cluster, tone and vowel signs in any order, final, closing sign. A reader carries
+// the place in the text and the bytes left; the fields of the record grow beside it.
+//
+// The one idea: the vowel signs read so far are a pattern, and the class of the pattern tells
+// whether the syllable may end here, must have a final, or can have no more.
 #include "text/syllable_parser.h"
 
+#include <cassert>
 #include <cstring>
 
 #include "text/lao_code.h"
 
 enum : uint8_t { kWo = 184, kLeadE = 192, kLeadEi = 193 };
+
+// Bits of a variant: which other reading of an open sequence is tried.
+enum : int {
+    kRefuseFinal = 1,    // an open vowel takes no final consonant
+    kRefuseCluster = 2,  // the second consonant of a cluster is left for the vowel
+};
 enum { kFinalRoom = 3, kMostVariants = 4, kFewestVariants = 2 };
 
+// Lives from call to call until ResetVariants.
 struct ParserState {
-    int variantCount;  // 2 or 4
+    int variantCount;  // 2, or 4 once a text with an ambiguous cluster was seen
 };
 static ParserState gParser = {kFewestVariants};
 
+// All patterns that share their first bytes and their class, as one row.
 struct VowelRow {
     uint8_t pattern[4];  // the first bytes, then the alternatives of the last one stand in `last`
     const char *last;
@@ -54,6 +67,7 @@ constexpr VowelRow kVowelRows[] = {
 };
 // clang-format on
 
+// pattern[before] is its last byte, which is never zero: strchr would find the terminator.
 static bool MatchesRow(const VowelRow &row, const uint8_t *pattern, size_t before)
 {
     return strlen(reinterpret_cast<const char *>(row.pattern)) == before &&
@@ -83,19 +97,25 @@ static uint8_t Take(Reader *reader)
     return *reader->next++;
 }
 
-static void Append(uint8_t *field, uint8_t byte)
+static size_t LengthOf(const uint8_t *field)
 {
-    size_t length = strlen(reinterpret_cast<char *>(field));
-    field[length] = byte;
-    field[length + 1] = 0;
+    return strlen(reinterpret_cast<const char *>(field));
+}
+
+// A final consonant, a silenced one and its mark are the most that comes here.
+static void AppendToFinal(SyllableParts *parts, uint8_t byte)
+{
+    size_t length = LengthOf(parts->final);
+    assert(length < kFinalRoom);
+    parts->final[length] = byte;
+    parts->final[length + 1] = 0;
 }
 
 // What could not be placed goes to the final, as far as it has room.
 static int FailParse(Reader *reader, SyllableParts *parts)
 {
-    while (reader->left > 0 && *reader->next &&
-           strlen(reinterpret_cast<char *>(parts->final)) < kFinalRoom)
-        Append(parts->final, Take(reader));
+    while (reader->left > 0 && *reader->next && LengthOf(parts->final) < kFinalRoom)
+        AppendToFinal(parts, Take(reader));
     return 0;
 }
 
@@ -110,9 +130,11 @@ static bool TakeSigns(Reader *reader, SyllableParts *parts, VowelClass *vowelCla
             parts->tone[0] = Take(reader);
             continue;
         }
-        size_t signs = strlen(reinterpret_cast<char *>(parts->vowel));
+        size_t signs = LengthOf(parts->vowel);
+        assert(signs + 1 < sizeof parts->vowel);  // no pattern has more than three
         parts->vowel[signs] = byte;
         parts->vowel[signs + 1] = 0;
+        // The sign stays only where it makes a pattern; else it is the final or doesn't belong.
         VowelClass grown = byte ? ClassifyVowelPattern(parts->vowel) : kNoPattern;
         if (grown == kNoPattern) {
             parts->vowel[signs] = 0;
@@ -131,12 +153,12 @@ static int CloseSyllable(Reader *reader, SyllableParts *parts)
         return 1;
     uint8_t byte = reader->next[0];
     if (IsWordSign(byte) || IsCancellationMark(byte)) {
-        Append(parts->final, byte);
+        AppendToFinal(parts, byte);  // whatever stands behind it goes with the syllable
         return 1;
     }
     if (byte && IsCancellationMark(reader->next[1])) {
-        Append(parts->final, byte);  // a consonant that the mark silences
-        Append(parts->final, reader->next[1]);
+        AppendToFinal(parts, byte);  // a consonant that the mark silences
+        AppendToFinal(parts, reader->next[1]);
         return 1;
     }
     return FailParse(reader, parts);
@@ -150,18 +172,19 @@ static int ParseFinal(Reader *reader, VowelClass vowelClass, int variant, Syllab
     case kNeedsFinal:
         if (!isFinal)
             return FailParse(reader, parts);
-        Append(parts->final, Take(reader));
+        AppendToFinal(parts, Take(reader));
         break;
     case kOpenVowel:
         if (isFinal && !(variant & kRefuseFinal))
-            Append(parts->final, Take(reader));
+            AppendToFinal(parts, Take(reader));
         break;
     default: return FailParse(reader, parts);
     }
     return CloseSyllable(reader, parts);
 }
 
-int ParseSyllableVariant(const uint8_t *text, int n, int variant, SyllableParts *parts)
+// 1 when the first n bytes are a syllable under this variant, else 0.
+static int ParseSyllableVariant(const uint8_t *text, int n, int variant, SyllableParts *parts)
 {
     Reader reader = {text, n};
     *parts = {};
@@ -171,7 +194,7 @@ int ParseSyllableVariant(const uint8_t *text, int n, int variant, SyllableParts 
         return 0;
     parts->initial[0] = Take(&reader);
     if (reader.left == 0)
-        return parts->vowel[0] != 0;
+        return parts->vowel[0] != 0;  // ເກ is a syllable, ກ alone is none
     if (IsLeadVowel(*reader.next))
         return 0;
     if (!(variant & kRefuseCluster) && IsClusterPair(reader.next - 1))
@@ -186,7 +209,8 @@ int ParseSyllableVariant(const uint8_t *text, int n, int variant, SyllableParts 
     return ParseFinal(&reader, vowelClass, variant, parts);
 }
 
-int IsAmbiguousCluster(const uint8_t *text, int n)
+// ກວນ can be ກ with the vowel ວ and final ນ, or the cluster ກວ and more to come.
+static int IsAmbiguousCluster(const uint8_t *text, int n)
 {
     if (IsLeadVowel(*text)) {
         ++text;

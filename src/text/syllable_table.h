@@ -1,4 +1,6 @@
-// The format of the syllable automaton: a cell holds the next state and whether a syllable ends.
+// The format of the syllable automaton, shared by make_syllable_table.cpp, which writes it, and
+// breaks/lengths.cpp, which walks it. A cell of 16 bits holds the next state above two flags that
+// tell whether a syllable ends at this byte.
 #pragma once
 
 enum {

@@ -12,11 +12,10 @@ constexpr int kNoFont = -1;
 // One blank for each stretch that isn't Lao: WrapText would take some of its bytes for marks.
 static std::vector<WCHAR> CharactersOf(const std::string &utf8)
 {
-    std::vector<WCHAR> all(utf8.size() + 1), characters;
-    int count =
-        MultiByteToWideChar(65001, 0, utf8.data(), int(utf8.size()), all.data(), int(all.size()));
-    for (int i = 0; i < count; ++i)
-        characters.push_back((all[i] & 0xFF80) == 0x0E80 || all[i] == 0x200B ? all[i] : WCHAR(' '));
+    std::vector<WCHAR> characters = WideOf(utf8);
+    for (WCHAR &character : characters)
+        if ((character & 0xFF80) != 0x0E80 && character != 0x200B)
+            character = ' ';
     return characters;
 }
 

@@ -1,11 +1,32 @@
 // RecodeString: every sign through every charset and back, break marks, every buffer size.
 #include "companion/support.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
+#include "charset_tables.h"
+#include "fonts/unicode_tables.h"
 #include "lao_signs.h"
 #include "support/guarded.h"
+#include "xmlconv/translate_tables.h"
+
+// Three charts stand twice, since the modules know nothing of each other and the document converter
+// has rows of its own: what is equal stays so.
+static_assert(std::ranges::equal(kFont2000, kBytesOf2000));
+static_assert(std::ranges::equal(kSignOfUnicode, kUnicodeLaoTable));
+constexpr bool IsRowOfConverter(int byte)
+{
+    return byte == 0x80 || byte == 0x96 || (byte >= 0xD6 && byte <= 0xDE);
+}
+constexpr bool AreUnitsEqual()
+{
+    for (int byte = 0x80; byte < 0x100; ++byte)
+        if ((kFirstUnits[byte - 0x80] == kLaoUnicodeTable[byte - 0x80]) == IsRowOfConverter(byte))
+            return false;
+    return true;
+}
+static_assert(AreUnitsEqual());
 
 TEST(RecodeString, EveryLaoSignComesBack)
 {
@@ -21,23 +42,7 @@ TEST(RecodeString, EveryLaoSignComesBack)
             ASSERT_EQ(back.size(), wanted.size()) << "code " << code << " sign " << byte;
             for (char &c : back)
                 c = char(MainForm(uint8_t(c)));
-            EXPECT_EQ(Show(back), Show(wanted)) << "code " << code << " sign " << byte;
-        }
-}
-
-// Every byte of a font that has a counterpart comes back as itself or as a lower byte that means
-// the same.
-TEST(RecodeString, EveryFontByteComesBack)
-{
-    for (LONG code = 2; code <= 5; ++code)
-        for (int byte = 1; byte < 256; ++byte) {
-            std::string text(1, char(byte)), sign = Recoded(text, code);
-            ASSERT_EQ(sign.size(), 1u);
-            if (sign == "?")
-                continue;
-            std::string back = Recoded(sign, -code);
-            EXPECT_LE(uint8_t(back[0]), byte) << "code " << code;
-            EXPECT_EQ(Show(Recoded(back, code)), Show(sign)) << "code " << code << " byte " << byte;
+            EXPECT_EQ(ShowCode(back), ShowCode(wanted)) << "code " << code << " sign " << byte;
         }
 }
 
@@ -47,18 +52,19 @@ TEST(RecodeString, BreakMarksAndHyphens)
         LONG code;
         const char *from, *to;
     } rows[] = {
-        {2, "\226-", "-\214"},        {-3, "-\214", "\226-"},     {-4, "-\214", "--"},
-        {-2, "\037", "\037"},         {4, "\200\240\337", "??k"}, {5, "\203\243\376", "???"},
-        {-2, "\235\355", "\277\277"}, {-4, "\315", "\271\311"},   {-4, "\307", "?"}};
+        {2, "\226-", "-\214"},          {-3, "-\214", "\226-"},     {4, "e-\037", "e\214-"},
+        {-4, "-\214\037", "\037-\037"}, {5, "-\037", "\214-"},      {-5, "-\214", "\037-"},
+        {-2, "\037", "\037"},           {4, "\200\240\337", "??k"}, {5, "\203\243\376", "???"},
+        {-2, "\235\355", "\277\277"},   {-4, "\315", "\271\311"},   {-4, "\307", "?"}};
     for (const auto &row : rows)
-        EXPECT_EQ(Show(Recoded(row.from, row.code)), Show(row.to))
-            << row.code << " " << Show(row.from);
+        EXPECT_EQ(ShowCode(Recoded(row.from, row.code)), ShowCode(row.to))
+            << row.code << " " << ShowCode(row.from);
     for (LONG code = -6; code <= 6; ++code) {
         FontCodeRecord record;
         ASSERT_EQ(FontCodeData(code < 0 ? -code : code, &record), 1u);
         std::string mark(1, code < 0 ? '-' : char(record.breakChar));
         std::string wanted(1, code < 0 ? char(record.breakChar) : '-');
-        EXPECT_EQ(Show(Recoded(mark, code)), Show(wanted)) << code;
+        EXPECT_EQ(ShowCode(Recoded(mark, code)), ShowCode(wanted)) << code;
     }
     std::string all;
     for (int byte = 1; byte < 256; ++byte)
@@ -80,25 +86,20 @@ TEST(RecodeString, CutsAtAWholeSignInEverySize)
         size_t fits = 0;
         for (size_t end : ends)
             fits = end < size ? end : fits;
-        EXPECT_EQ(Show(buffer.data()), Show(whole.substr(0, fits))) << size;
+        EXPECT_EQ(ShowCode(buffer.data()), ShowCode(whole.substr(0, fits))) << size;
     }
 }
 
 TEST(RecodeString, RefusesWhatItCannotRead)
 {
-    for (LONG code : {2, -2, 3, 4, -4, 5, -5})
-        for (size_t size = 1; size < 5; ++size) {  // an unterminated text is cut
-            Guarded<char> buffer(size);
-            memset(buffer.data(), 'a', size);
-            EXPECT_EQ(RecodeString(buffer.data(), DWORD(size), code), 0u);
-            EXPECT_EQ(std::string(buffer.data()), std::string(size - 1, 'a'));
-        }
-    char text[] = "\241\226";
-    for (LONG code : {LONG(7), LONG(-7), LONG(15), LONG(-16), LONG(INT_MAX), LONG(INT_MIN)})
-        EXPECT_EQ(RecodeString(text, sizeof text, code), 0u) << code;
-    for (LONG code = -6; code <= 6; ++code) {
-        EXPECT_EQ(RecodeString(nullptr, 5, code), 0u);
-        EXPECT_EQ(RecodeString(text, 0, code), 0u);
+    for (LONG code : {2, -2, 4, -4, 5, -5}) {
+        Guarded<char> buffer(4);  // an unterminated text is cut
+        memset(buffer.data(), 'a', 4);
+        EXPECT_EQ(RecodeString(buffer.data(), 4, code) + RecodeString(nullptr, 5, code), 0u);
+        EXPECT_STREQ(buffer.data(), "aaa");
     }
+    char text[] = "\241\226";
+    for (LONG code : {LONG(7), LONG(-7), LONG(15), LONG(INT_MAX), LONG(INT_MIN)})
+        EXPECT_EQ(RecodeString(text, sizeof text, code) + RecodeString(text, 0, 3), 0u) << code;
     EXPECT_STREQ(text, "\241\226");
 }

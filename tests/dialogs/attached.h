@@ -8,6 +8,11 @@
 #include "platform/message_loop.h"
 #include "support/started_library.h"
 
+inline void SetProcedure(HWND window, WNDPROC procedure)
+{
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
+}
+
 class AttachedDialogs : public StartedLibrary
 {
   protected:

@@ -50,18 +50,6 @@ TEST_F(Messages, WindowComesToTheMiddleAndTopmost)
 
 constexpr char kHelpControl[] = "CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
 
-static void StoreHelpControl(const std::string &value)
-{
-    HKEY key;
-    char noClass[] = "";
-    ASSERT_EQ(RegCreateKeyExA(HKEY_CLASSES_ROOT, kHelpControl, 0, noClass, 0, KEY_ALL_ACCESS,
-                              nullptr, &key, nullptr),
-              0);
-    RegSetValueExA(key, "", 0, REG_BINARY, reinterpret_cast<const BYTE *>(value.data()),
-                   DWORD(value.size()));
-    RegCloseKey(key);
-}
-
 // Only where the registry is the tests' own and there is no help control.
 TEST_F(Messages, HelpThatCannotBeReachedIsSoughtOnce)
 {
@@ -70,13 +58,14 @@ TEST_F(Messages, HelpThatCannotBeReachedIsSoughtOnce)
     char path[kPathSize];
     EXPECT_EQ(FindHelpLibrary(path), 0);
     for (size_t length : {259, 260, 261}) {
-        StoreHelpControl(std::string(length, 'p'));  // without a terminator
+        StoreRegistryValue(HKEY_CLASSES_ROOT, kHelpControl, "", REG_BINARY,
+                           std::string(length, 'p'));  // without a terminator
         EXPECT_EQ(FindHelpLibrary(path), length < kPathSize) << length;
     }
     EXPECT_EQ(ShowHelp(nullptr, "x", 0, 0), nullptr);
     std::string module = ProgramFolder() + "\\standin\\without-LaoOn\\Vesk.dll";
     ASSERT_NE(GetFileAttributesA(module.c_str()), INVALID_FILE_ATTRIBUTES);
-    StoreHelpControl(module);
+    StoreRegistryValue(HKEY_CLASSES_ROOT, kHelpControl, "", REG_BINARY, module);
     EXPECT_EQ(ShowHelp(nullptr, "x", 0, 0), nullptr);
     EXPECT_EQ(GetModuleHandleA(module.c_str()), nullptr) << "a second attempt";
     RemoveRegistryKey(HKEY_CLASSES_ROOT, kHelpControl);

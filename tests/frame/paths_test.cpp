@@ -1,53 +1,13 @@
-// Folders, paths and trimming: exact fits, paths that don't fit, values that are damaged.
+// Folders and paths: exact fits, paths that don't fit, values that are damaged.
 #include "frame/paths.h"
 
-#include "frame/strings.h"
 #include "support/guarded.h"
 #include "support/started_library.h"
 #include "testing/testing.h"
 
 class Paths : public StartedLibrary
 {
-  protected:
-    static void StoreInstall(DWORD type, const std::string &value)
-    {
-        HKEY key;
-        RegisterInstallFolder("");
-        ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, KEY_ALL_ACCESS, &key), 0);
-        RegSetValueExA(key, "Install", 0, type, reinterpret_cast<const BYTE *>(value.data()),
-                       DWORD(value.size()));
-        RegCloseKey(key);
-    }
-    static void DeleteInstall() { RemoveRegistryKey(HKEY_LOCAL_MACHINE, kRegistryKey); }
 };
-
-struct JoinRow {
-    std::string folder, name, path;  // no path: it doesn't fit
-};
-
-static const JoinRow kJoinRows[] = {
-    {"C:\\a", "b", "C:\\a\\b"},
-    {"C:\\a\\", "b", "C:\\a\\b"},
-    {"", "b", "b"},
-    {"\\", "b", "\\b"},
-    {std::string(200, 'f'), std::string(58, 'n'),
-     std::string(200, 'f') + "\\" + std::string(58, 'n')},
-    {std::string(200, 'f'), std::string(59, 'n'), ""},
-    {std::string(200, 'f') + "\\", std::string(59, 'n'), ""},
-    {std::string(300, 'f'), "b", ""},
-    {"C:\\a", std::string(300, 'n'), ""},
-};
-
-TEST_F(Paths, JoinNeverWritesPastItsBlock)
-{
-    for (const JoinRow &row : kJoinRows) {
-        Guarded<char> target(kPathSize);
-        char *joined = JoinPath(target.data(), row.folder.c_str(), row.name.c_str());
-        EXPECT_EQ(joined ? joined : "", row.path) << row.folder << " + " << row.name;
-    }
-    char path[kPathSize] = "C:\\a";
-    EXPECT_STREQ(JoinPath(path, path, "b"), "C:\\a\\b");
-}
 
 static void ExpectExactFit(int(WINAPI *fetch)(char *, DWORD), const std::string &whole)
 {
@@ -74,48 +34,38 @@ TEST_F(Paths, FoldersFitExactlyOrNotAtAll)
     EXPECT_EQ(DataFilePath(std::string(259, 'x').c_str()), nullptr);
 }
 
-TEST_F(Paths, InstallFolderFromDamagedValues)
+TEST_F(Paths, JoinNeverWritesPastItsBlock)
 {
-    char folder[kPathSize];
-    DeleteInstall();
-    EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), 0);
-    EXPECT_EQ(InstallFilePath("x"), nullptr);
-    StoreInstall(REG_SZ, std::string(1, 0));
-    EXPECT_EQ(InstallFilePath("x"), nullptr) << "no bare name";
-    StoreInstall(REG_BINARY, "C:\\a");  // no terminator
-    EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), 4);
-    StoreInstall(REG_BINARY, std::string(259, 'f'));
-    EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), 259);
-    EXPECT_EQ(InstallFilePath("x"), nullptr);
-    for (size_t size : {size_t(260), size_t(261), size_t(5000)}) {
-        StoreInstall(REG_BINARY, std::string(size, 'f'));
-        EXPECT_EQ(GetOrvelAppDir(folder, kPathSize), 0) << size;
+    const std::string folder(200, 'f'), name(58, 'n');
+    const struct {
+        std::string folder, name, path;  // no path: it doesn't fit
+    } rows[] = {{"C:\\a", "b", "C:\\a\\b"},
+                {"C:\\a\\", "b", "C:\\a\\b"},
+                {"", "b", "b"},
+                {folder, name, folder + "\\" + name},
+                {folder, name + "n", ""},
+                {folder + "\\", name + "n", ""},
+                {std::string(300, 'f'), "b", ""}};
+    for (const auto &row : rows) {
+        Guarded<char> target(kPathSize);
+        char *joined = JoinPath(target.data(), row.folder.c_str(), row.name.c_str());
+        EXPECT_EQ(joined ? joined : "", row.path) << row.folder << " + " << row.name;
     }
 }
 
-struct TrimRow {
-    const char *text, *trimmed;
-};
-
-static const TrimRow kTrimRows[] = {
-    {"", ""},
-    {" ", ""},
-    {"   ", ""},
-    {" \t\n\v\f\r", ""},
-    {"a", "a"},
-    {" a b\r\n", "a b"},
-    {"a ", "a"},
-    {" a", "a"},
-    {"\xA0"
-     "a",
-     "\xA0"
-     "a"},
-};
-
-TEST_F(Paths, TrimSpacesCutsBothEnds)
+// Values without a terminator; one gets there only where it finds room.
+TEST_F(Paths, InstallFolderFromDamagedValues)
 {
-    for (const TrimRow &row : kTrimRows) {
-        std::string text = row.text;
-        EXPECT_STREQ(TrimSpaces(text.data()), row.trimmed);
+    for (size_t size : {4, 259, 260, 5000}) {
+        StoreRegistryValue(HKEY_LOCAL_MACHINE, kRegistryKey, "Install", REG_BINARY,
+                           std::string(size, 'f'));
+        std::string folder(kPathSize, 'x');
+        bool fits = size < kPathSize;
+        EXPECT_EQ(ReadInstallFolder(folder.data(), kPathSize), fits) << size;
+        EXPECT_TRUE(!fits || folder.c_str() == std::string(size, 'f')) << size;
+        EXPECT_EQ(InstallFilePath("x") != nullptr, size == 4) << size;
     }
+    StoreRegistryValue(HKEY_LOCAL_MACHINE, kRegistryKey, "Install", REG_SZ, std::string(1, 0));
+    EXPECT_EQ(InstallFilePath("x"), nullptr) << "no bare name";
+    RegisterInstallFolder(ProgramFolder());
 }

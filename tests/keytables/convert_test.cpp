@@ -40,13 +40,10 @@ TEST_F(Converting, RepeatsTheLastSyllable)
 
 TEST_F(Converting, RemembersFromCallToCall)
 {
-    RomanOf(CodeOfText("ກາ"));
-    EXPECT_EQ(RomanOf(CodeOfText("ໆ")), "ka");
-    EXPECT_EQ(RomanOf(CodeOfText(" ໆ")), " ka");
-    EXPECT_EQ(RomanOf(""), "");
-    EXPECT_EQ(RomanOf("-\x1F"), "");  // breaks alone
-    EXPECT_EQ(RomanOf(CodeOfText("ໆ")), "ka");
     DWORD state = 0;
+    RomanOf(CodeOfText("ກາ"));
+    EXPECT_EQ(RomanOf(CodeOfText(" ໆ")), " ka");
+    EXPECT_EQ(RomanOf("-\x1F"), "");      // breaks alone
     EncodedOf(CodeOfText("ໆຯ"), &state);  // an e-mail table has its own signs for them
     EXPECT_EQ(RomanOf(CodeOfText("ໆ")), "ka");
     EXPECT_EQ(RomanOf(CodeOfText(".ໆ")), ".(rep.)");
@@ -85,8 +82,12 @@ TEST_F(Converting, SeparatesWordsOrSyllables)
         EXPECT_EQ(RomanOf(CodeOfText("ກາສານາ")), row.result);
     }
     EXPECT_EQ(RomanOf(CodeOfText("ກາ ນາ")), "ka na");  // none without a break
-    SetOrvelOption("r", 31, 0);
-    EXPECT_EQ(RomanOf(CodeOfText("ກາສານາ")), "kasa\x1Fna");
+    SetOrvelOption("r", 0, 0);
+    for (const TextRow &row :
+         {TextRow{"-", "kasa-na"}, TextRow{"#31", "kasana"}, TextRow{"#33", "kasa!na"}}) {
+        LoadRomanFile(ControlFileOf(kBuiltInRomanTable, std::string("I2VF ") + row.text));
+        EXPECT_EQ(RomanOf(CodeOfText("ກາສານາ")), row.result);  // a file's own rules
+    }
     EXPECT_EQ(RomanOf("a-b\x1F"), "ab");  // breaks of the text's own go, Lao or not
 }
 
@@ -109,40 +110,6 @@ TEST_F(Converting, TakesTheBreaksOfTheText)
     EXPECT_EQ(RomanOf("\xA1\xBE-\xA6\xBE"), "ka-sa");  // old marks are bytes like others
     EXPECT_EQ(RomanOf(CodeOfText("ກາ|")), "ka");
     EXPECT_EQ(RomanOf(CodeOfText("ໆ")), "ka") << "a mark at the end clears nothing";
-}
-
-TEST_F(Converting, TriesChangesFirst)
-{
-    LoadRomanFile(
-        "I2VF? #0\nInitial\n0\n\xA1 k\n\xA6 s\nCluster\n0\nVowel\n0\n\xBE a\nFinal\n0\nTone\n"
-        "Change\n?#\xBE\xA1 ook\n\xA1\xBE ku\n\xA6 xx\n?? y\nNumber\n");
-    ExpectRomanized({
-        // clang-format off
-        {"ກ່າກ", "kook"},  // passed over a tone
-        {"ສາກ", "sook"}, {"ກາ", "ku"},   // the first that matches
-        {"ສາ", "xx"},   // the whole run goes, though the pattern ends before it
-        {"ສ", "s[?]"},  // a run of one byte is no pattern's
-        {"ກາໆ", "kuku"}, {"ຂາ", "a"},  // an initial that isn't there
-        // clang-format on
-    });
-}
-
-// What is no syllable is rendered as far as it was read, and marked where the table asks for it.
-TEST_F(Converting, MarksWhatIsNoSyllable)
-{
-    LoadRomanFile(ControlFileOf(kBuiltInRomanTable, "I2VF?"));
-    ExpectRomanized({{"ັ", "[?]"}, {"ກາັ", "ka[?]"}, {"ກງ", "kng[?]"}, {"ກາ ສ ນາ", "ka s[?] na"}});
-    const struct {  // behind texts of up to 31 bytes: whole or not at all
-        const char *sequence, *piece, *mark;
-    } rows[] = {{"IIII", "1234567", "[?]"}, {"IIIII", "1234567", ""}, {"IIIII", "123456", "[?]"}};
-    for (const auto &row : rows) {
-        std::string wanted;
-        for (size_t i = 0; i < strlen(row.sequence); ++i)
-            wanted += row.piece;
-        LoadRomanFile(row.sequence + std::string("? #0\nInitial\n\xA6 ") + row.piece +
-                      kEmptySections);
-        EXPECT_EQ(RomanOf(CodeOfText("ສ")), wanted + row.mark);
-    }
 }
 
 // Only the conversion after the load shows a sort table's "[?]": then the option's sequence rules.
@@ -205,59 +172,6 @@ TEST_F(Converting, WritesNothingBehindItsBuffer)
     }
 }
 
-TEST_F(Converting, RefusesAndCopies)
-{
-    typedef int (*Operation)(const char *, char *, DWORD, const char *);
-    static DWORD state;
-    const struct {
-        Operation call;
-        const char *copy;
-    } rows[] = {
-        {[](auto... all) -> int { return SortString(all...); }, "##a\xA1"},
-        {[](auto... all) -> int { return Romanize(all...); }, "a\xA1"},
-        {[](auto... all) -> int { return EncodeEmail(all..., &state); }, "a\xA1"},
-    };
-    for (const auto &row : rows) {
-        char output[8] = "xxx";
-        EXPECT_EQ(row.call("abcdefg", output, 7, kInternal), 0);
-        EXPECT_EQ(row.call("", output, 0, kInternal), 0);
-        EXPECT_EQ(row.call(nullptr, output, 8, kInternal), 0);
-        EXPECT_EQ(row.call("a", nullptr, 8, kInternal), 0);
-        EXPECT_STREQ(output, "xxx");
-        EXPECT_EQ(row.call("a\xA1", output, 8, "no such font"), 1);
-        EXPECT_STREQ(output, row.copy);
-    }
-    char key[8];
-    EXPECT_EQ(SortString("abcdefgh", key, sizeof key, "no such font"), 1);
-    EXPECT_STREQ(key, "##abcde");
-    ExpectBoxes boxes({kCannotConvert});  // one byte has to stay free
-    EXPECT_EQ(Romanize("", key, 1, kInternal), 0);
-}
-
-// A file that is missing or refused tells so once.
-TEST_F(Converting, FallsBackOnTheBuiltInTables)
-{
-    const struct {
-        Call call;
-        int (*load)(const std::string &);
-        const char *result;
-    } rows[] = {{kSort, LoadSortFile, "##01000030"}, {kRomanize, LoadRomanFile, "ka"}};
-    for (const auto &row : rows)
-        for (std::string name :
-             {std::string("missing.key"), std::string(200, 'x'), std::string()}) {
-            row.load("I\nInitial\n0 q" + std::string(kEmptySections));
-            EXPECT_NE(row.call("\xA1\xBE", 100), row.result);
-            {
-                ExpectBoxes boxes({name.empty() ? kTooLong : kNoFile});
-                int result = name.empty()        ? row.load("I\nInitial\n0 12345678\n")
-                             : row.call == kSort ? SetSortKey(name.data())
-                                                 : SetRomanKey(name.data());
-                EXPECT_EQ(result, 1);
-            }
-            EXPECT_EQ(row.call("\xA1\xBE", 100), row.result);
-        }
-}
-
 TEST_F(Converting, GivesUpWithoutMemory)
 {
     if (!FailAllocationAfter(0))
@@ -271,36 +185,73 @@ TEST_F(Converting, GivesUpWithoutMemory)
     EXPECT_EQ(RomanOf(CodeOfText("ກາ")), "ka");
 }
 
-// A side buffer that a host has armed is that of a text of its own.
+// What is no syllable is rendered as far as it was read, and marked where the table asks for it;
+// the mark stands whole behind texts of up to 31 bytes or not at all.
+TEST_F(Converting, MarksWhatIsNoSyllable)
+{
+    LoadRomanFile(ControlFileOf(kBuiltInRomanTable, "I2VF?"));
+    ExpectRomanized({{"ັ", "[?]"}, {"ກາັ", "ka[?]"}, {"ກງ", "kng[?]"}, {"ກາ ສ ນາ", "ka s[?] na"}});
+    for (const TextRow &row : {TextRow{"1234567", ""}, TextRow{"123456", "[?]"}}) {
+        std::string wanted, piece = row.text;
+        for (int i = 0; i < 5; ++i)
+            wanted += piece;
+        LoadRomanFile("IIIII? #0\nInitial\n\xA6 " + piece + kEmptySections);
+        EXPECT_EQ(RomanOf(CodeOfText("ສ")), wanted + row.result);
+    }
+}
+
+// A file that is missing or refused tells so once, and the built-in table serves. One that was read
+// isn't read again, but for a table of the name that says "not loaded".
+TEST_F(Converting, FallsBackOnTheBuiltInTables)
+{
+    for (std::string name :
+         {std::string("missing.key"), std::string(200, 'x'), std::string(kFile)}) {
+        LoadSortFile("I\nInitial\n0 q" + std::string(kEmptySections));
+        RemoveDataFile(kFile);
+        EXPECT_EQ(KeyOf("\xA1\xBE"), "##q");
+        bool isBad = name == kFile;
+        if (isBad)
+            WriteDataFile(kFile, "I\nInitial\n0 12345678\n");
+        ExpectBoxes boxes({isBad ? kTooLong : kNoFile});
+        EXPECT_EQ(SetSortKey(name.data()), 1);
+        EXPECT_EQ(KeyOf("\xA1\xBE"), "##01000030");
+    }
+    char empty[] = " EMPTY\t ";
+    for (std::string value : {"q", "p"}) {
+        WriteDataFile("EMPTY", "I\nInitial\n0 " + value + kEmptySections);
+        EXPECT_EQ(value == "q" ? SetSortKey(empty) : 1, 1);
+        EXPECT_EQ(KeyOf("\xA1\xBE"), "##" + value);
+    }
+    RemoveDataFile("EMPTY");
+    SetSortKey(nullptr);
+}
+
+// A side buffer that a host has armed is that of a text of its own: used up and not written.
 TEST_F(Converting, UsesNoSideBuffer)
 {
     BYTE side[4] = {9, 9, 9, 9};
     ASSERT_EQ(SetBreakBuf(side), 1);
     RomanOf(CodeOfText("ກາສານາສາກາ"));
     EXPECT_EQ(side[0], 9);
-    EXPECT_EQ(SetBreakBuf(side), 1);  // used up
-    SetBreakBuf(nullptr);
-    char buffer[8];
-    WrapText("", buffer, sizeof buffer, kInternal, 0);
+    EXPECT_EQ(SetBreakBuf(side), 1);
+    RomanOf("");
 }
 
-// A text has one result, whatever was converted before it.
-TEST_F(Converting, KeepsNothingButTheLastSyllable)
+TEST_F(Converting, RefusesAndCopies)
 {
-    std::vector<std::string> texts, keys, romans;
-    for (const std::string &line : SplitLines(ReadCorpus("udhr.txt")))
-        texts.push_back(CodeOfText(line));
-    texts.push_back(CodeOfText("ກວນ"));  // an ambiguous cluster
-    texts.push_back(CodeOfText("ກວ"));
-    for (const std::string &text : texts) {
-        ForgetLastWord();
-        keys.push_back(KeyOf(text, 20000));
-        romans.push_back(RomanOf(text, 20000));
+    DWORD state = 0;
+    char output[8] = "xxx";
+    for (const char *text : {"abcdefg", static_cast<const char *>(nullptr)}) {
+        EXPECT_EQ(SortString(text, output, 7, kInternal) + Romanize(text, output, 7, kInternal) +
+                      EncodeEmail(text, output, 7, kInternal, &state),
+                  0);
     }
-    for (int round = 0; round < 400; ++round) {
-        size_t i = NextRandom() % texts.size();
-        ForgetLastWord();
-        ASSERT_EQ(RomanOf(texts[i], 20000), romans[i]);
-        ASSERT_EQ(KeyOf(texts[i], 20000), keys[i]);
-    }
+    EXPECT_EQ(Romanize("", output, 0, kInternal) + Romanize("a", nullptr, 8, kInternal) +
+                  SortString("a", nullptr, 8, kInternal),
+              0);
+    EXPECT_STREQ(output, "xxx");
+    EXPECT_EQ(SortString("a\xA1", output, 8, "no such font"), 1);
+    EXPECT_STREQ(output, "##a\xA1");
+    EXPECT_EQ(Romanize("a\xA1", output, 8, "no such font"), 1);
+    EXPECT_STREQ(output, "a\xA1");
 }

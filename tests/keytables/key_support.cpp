@@ -2,7 +2,6 @@
 #include "keytables/key_support.h"
 
 #include <cstring>
-#include <random>
 
 #include "support/temp_folder.h"
 
@@ -101,10 +100,4 @@ void ExpectRomanized(std::initializer_list<TextRow> rows)
         ForgetLastWord();
         EXPECT_EQ(RomanOf(CodeOfText(row.text)), row.result) << row.text;
     }
-}
-
-unsigned NextRandom()
-{
-    static std::mt19937 random(1);
-    return unsigned(random());
 }

@@ -50,6 +50,3 @@ struct TextRow {
     const char *result;
 };
 void ExpectRomanized(std::initializer_list<TextRow> rows);
-
-// Pseudo-random, the same in each run.
-unsigned NextRandom();

@@ -6,65 +6,39 @@
 
 enum { kAnswer = 7 };
 
+#define ANSWERS(name, ...)                                                                         \
+    int WINAPI name(__VA_ARGS__)                                                                   \
+    {                                                                                              \
+        return kAnswer;                                                                            \
+    }
+
 extern "C" {
-DWORD WINAPI LaoMode(DWORD, DWORD)
-{
-    return kAnswer;
-}
-int WINAPI LaoOn(int)
-{
-    return kAnswer;
-}
-WORD WINAPI ReadLaoDict(const char *, int)
-{
-    return kAnswer;
-}
-int WINAPI FindWord(const char *, int, int, int)
-{
-    return kAnswer;
-}
-int WINAPI GetWord(char *, DWORD, int, int)
-{
-    return kAnswer;
-}
-int WINAPI GetNewWord(char *, DWORD, int)
-{
-    return kAnswer;
-}
-int WINAPI AddWord(const char *)
-{
-    return kAnswer;
-}
-int WINAPI DeleteWord(const char *)
-{
-    return kAnswer;
-}
-int WINAPI Options()
-{
-    return kAnswer;
-}
+// clang-format off
+ANSWERS(LaoMode, DWORD, DWORD)
+ANSWERS(LaoOn, int)
+ANSWERS(ReadLaoDict, const char *, int)
+ANSWERS(FindWord, const char *, int, int, int)
+ANSWERS(GetWord, char *, DWORD, int, int)
+ANSWERS(GetNewWord, char *, DWORD, int)
+ANSWERS(AddWord, const char *)
+ANSWERS(DeleteWord, const char *)
+ANSWERS(Options)
+ANSWERS(SetFontCodeData, int, BYTE *)
+ANSWERS(RecodeString, char *, DWORD, int)
+ANSWERS(UnloadDictionaries)
 void WINAPI PackLao(char *) {}
+void WINAPI AboutOrvel(int) {}
+int WINAPI AddLaoSyllable(char *, const char *, const char *) { return 0; }
+// clang-format on
 int WINAPI FontCodeData(int code, BYTE *record)
 {
     if (code == 0)
         memcpy(record, "\0-Stand-in", 11);
     return code == 0 ? kAnswer : 0;
 }
-int WINAPI SetFontCodeData(int, BYTE *)
+// No word at any length: not to be asked where FindWord is missing.
+void WINAPI FindWordLengths(const char *, DWORD, DWORD *lengths)
 {
-    return kAnswer;
+    memset(lengths, 0, 3 * sizeof *lengths);
 }
-int WINAPI RecodeString(char *, DWORD, int)
-{
-    return kAnswer;
-}
-int WINAPI AddLaoSyllable(char *, const char *, const char *)
-{
-    return 0;
-}
-int WINAPI UnloadDictionaries()
-{
-    return kAnswer;
-}
-void WINAPI AboutOrvel(int) {}
 }

@@ -1,38 +1,15 @@
-// Corpus files and conversions for tests.
+// Conversions for tests.
 #include "support/corpus.h"
 
-#include <cstdio>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "orvel.h"
 
-std::string ReadCorpus(const char *name)
-{
-    std::string path = std::string(ORVEL_CORPUS) + "/" + name, content;
-    FILE *file = fopen(path.c_str(), "rb");
-    EXPECT_TRUE(file) << path;
-    char block[4096];
-    for (size_t got; file && (got = fread(block, 1, sizeof block, file)) > 0;)
-        content.append(block, got);
-    if (file)
-        fclose(file);
-    return content;
-}
-
 std::string CodeOfText(const std::string &utf8)
 {
-    std::vector<WCHAR> characters;
-    for (size_t i = 0; i < utf8.size();) {
-        uint8_t first = uint8_t(utf8[i]);
-        size_t size = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-        unsigned character = size == 3 ? (first & 15u) << 12 | (uint8_t(utf8[i + 1]) & 63u) << 6 |
-                                             (uint8_t(utf8[i + 2]) & 63u)
-                             : size == 1 ? first
-                                         : '?';
-        characters.push_back(WCHAR(character));
-        i += size;
-    }
+    std::vector<WCHAR> characters = WideOf(utf8);
     std::string code(characters.size(), '?');
     EXPECT_GE(UnicodeToLao(characters.data(), code.data(), DWORD(code.size() + 1), 0), 0);
     return code.c_str();
@@ -55,15 +32,4 @@ std::string TextOfCode(const std::string &code)
             text += {char(0xE0 | c >> 12), char(0x80 | (c >> 6 & 63)), char(0x80 | (c & 63))};
     }
     return text;
-}
-
-std::vector<std::string> SplitLines(const std::string &text)
-{
-    std::vector<std::string> lines;
-    for (size_t start = 0; start < text.size();) {
-        size_t end = std::min(text.find('\n', start), text.size());
-        lines.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return lines;
 }

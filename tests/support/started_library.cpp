@@ -3,8 +3,7 @@
 
 #include "fonts/font_table.h"
 #include "frame/companion.h"
-#include "frame/paths.h"
-#include "runtime.h"
+#include "frame/records.h"
 #include "testing/testing.h"
 
 static HWND gManager;
@@ -37,59 +36,20 @@ std::string ProgramFolder()
 
 void RegisterInstallFolder(const std::string &folder)
 {
-    HKEY key;
-    char noClass[] = "";
-    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, noClass, 0, KEY_ALL_ACCESS,
-                              nullptr, &key, nullptr),
-              0);
-    RegSetValueExA(key, "Install", 0, REG_SZ, reinterpret_cast<const BYTE *>(folder.c_str()),
-                   DWORD(folder.size() + 1));
-    RegCloseKey(key);
+    StoreRegistryValue(HKEY_LOCAL_MACHINE, kRegistryKey, "Install", REG_SZ, folder + '\0');
 }
 
-static std::string DataPath(const char *name)
+int ReplaceFonts(const std::string &lines)
 {
-    char folder[kPathSize], path[kPathSize];
-    return GetDataFolder(folder) && JoinPath(path, folder, name) ? path : "";
-}
-
-void WriteDataFile(const char *name, const std::string &content)
-{
-    FILE *file = OpenDataFile(DataPath(name).c_str(), "wb");
-    ASSERT_TRUE(file) << name;
-    fwrite(content.data(), 1, content.size(), file);
-    fclose(file);
-}
-
-std::string ReadDataFile(const char *name)
-{
-    std::string content;
-    FILE *file = OpenDataFile(DataPath(name).c_str(), "rb");
-    for (int byte; file && (byte = fgetc(file)) != EOF;)
-        content += char(byte);
-    if (file)
-        fclose(file);
-    return content;
-}
-
-void RemoveDataFile(const char *name)
-{
-    DeleteFileA(DataPath(name).c_str());
+    WriteDataFile("LaoFonts.dat", lines);
+    gFonts.count = WORD(ReadFontList());
+    return gFonts.count;
 }
 
 void ReplaceDictionary(const char *name, const std::string &lines)
 {
     WriteDataFile(name, lines);
     UnloadDictionaries();
-}
-
-std::string ShowCode(const std::string &code)
-{
-    std::string text;
-    for (char byte : code)
-        text += (text.empty() ? "" : " ") +
-                (byte == 45 ? std::string("|") : std::to_string(uint8_t(byte)));
-    return text;
 }
 
 static void RemoveAllData()

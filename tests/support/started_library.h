@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "orvel.h"
+#include "support/texts.h"
 
 // Starts the library once; every test begins with the default options, no data files of its own and
 // the companion's dictionaries unloaded.
@@ -25,13 +26,8 @@ void HideKeyboardManager();
 std::string ProgramFolder();
 void RegisterInstallFolder(const std::string &folder);
 
-// Writes a file into the data folder, or removes one.
-void WriteDataFile(const char *name, const std::string &content);
-void RemoveDataFile(const char *name);
-std::string ReadDataFile(const char *name);
+// A font list in place of the default one: the number of its records.
+int ReplaceFonts(const std::string &lines);
 
 // UTF-8 words as a dictionary of the data folder, in place of the shipped one.
 void ReplaceDictionary(const char *name, const std::string &lines);
-
-// Bytes of the internal code, drawn: "161 190 | 173" with | for the break mark.
-std::string ShowCode(const std::string &code);

@@ -102,35 +102,6 @@ TEST(SyllableParser, VariantsStayRaisedUntilReset)
     EXPECT_EQ(ParseSyllable(koWo, 2, nullptr), 0);
 }
 
-struct AmbiguityRow {
-    const char *text;
-    int length, result;
-};
-
-static const AmbiguityRow kAmbiguityRows[] = {
-    {"\xA1\xB8\xAD", 3, 1}, {"\xC0\xA1\xB8\xAD", 4, 1},
-    {"\xA1\xB8\xAD", 2, 0}, {"\xC0\xA1\xB8\xAD", 3, 0},
-    {"\xA1\xB8\xAA", 3, 0}, {"\xB8\xB8\xAD", 3, 0},
-    {"\xA1\xBE\xAD", 3, 0}, {"\xC0", 1, 0},
-};
-
-TEST(SyllableParser, FindsAmbiguousClusters)
-{
-    for (const AmbiguityRow &row : kAmbiguityRows)
-        EXPECT_EQ(IsAmbiguousCluster(Bytes(row.text), row.length), row.result)
-            << Show(Bytes(row.text));
-}
-
-TEST(SyllableParser, PatternsOfOtherLengthsAreNone)
-{
-    EXPECT_EQ(ClassifyVowelPattern(Bytes("")), kNoPattern);
-    EXPECT_EQ(ClassifyVowelPattern(Bytes("\xC0\xF6\xBE\xBD")), kNoPattern);
-    for (int byte = 1; byte <= 128; ++byte) {
-        const uint8_t pattern[] = {uint8_t(byte), 0};
-        EXPECT_EQ(ClassifyVowelPattern(pattern), kNoPattern) << byte;
-    }
-}
-
 // Lengths that are none, or go past the terminator, must not be followed out of the text.
 TEST(SyllableParser, StaysInsideTheText)
 {
