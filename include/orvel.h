@@ -68,7 +68,8 @@ void WINAPI PackLao(char *text);
 
 /* Recodes text in place. Positive code: from that font code to the internal code; negative: from
  * the internal code to font code -code. Nonzero when done; 0 when the text did not fit `size` (it
- * is then cut, terminated) or without a companion. */
+ * is then cut, terminated), for a code that the companion doesn't know or without a companion (the
+ * text is then as it was). */
 int WINAPI RecodeString(char *text, DWORD size, int code);
 
 /* Shows the companion's about box. */
@@ -197,8 +198,9 @@ int WINAPI WriteFontList(void);
  * size in percent (below 1: 100), and whether it uses the private-use characters. A substitute that
  * isn't registered becomes the first font of the current code. A font without a name stays in
  * memory alone: the file has no line for it. 1 when added and written; 0 when refused (table full
- * at 127, name there already, no such font code) or when it was added but the file could not be
- * written. */
+ * at 127, name there already, no such font code, a name with a comma, a line end or byte 26 in it
+ * or blanks around it, which the file could not give back) or when it was added but the file could
+ * not be written. */
 int WINAPI AddFontToList(const char *name, const char *substitute, WORD code, short scale,
                          WORD extended);
 
@@ -231,7 +233,8 @@ int WINAPI GetFontCodeName(char *buffer, DWORD size, int code);
 int WINAPI GetDefaultFontName(char *buffer, DWORD size, int code);
 
 /* The font that replaces a font (may be empty). 1 when copied; 0 when the font is unknown or the
- * name does not fit. Setting cuts the substitute to 36 bytes and doesn't look at it further. */
+ * name does not fit. Setting cuts the substitute to 36 bytes and doesn't look at it further; the
+ * list's file takes it up to a comma or line end. */
 int WINAPI GetReplacementFontName(const char *name, char *buffer, DWORD size);
 int WINAPI SetReplacementFontName(const char *name, const char *substitute);
 

@@ -86,6 +86,8 @@ int WINAPI AddFontToList(const char *name, const char *substitute, WORD code, sh
     if (!gFonts.records || !name || gFonts.count + 1 >= kFontRoom || code >= gFonts.codeCount)
         return 0;
     CopyCut(added.name, sizeof added.name, name);
+    if (strlen(name) >= sizeof added.name)
+        TrimSpaces(added.name);  // the cut may have left a blank at its end
     if (FontIndex(added.name) >= 0 || !CanBeListed(added.name))
         return 0;
     CopyCut(added.substitute, sizeof added.substitute, ChooseSubstitute(substitute));

@@ -97,6 +97,18 @@ TEST_F(Fonts, WhatIsWrittenIsReadBackTheSame)
     EXPECT_EQ(again, "A,Unicode,,100,0\nAlice_0,Lao95,a,90\nSaysettha OT,Unicode,A,100,1\n");
 }
 
+// There is no quoting: a text that would be read as two fields or two records doesn't get there.
+TEST_F(Fonts, ASubstituteMakesNoOtherField)
+{
+    ReplaceFonts("A,Lao95,,100\nB,Lao95,,100\n");
+    for (const char *substitute : {"x,500", "x\nC,Lao95", "x\r", "x\x1A"}) {
+        ASSERT_EQ(SetReplacementFontName("A", substitute), 1);
+        ASSERT_EQ(WriteFontList(), 1);
+        EXPECT_EQ(ReplaceFonts(ReadDataFile("LaoFonts.dat")), 2) << substitute;
+        EXPECT_EQ(Describe(gFonts.records[0]), "A/3/x/100/0");
+    }
+}
+
 // The count is the table's, whatever a host reads again.
 TEST_F(Fonts, ReadingAgainKeepsTheCount)
 {
@@ -120,8 +132,9 @@ TEST_F(Fonts, AddAndRemoveRefuse)
     const struct {
         const char *name;
         WORD code;
-    } rows[] = {{nullptr, 1}, {"aLICE", 1}, {"", 3},      {longName.c_str(), 1},
-                {"B", 7},     {"B", 16},    {"B", 0xFFFF}};
+    } rows[] = {{nullptr, 1}, {"aLICE", 1}, {"", 3},       {longName.c_str(), 1},
+                {"B", 7},     {"B", 16},    {"B", 0xFFFF}, {"B,C", 1},
+                {"B\nC", 1},  {"B\x1A", 1}, {" B", 1},     {" ", 1}};
     for (const auto &row : rows)
         EXPECT_EQ(AddFontToList(row.name, "", row.code, 100, 0), 0) << row.code;
     EXPECT_EQ(gFonts.count, 3);
