@@ -99,13 +99,12 @@ TEST_F(StyleTracking, AGrownTableIsTheSameTable)
 {
     std::string body = "<w:body><w:p><w:pPr><w:pStyle w:val=\"Child\"/></w:pPr>" + RunOf("") +
                        "</w:p><w:p>" + RunOf("") + "</w:p>";
+    const std::string text = kStyles + body + "</w:body>" + kStyles + kStyles + body;
     for (int styles = 1; styles < 20; ++styles) {
         ConversionSizes sizes = kFirstSizes;
         sizes.styles = styles;
         MemoryConversion conversion(sizes);
-        EXPECT_EQ(
-            FontsIn(&conversion.record, kStyles + body + "</w:body>" + kStyles + kStyles + body),
-            "BaseFont;NormalFont;BaseFont;NormalFont;");
+        EXPECT_EQ(FontsIn(&conversion.record, text), "BaseFont;NormalFont;BaseFont;NormalFont;");
         EXPECT_EQ(conversion.record.styles.last, 17);
     }
 }
