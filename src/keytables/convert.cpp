@@ -27,7 +27,8 @@ static_assert(!IsLaoByte(kRepeatMark) && !IsLaoByte(kEllipsisMark) &&
               !IsLaoByte(kPrimaryBreakMark) && !IsLaoByte(kSecondaryBreakMark));
 
 enum : uint8_t { kBlank = 32, kNoBreakSpace = 160 };
-enum : DWORD { kMarkWords = 13, kMarkSyllables = 5 };  // flags of WrapText
+constexpr DWORD kMarkWords = kInsertBreaks | kBothBreaks;
+constexpr DWORD kMarkSyllables = kInsertBreaks | kSyllableBreaks;
 enum { kRunRoom = 36, kWorkGrowth = 16 };
 
 // The font whose code leaves the internal code as it is. Where it isn't registered no breaks are
@@ -270,7 +271,7 @@ int ConvertByKeyTable(char *text, DWORD size, KeyTable *table)
     bool showsFailures = strchr(table->sequence, '?');  // before a sort table's is replaced
     if (table->type == kSortTable)
         CopyCut(table->sequence, sizeof table->sequence,
-                gProcess.options->sortMode == 1 ? kNaturalOrder : kVowelsLast);
+                gProcess.options->sortMode == kNaturalSort ? kNaturalOrder : kVowelsLast);
     return ConvertUnder(text, size, table, showsFailures);
 }
 

@@ -11,8 +11,6 @@
 #include "keytables/work_table.h"
 #include "orvel.h"
 
-enum : uint8_t { kNoSeparator = 0, kHiddenSeparator = 31, kBlankSeparator = 32 };
-
 // The table in force; it lives until a host names another file.
 struct RomanState {
     WorkTable work;
@@ -29,8 +27,8 @@ static void FillRomanTable()
 // A control file may rule the separator; else the option does, at each call.
 static void ChooseSeparator(KeyTable *table)
 {
-    if (table->separator == kNoSeparator || table->separator == kHiddenSeparator ||
-        table->separator == kBlankSeparator)
+    if (table->separator == kNoRomanBreak || table->separator == kHiddenRomanBreak ||
+        table->separator == kVisibleRomanBreak)
         table->separator = uint8_t(gProcess.options->romanBreak);
 }
 
