@@ -12,7 +12,7 @@ enum FileResult {
 };
 
 struct FileContent {
-    char *bytes;  // not terminated; none for an empty file
+    char *bytes;  // not terminated; null for an empty file
     size_t size;
 };
 

@@ -11,7 +11,7 @@ constexpr size_t kMostWordBytes = 4u << 20;      // what goes into a trie
 
 struct WordEntry {
     const char *word;    // terminated
-    const char *modern;  // of an old spelling; else none
+    const char *modern;  // of an old spelling; else null
 };
 
 struct WordList {

@@ -41,7 +41,7 @@ static int FindFontCode(const char *name)
     return -1;
 }
 
-// Takes the field at *line, moves *line behind its comma (none behind the last field) and stores
+// Takes the field at *line, moves *line behind its comma (null behind the last field) and stores
 // it, trimmed, in token. False when there is no field left or it is too long.
 static bool TakeField(const char **line, char *token)
 {

@@ -7,5 +7,5 @@
 // so that an operation can end in it.
 int WarningBox(const char *format, ...) __attribute__((format(printf, 1, 2)));
 
-// GlobalAlloc with a message when it gives none.
+// GlobalAlloc with a message when it gives null.
 void *CheckedGlobalAlloc(UINT flags, size_t size);

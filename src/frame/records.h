@@ -50,7 +50,7 @@ struct ProcessState {
     HINSTANCE instance;  // of this library, for its dialogs
     OptionsRecord *options;
     UINT messages[kMessageCount];
-    HWND userDictionaryWindow, spellingWindow, findWindow;  // none while closed
+    HWND userDictionaryWindow, spellingWindow, findWindow;  // null while closed
     WORD userWordCount;  // as of the last load of the user dictionary
     int started;
 };
