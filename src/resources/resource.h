@@ -1,12 +1,116 @@
-/* Ids of the controls in the dialogs: for the templates and the code. A block for each dialog. */
+/* Ids of the controls in the dialogs: for the templates and the code. A block for each dialog; a
+   number means another control in another dialog. */
 #ifndef ORVEL_RESOURCE_H
 #define ORVEL_RESOURCE_H
 
-/* The Cancel button of every dialog, which Escape presses. */
+/* A control that no code asks for. */
+#define ID_NONE -1
+
+/* The buttons of every dialog: Escape presses Cancel, Return the default. */
+#define ID_OK 1
 #define ID_CANCEL 2
+#define ID_HELP 9
 
 /* METER */
 #define ID_METER_BAR 101
 #define ID_METER_LABEL 102
+
+/* OPTIONS */
+#define ID_OPTIONS_FONTS 108
+#define ID_OPTIONS_KEYBOARDS 109
+#define ID_OPTIONS_BREAKS 110
+#define ID_OPTIONS_BREAKS_SYLLABLES 112
+#define ID_OPTIONS_BREAKS_WORDS 113
+#define ID_OPTIONS_BREAKS_BOTH 114
+#define ID_OPTIONS_ROMAN 117
+#define ID_OPTIONS_WORD_LIST 118
+#define ID_OPTIONS_DICTIONARIES 120
+#define ID_OPTIONS_MAIN_WORDS 121
+#define ID_OPTIONS_USER_WORDS 122
+#define ID_OPTIONS_OLD_WORDS 123
+#define ID_OPTIONS_OLD_SPELLING 130
+#define ID_OPTIONS_OLD_SPELLING_PROMPT 131
+#define ID_OPTIONS_OLD_SPELLING_AUTOMATIC 132
+#define ID_OPTIONS_OLD_SPELLING_KEEP 133
+#define ID_OPTIONS_ROMAN_NONE 141
+#define ID_OPTIONS_ROMAN_HIDDEN 142
+#define ID_OPTIONS_ROMAN_VISIBLE 143
+#define ID_OPTIONS_SORT_VOWELS_LAST 1017
+#define ID_OPTIONS_SORT_NATURAL 1018
+#define ID_OPTIONS_SUBSTITUTION_AUTO 1019
+#define ID_OPTIONS_SUBSTITUTION_USER 1020
+
+/* KEYBOARDS */
+#define ID_KEYBOARDS_ORVEL 1029
+#define ID_KEYBOARDS_UNICODE 1030
+#define ID_KEYBOARDS_LAO2000 1031
+#define ID_KEYBOARDS_LAO95 1032
+#define ID_KEYBOARDS_IBM_STENO 1033
+#define ID_KEYBOARDS_LAO_ISO 1034
+#define ID_KEYBOARDS_THAI 1035
+#define ID_KEYBOARDS_HOT_KEY 1037
+
+/* FONTS */
+#define ID_FONTS_ADD 104
+#define ID_FONTS_DELETE 105
+#define ID_FONTS_REGISTERED 108
+#define ID_FONTS_MODIFY 109
+#define ID_FONTS_SCALE 124
+#define ID_FONTS_NAME 1003
+#define ID_FONTS_CODE 1004
+#define ID_FONTS_SUBSTITUTE 1005
+#define ID_FONTS_SYSTEM 1011
+#define ID_FONTS_EXTENDED 1020
+
+/* SEARCHDLG: OK is Find Next */
+#define ID_FIND_TEXT 101
+#define ID_FIND_REPLACEMENT 102
+#define ID_FIND_DIRECTION 103
+#define ID_FIND_DIRECTION_LABEL 104
+#define ID_FIND_IGNORE_BREAKS 105
+#define ID_FIND_REPLACE 108
+#define ID_FIND_REPLACE_ALL 109
+#define ID_FIND_REPLACEMENT_LABEL 121
+
+/* SPELL: OK is Ignore */
+#define ID_SPELL_MARKED 101
+#define ID_SPELL_CHANGED 102
+#define ID_SPELL_EXPAND 103
+#define ID_SPELL_IGNORE_ALL 104
+#define ID_SPELL_CHANGE 105
+#define ID_SPELL_CHANGE_ALL 106
+#define ID_SPELL_KIND_LABEL 119
+#define ID_SPELL_DICTIONARY 120
+
+/* SORTING: the box of each key and its three lists */
+#define ID_SORT_COLUMN1 101
+#define ID_SORT_TYPE1 102
+#define ID_SORT_ORDER1 103
+#define ID_SORT_KEY1 104
+#define ID_SORT_KEY2 105
+#define ID_SORT_COLUMN2 106
+#define ID_SORT_TYPE2 107
+#define ID_SORT_ORDER2 108
+#define ID_SORT_KEY3 109
+#define ID_SORT_COLUMN3 110
+#define ID_SORT_TYPE3 111
+#define ID_SORT_ORDER3 112
+#define ID_SORT_SKIP_HEADER 113
+#define ID_SORT_KEEP_KEYS 114
+
+/* USERDICT: Cancel is Close */
+#define ID_USERDICT_WORDS 101
+#define ID_USERDICT_ADD 102
+#define ID_USERDICT_DELETE 103
+
+/* FONTPICK */
+#define ID_FONTPICK_REPLACED 106
+#define ID_FONTPICK_ONCE 1022
+#define ID_FONTPICK_SELECTION_ONLY 1023
+#define ID_FONTPICK_ALWAYS 1024
+#define ID_FONTPICK_FONTS 1026
+
+/* EDITLAO */
+#define ID_EDITLAO_TEXT 1027
 
 #endif
