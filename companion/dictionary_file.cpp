@@ -140,7 +140,7 @@ int WriteDictionaryFile(const char *name, const char *bytes, size_t size)
     FILE *file = BeginReplaceFile(path);
     if (!file)
         return 0;
-    return EndReplaceFile(file, path, WriteLines(file, bytes, size));
+    return EndReplaceFile(file, WriteLines(file, bytes, size));
 }
 
 // ---- lock ----

@@ -75,7 +75,7 @@ FILE *BeginReplacement(const char *path)
     return nullptr;
 }
 
-int EndReplaceFile(FILE *file, const char *, int keep)
+int EndReplaceFile(FILE *file, int keep)
 {
     Replacement *slot = file ? FindReplacement(file) : nullptr;
     if (!slot) {

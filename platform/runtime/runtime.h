@@ -24,7 +24,7 @@ FILE *OpenDataFile(const char *path, const char *mode);
 // A process that is killed in between may leave its new file ("~" and ".tmp" around a number of the
 // name) behind; the next replacement of the same file takes that file over.
 FILE *BeginReplaceFile(const char *path);
-int EndReplaceFile(FILE *file, const char *path, int keep);
+int EndReplaceFile(FILE *file, int keep);
 
 // Documents stand at UTF-8 paths, whatever the system's code page is. OpenDocument opens one as
 // bytes. ReadDocument reads up to `size` bytes of it, 0 at its end, with CR LF as LF where text
@@ -36,6 +36,11 @@ size_t ReadDocument(FILE *file, char *buffer, size_t size);
 FILE *BeginReplaceDocument(const char *path);
 int IsSameFile(const char *left, const char *right);
 int Utf8OfPath(const char *path, char *utf8, int size);
+
+// Writes where this user's registry is kept, for a message: the path of its file with slashes; on
+// Windows the root of its keys. 1; or 0, and an empty text, when there is no folder for it or it
+// doesn't fit into `size` bytes.
+int NameRegistry(char *place, int size);
 
 // Below, equal or above 0, as strcmp, with A to Z equal to a to z and all other bytes as they are,
 // whatever locale the host has set.

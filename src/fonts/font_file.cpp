@@ -143,7 +143,7 @@ static int WriteRecords(const char *path)
     for (int i = 0; i < gFonts.count; ++i)
         if (gFonts.records[i].name[0])
             WriteRecord(file, gFonts.records[i]);
-    return EndReplaceFile(file, path, 1);
+    return EndReplaceFile(file, 1);
 }
 
 // Without the names of the font codes every line would lose its code: the file then stays as it is.

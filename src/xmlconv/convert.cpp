@@ -70,7 +70,7 @@ static void ConvertToOutput(Conversion *conversion, DocumentJob *job, FILE *inpu
     if (buffer)
         setvbuf(output, buffer, _IOFBF, kOutputSize);
     bool done = ConvertInput(conversion, job, input, output);
-    if (!EndReplaceFile(output, job->destination, done) && done)
+    if (!EndReplaceFile(output, done) && done)
         SetConversionError(&conversion->report, 0, kFailWrite);
     free(buffer);
 }

@@ -4,19 +4,24 @@
 
 #include "platform/native_support.h"
 
-static int Replace(const std::string &path, const std::string &text)
+class NativeReplacedFile : public testing::Test
 {
-    FILE *file = BeginReplaceFile(path.c_str());
-    if (!file)
-        return -1;
-    fwrite(text.data(), 1, text.size(), file);
-    return EndReplaceFile(file, path.c_str(), 1);
-}
+  protected:
+    void SetUp() override { ASSERT_EQ(Replace(path, "old"), 1); }
+    static int Replace(const std::string &path, const std::string &text)
+    {
+        FILE *file = BeginReplaceFile(path.c_str());
+        if (!file)
+            return -1;
+        fwrite(text.data(), 1, text.size(), file);
+        return EndReplaceFile(file, 1);
+    }
+    const std::string folder = FreshFolder(), path = folder + "\\list.dat";
+    const std::filesystem::path native = ToPath(path);
+};
 
-TEST(NativeReplacedFile, FullDiskLeavesTheOldFile)
+TEST_F(NativeReplacedFile, FullDiskLeavesTheOldFile)
 {
-    std::string folder = FreshFolder(), path = folder + "\\list.dat";
-    ASSERT_EQ(Replace(path, "old"), 1);
     for (size_t size : {101, 100000}) {  // fails when it is closed, and while it is written
         FullDisk disk(100);
         EXPECT_EQ(Replace(path, std::string(size, 'n')), 0) << size;
@@ -25,20 +30,18 @@ TEST(NativeReplacedFile, FullDiskLeavesTheOldFile)
     EXPECT_EQ(ListFolder(folder).size(), 1u);
 }
 
-TEST(NativeReplacedFile, PermissionsAreKeptAndObeyed)
+TEST_F(NativeReplacedFile, PermissionsAreKeptAndObeyed)
 {
-    std::string folder = FreshFolder(), path = folder + "\\list.dat";
     struct stat status;
-    ASSERT_EQ(Replace(path, "old"), 1);
-    chmod(ToPath(path).c_str(), 0600);
+    chmod(native.c_str(), 0640);
     EXPECT_EQ(Replace(path, "new"), 1);
-    ASSERT_EQ(stat(ToPath(path).c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0600U);
-    chmod(ToPath(path).c_str(), 0444);
+    ASSERT_EQ(stat(native.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0640U);
+    chmod(native.c_str(), 0444);
     EXPECT_EQ(Replace(path, "newer"), -1);
     EXPECT_EQ(GetLastError(), DWORD(ERROR_ACCESS_DENIED));
     EXPECT_FALSE(DeleteFileA(path.c_str()));
-    chmod(ToPath(path).c_str(), 0666);
+    chmod(native.c_str(), 0666);
     chmod(gFolders.base.c_str(), 0755);
     chmod(ToPath(folder).c_str(), 0555);
     EXPECT_EQ(RunUnprivileged([&] { return Replace(path, "new") == -1; }), 1) << "the folder's";
@@ -46,30 +49,26 @@ TEST(NativeReplacedFile, PermissionsAreKeptAndObeyed)
     EXPECT_EQ(ReadWholeFile(path), "new");
 }
 
-TEST(NativeReplacedFile, LinkStaysAndItsTargetIsReplaced)
+TEST_F(NativeReplacedFile, LinkStaysAndItsTargetIsReplaced)
 {
-    std::string folder = FreshFolder(), other = FreshFolder();
-    ASSERT_EQ(Replace(other + "\\real.dat", "old"), 1);
-    std::filesystem::create_symlink(ToPath(other + "\\real.dat"), ToPath(folder + "\\link.dat"));
-    EXPECT_EQ(Replace(folder + "\\link.dat", "new"), 1);
-    EXPECT_TRUE(std::filesystem::is_symlink(ToPath(folder + "\\link.dat")));
-    EXPECT_EQ(ReadWholeFile(other + "\\real.dat"), "new");
-    std::filesystem::create_symlink("/dev/full", ToPath(folder + "\\device.dat"));
-    EXPECT_EQ(Replace(folder + "\\device.dat", "text"), -1);
+    std::string link = FreshFolder() + "\\link.dat", device = folder + "\\device.dat";
+    std::filesystem::create_symlink(native, ToPath(link));
+    EXPECT_EQ(Replace(link, "new"), 1);
+    EXPECT_TRUE(std::filesystem::is_symlink(ToPath(link)));
+    EXPECT_EQ(ReadWholeFile(path), "new");
+    std::filesystem::create_symlink("/dev/full", ToPath(device));
+    EXPECT_EQ(Replace(device, "text"), -1);
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
 // A folder that goes while its file is written is what is told, not the file.
-TEST(NativeReplacedFile, VanishedFolderIsTold)
+TEST_F(NativeReplacedFile, VanishedFolderIsTold)
 {
-    std::string folder = FreshFolder(), path = folder + "\\list.dat";
     FILE *file = BeginReplaceFile(path.c_str());
     ASSERT_TRUE(file);
     std::filesystem::remove_all(ToPath(folder));
-    EXPECT_EQ(EndReplaceFile(file, path.c_str(), 1), 0);
+    EXPECT_EQ(EndReplaceFile(file, 1), 0);
     EXPECT_EQ(GetLastError(), DWORD(ERROR_PATH_NOT_FOUND));
     EXPECT_FALSE(BeginReplaceFile(path.c_str()));
-    EXPECT_EQ(GetLastError(), DWORD(ERROR_PATH_NOT_FOUND));
-    EXPECT_FALSE(OpenDataFile(path.c_str(), "rb"));
     EXPECT_EQ(GetLastError(), DWORD(ERROR_PATH_NOT_FOUND));
 }

@@ -31,6 +31,16 @@ static int RegistryPath(const char *name, char *native)
            JoinNative(folder, name, native, kNativePathSize);
 }
 
+int NameRegistry(char *place, int size)
+{
+    char native[kNativePathSize];
+    if (!place || size <= 0)
+        return 0;
+    bool fits = RegistryPath("registry", native) && strlen(native) < static_cast<size_t>(size);
+    memcpy(place, fits ? native : "", fits ? strlen(native) + 1 : 1);
+    return fits;
+}
+
 // What a registry call says of a failed file operation.
 static LONG FailureCode(DWORD code)
 {
@@ -327,7 +337,7 @@ LONG WriteRegistry(const RegistryText *old, KeepRegistryLine keep, void *context
         PutOldLines(file, old, keep, context, line);
         for (int i = 0; i < addedCount; i++)
             PutLine(file, &added[i]);
-        if (!EndReplaceFile(file, native, 1))
+        if (!EndReplaceFile(file, 1))
             result = FailureCode(GetLastError());
     }
     free(line);
