@@ -109,6 +109,14 @@ std::string DescribeUnsaved(const char *fileName)
     return std::string(fileName) + " has no place: there is no data folder that can be written to";
 }
 
+std::string DescribeUnsavedOptions()
+{
+    char place[4096];
+    if (NameRegistry(place, sizeof place))
+        return std::string(place) + " can't be written";
+    return "options have no place: there is no folder for them";
+}
+
 void LockSettings()
 {
     if (gSession.settings)

@@ -23,6 +23,9 @@ std::string FindTextFont();
 // no data folder.
 std::string DescribeUnsaved(const char *fileName);
 
+// The same for an option that could not be saved: the registry's place, or that there is none.
+std::string DescribeUnsavedOptions();
+
 // From here to the end of the process no other one reads the options or the list of fonts in order
 // to change them: called before StartLibrary by whoever will change them, so that two changes at
 // the same time don't undo each other. Where nothing can be locked the change itself will fail.

@@ -43,8 +43,7 @@ static int SwitchDictionaryOn()
     if (dictionaries & kUserDictionary)
         return kDone;
     if (!SetOrvelOption("d", WORD(dictionaries | kUserDictionary), 1))
-        return Tell("the user dictionary is off, and the option dictionaries could not be saved",
-                    kNotDone);
+        return Tell("the user dictionary stays off: " + DescribeUnsavedOptions(), kNotDone);
     return Tell("the user dictionary is on from now (option dictionaries)", kDone);
 }
 

@@ -130,7 +130,7 @@ static int SetOption(const OptionName &option, const std::string &text)
                     kWrongUsage);
     if (SetOrvelOption(option.letter, value, 1))
         return kDone;
-    return Tell(std::string(option.name) + " could not be saved", kNotDone);
+    return Tell(option.name + (" is as it was: " + DescribeUnsavedOptions()), kNotDone);
 }
 
 static int HandleArgument(const std::string &argument)

@@ -1,4 +1,4 @@
-// Where the native layer keeps shared data, and what drive letters mean to it.
+// Where the native layer keeps shared data and the registry, and what drive letters mean to it.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -15,10 +15,11 @@ static void SetOrUnset(const char *variable, const std::string &value)
         setenv(variable, value.c_str(), 1);
 }
 
-TEST(SharedData, FolderOfTheEnvironment)
+// Nothing of HOME is ever made; a folder that another variable names is.
+TEST(NativeFolders, AreThoseOfTheEnvironment)
 {
     const std::string home = getenv("HOME"), data = getenv("XDG_DATA_HOME");
-    std::string base = ToPath(FreshFolder()), file = base + "/file";
+    std::string base = ToPath(FreshFolder()), file = base + "/file", none = base + "/none";
     std::string longName = base + "/" + std::string(258 - base.size(), 'd');
     WriteWholeFile(file, "x");
     constexpr int kData = CSIDL_COMMON_APPDATA, kCreate = CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE;
@@ -31,11 +32,12 @@ TEST(SharedData, FolderOfTheEnvironment)
         {base, base + "/d", kData, E_FAIL, ""},
         {base, base + "/d", kCreate, S_OK, base + "/d"},
         {base, base + "/d", kData, S_OK, base + "/d"},
-        {base, base + "/e/f/g", kCreate, S_OK, base + "/e/f/g"},
-        {base, "", kCreate, S_OK, base + "/.local/share"},
+        {none, base + "/e/f/g", kCreate, S_OK, base + "/e/f/g"},
         {base, "relative", kCreate, S_OK, base + "/.local/share"},
         {"", "", kCreate, E_FAIL, ""},
         {"relative", "", kCreate, E_FAIL, ""},
+        {none, "", kCreate, E_FAIL, ""},
+        {file, "", kCreate, E_FAIL, ""},
         {base, file + "/d", kCreate, E_FAIL, ""},
         {base, file, kCreate, E_FAIL, ""},
         {base, longName, kCreate, S_OK, longName},
@@ -48,23 +50,41 @@ TEST(SharedData, FolderOfTheEnvironment)
         SetOrUnset("HOME", row.home);
         SetOrUnset("XDG_DATA_HOME", row.data);
         EXPECT_EQ(SHGetFolderPathA(nullptr, row.folder, nullptr, 0, path), row.result) << row.data;
-        std::string wanted = row.path;
-        std::replace(wanted.begin(), wanted.end(), '/', '\\');
-        EXPECT_EQ(std::string(path), wanted) << row.data;
+        EXPECT_EQ(ToPath(path), row.path) << row.data;
         EXPECT_EQ(path[MAX_PATH], '#');
     }
+    EXPECT_FALSE(std::filesystem::exists(none));
     SetOrUnset("HOME", home);
     SetOrUnset("XDG_DATA_HOME", data);
 }
 
+TEST(NativeFolders, RegistrysPlaceIsNamedWhereItFits)
+{
+    const std::string config = getenv("XDG_CONFIG_HOME");
+    char place[5000];
+    struct Row {
+        size_t length;
+        int more;  // room beyond that of the place
+        int done;
+    } const rows[] = {{100, 1, 1}, {100, 0, 0}, {4080, 500, 1}, {4081, 500, 0}, {4900, 1, 0}};
+    for (const Row &row : rows) {
+        std::string folder = "/" + std::string(row.length - 1, 'c');
+        std::string wanted = folder + "/orvel/registry";
+        setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
+        EXPECT_EQ(NameRegistry(place, int(wanted.size()) + row.more), row.done) << row.length;
+        EXPECT_EQ(place, row.done ? wanted : "");
+    }
+    EXPECT_EQ(NameRegistry(nullptr, 100) + NameRegistry(place, 0), 0);
+    SetOrUnset("XDG_CONFIG_HOME", config);
+}
+
 TEST(NativePaths, DriveLetterIsDropped)
 {
-    std::string folder = FreshFolder();
-    WriteWholeFile(folder + "\\file", "x");
-    EXPECT_NE(GetFileAttributesA(("C:" + folder + "\\file").c_str()), INVALID_FILE_ATTRIBUTES);
-    EXPECT_NE(GetFileAttributesA(("z:" + folder + "/file").c_str()), INVALID_FILE_ATTRIBUTES);
+    std::string file = FreshFolder() + "\\file";
+    WriteWholeFile(file, "x");
+    for (const std::string &path : {"C:" + file, "z:" + file, "z:" + std::string(ToPath(file))})
+        EXPECT_NE(GetFileAttributesA(path.c_str()), INVALID_FILE_ATTRIBUTES) << path;
     EXPECT_EQ(GetFileAttributesA("C:"), INVALID_FILE_ATTRIBUTES);
-    std::string longPath(5000, 'x');
-    EXPECT_EQ(GetFileAttributesA(longPath.c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetFileAttributesA(std::string(5000, 'x').c_str()), INVALID_FILE_ATTRIBUTES);
     EXPECT_EQ(GetLastError(), DWORD(ERROR_FILENAME_EXCED_RANGE));
 }

@@ -91,8 +91,9 @@ int EnvironmentFolder(const char *variable, const char *below, char *native, int
         memcpy(native, folder, strlen(folder) + 1);
         return 1;
     }
+    // A home that isn't there is nobody's (a service's account, say): nothing is made in its place.
     const char *home = getenv("HOME");
-    if (!home || home[0] != '/')
+    if (!home || home[0] != '/' || !IsFolder(home))
         return 0;
     return JoinNative(home, below, native, nativeSize);
 }

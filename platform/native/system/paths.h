@@ -22,7 +22,7 @@ int JoinNative(const char *folder, const char *name, char *joined, int joinedSiz
 int MakeFolders(const char *native);
 
 // The folder that the environment names: $variable when that is an absolute path, else $HOME with
-// `below` behind it. 1, or 0 when neither is set or it doesn't fit.
+// `below` behind it, when that is a folder. 1, or 0 when there is neither or it doesn't fit.
 int EnvironmentFolder(const char *variable, const char *below, char *native, int nativeSize);
 
 // The last error for what errno says about a file operation on this path.
