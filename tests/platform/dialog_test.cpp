@@ -13,24 +13,36 @@ typedef std::vector<std::string> Heard;
 static Heard gHeard;
 static bool gRefusesFocus;
 
+static void Hear(const char *what, WPARAM number)
+{
+    gHeard.push_back(what + std::to_string(number));
+}
+
 static INT_PTR CALLBACK TwoProc(HWND, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case WM_INITDIALOG:
-        gHeard.push_back("init " + std::to_string(GetDlgCtrlID(HWND(wParam))) + " " +
-                         std::to_string(lParam));
+        Hear("focus ", WPARAM(GetDlgCtrlID(HWND(wParam))));
+        Hear("init ", WPARAM(lParam));
         return !gRefusesFocus;
-    case WM_COMMAND: gHeard.push_back("command " + std::to_string(wParam)); break;
+    case WM_COMMAND: Hear("command ", wParam); break;
     case WM_APP: return 42;
     case WM_DESTROY: gHeard.push_back("destroy"); break;
     }
     return 0;
 }
 
-static HWND Make(const char *className, DWORD style, HWND parent = nullptr)
+static HWND Make(DWORD style, HWND parent, WNDPROC procedure)
 {
-    return CreateWindowExA(0, className, "", style, 0, 0, 20, 20, parent, nullptr,
-                           GetModuleHandleA(nullptr), nullptr);
+    HWND window = CreateWindowExA(0, "STATIC", "", style, 0, 0, 20, 20, parent, nullptr,
+                                  GetModuleHandleA(nullptr), nullptr);
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
+    return window;
+}
+
+static HWND Open(const char *name, HWND owner)
+{
+    return CreateDialogParamA(GetModuleHandleA(nullptr), name, owner, TwoProc, 5);
 }
 
 class Dialogs : public testing::Test
@@ -38,51 +50,25 @@ class Dialogs : public testing::Test
   protected:
     void SetUp() override
     {
-        gHeard.clear();
         gRefusesFocus = false;
-        host_ = Make("STATIC", WS_POPUP | WS_VISIBLE);
-        ASSERT_TRUE(host_);
+        host_ = Make(WS_POPUP | WS_VISIBLE, nullptr, DefWindowProcA);
+        SetActiveWindow(host_);
+        SetFocus(host_);
+        DrainMessages();
+        gHeard.clear();
     }
     void TearDown() override
     {
-        DestroyWindow(host_);
+        DestroyWindow(host_);  // and the dialogs that it owns
         DrainMessages();
-    }
-    HWND Open(const char *name, HWND owner)
-    {
-        return CreateDialogParamA(GetModuleHandleA(nullptr), name, owner, TwoProc, 5);
     }
     HWND host_ = nullptr;
 };
 
-TEST_F(Dialogs, AreMadeFromTheirTemplate)
-{
-    HWND dialog = Open("two", host_);
-    ASSERT_TRUE(dialog);
-    EXPECT_EQ(gHeard, Heard{"init 11 5"});
-    char text[20];
-    GetWindowTextA(dialog, text, sizeof text);
-    EXPECT_STREQ(text, "Two \xE9");
-    EXPECT_EQ(GetWindow(dialog, GW_OWNER), host_);
-    EXPECT_FALSE(IsWindowVisible(dialog));
-    GetDlgItemTextA(dialog, 10, text, sizeof text);
-    EXPECT_STREQ(text, "label");
-    RECT first, second;
-    GetWindowRect(GetDlgItem(dialog, 11), &first);
-    GetWindowRect(GetDlgItem(dialog, 14), &second);
-    EXPECT_EQ(first.left, second.left);
-    EXPECT_EQ(second.top - first.top, first.bottom - first.top) << "both 16 units";
-    EXPECT_EQ(SendMessageA(dialog, WM_APP, 0, 0), 0) << "the answer isn't the result";
-    EXPECT_TRUE(DestroyWindow(dialog));
-    EXPECT_EQ(gHeard.back(), "destroy");
-    for (const char *name : {"three", "TW", "twofold", "broken", (const char *)8})
-        EXPECT_FALSE(Open(name, host_));
-    EXPECT_FALSE(Open("two", HWND(LONG_PTR(12345))));
-}
-
 TEST_F(Dialogs, FocusGoesToTheFirstStopUnlessTheProcedureSaysNo)
 {
     HWND dialog = Open("two", host_);
+    EXPECT_EQ(gHeard, (Heard{"focus 11", "init 5"}));
     EXPECT_EQ(GetFocus(), GetDlgItem(dialog, 11));
     EXPECT_EQ(GetActiveWindow(), dialog);
     SetFocus(GetDlgItem(dialog, 14));
@@ -91,12 +77,15 @@ TEST_F(Dialogs, FocusGoesToTheFirstStopUnlessTheProcedureSaysNo)
     SetActiveWindow(dialog);
     EXPECT_EQ(GetFocus(), GetDlgItem(dialog, 14)) << "the one that it was left with";
     EXPECT_FALSE(SetFocus(GetDlgItem(dialog, 13))) << "disabled";
+    EXPECT_EQ(SendMessageA(dialog, WM_APP, 0, 0), 0) << "the answer isn't the result";
     DestroyWindow(dialog);
     EXPECT_EQ(GetActiveWindow(), host_);
     gRefusesFocus = true;
-    dialog = Open("two", host_);
+    Open("two", host_);
     EXPECT_EQ(GetFocus(), host_);
-    DestroyWindow(dialog);
+    for (const char *name : {"three", "TW", "twofold", "broken", (const char *)8})
+        EXPECT_FALSE(Open(name, host_));
+    EXPECT_FALSE(Open("two", HWND(LONG_PTR(12345))));
 }
 
 TEST_F(Dialogs, StopsFollowEachOtherInARing)
@@ -114,10 +103,9 @@ TEST_F(Dialogs, StopsFollowEachOtherInARing)
         HWND to = GetNextDlgTabItem(dialog, from, row.previous);
         EXPECT_EQ(to ? GetDlgCtrlID(to) : 0, row.to) << row.from << " " << row.previous;
     }
-    DestroyWindow(dialog);
 }
 
-TEST_F(Dialogs, DefaultButtonIsTheTemplatesAndCanBeChanged)
+TEST_F(Dialogs, DefaultButtonCanBeChangedAndClosingPressesCancel)
 {
     HWND dialog = Open("two", host_);
     for (int id : {14, 11}) {  // the template's, then another
@@ -127,10 +115,15 @@ TEST_F(Dialogs, DefaultButtonIsTheTemplatesAndCanBeChanged)
         EXPECT_TRUE(SendDlgItemMessageA(dialog, other, WM_GETDLGCODE, 0, 0) & DLGC_UNDEFPUSHBUTTON);
         SendMessageA(dialog, DM_SETDEFID, WPARAM(other), 0);
     }
-    DestroyWindow(dialog);
     dialog = Open(reinterpret_cast<const char *>(7), host_);
     EXPECT_EQ(SendMessageA(dialog, DM_GETDEFID, 0, 0), MAKELONG(IDOK, DC_HASDEFID));
-    DestroyWindow(dialog);
+    gHeard.clear();
+    for (const Heard &heard : {Heard{}, Heard{"command 2"}}) {
+        SendMessageA(dialog, WM_CLOSE, 0, 0);
+        DrainMessages();
+        EXPECT_EQ(gHeard, heard) << "Cancel is disabled at first";
+        EnableWindow(GetDlgItem(dialog, IDCANCEL), TRUE);
+    }
 }
 
 // ---- modal dialogs: the owner acts when nothing is left in the queue, as a person would ----
@@ -166,9 +159,12 @@ TEST_F(Dialogs, ModalOneIsAnsweredByItsOwner)
         INT_PTR result;
         Heard heard;
     } const rows[] = {
-        {"two", 5, 11, 111, {"init 11 5", "waits", "command 11", "destroy"}},
-        {"two", 5, 14, 111, {"init 11 5", "waits", "command 14", "waits", "command 11", "destroy"}},
-        {"two", 9, 0, 99, {"init 11 9", "destroy"}},
+        {"two",
+         5,
+         14,
+         111,
+         {"focus 11", "init 5", "waits", "command 14", "waits", "command 11", "destroy"}},
+        {"two", 9, 0, 99, {"focus 11", "init 9", "destroy"}},
         {"broken", 5, 11, -1, {"destroy"}},
     };
     for (const Row &row : rows) {
@@ -183,56 +179,33 @@ TEST_F(Dialogs, ModalOneIsAnsweredByItsOwner)
     EXPECT_FALSE(EndDialog(HWND(LONG_PTR(12345)), 1));
 }
 
-// ---- the queue ----
+// ---- the queue and keyboard hooks ----
 
 static LRESULT CALLBACK Note(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const char *name = message == WM_KEYDOWN ? "down " : message == WM_KEYUP ? "up " : "char ";
-    if (message >= WM_APP && message < WM_APP + 10)
-        gHeard.push_back(std::to_string(message - WM_APP));
-    if (message == WM_KEYDOWN || message == WM_KEYUP || message == WM_CHAR)
-        gHeard.push_back(name + std::to_string(wParam));
+    switch (message) {
+    case WM_KEYDOWN: Hear("down ", wParam); break;
+    case WM_KEYUP: Hear("up ", wParam); break;
+    case WM_CHAR: Hear("char ", wParam); break;
+    case WM_APP: Hear("", wParam); break;
+    }
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
-class Queue : public Dialogs
+TEST_F(Dialogs, QueueKeepsTheOrderAndDropsWhatIsForTheDead)
 {
-  protected:
-    void SetUp() override
-    {
-        Dialogs::SetUp();
-        WNDCLASSA windowClass = {};
-        windowClass.lpfnWndProc = Note;
-        windowClass.hInstance = GetModuleHandleA(nullptr);
-        windowClass.lpszClassName = "OrvelNote";
-        ASSERT_TRUE(RegisterClassA(&windowClass));
-        window_ = Make("OrvelNote", WS_POPUP | WS_VISIBLE);
-        SetActiveWindow(window_);
-        SetFocus(window_);
-        DrainMessages();
-        gHeard.clear();
-    }
-    void TearDown() override
-    {
-        DestroyWindow(window_);
-        Dialogs::TearDown();
-        EXPECT_TRUE(UnregisterClassA("OrvelNote", GetModuleHandleA(nullptr)));
-    }
-    HWND window_ = nullptr;
-};
-
-TEST_F(Queue, KeepsTheOrderAndDropsWhatIsForTheDead)
-{
-    HWND dead = Make("OrvelNote", WS_POPUP);
+    SetWindowLongPtrA(host_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Note));
+    HWND dead = Make(WS_POPUP, nullptr, Note);
     MSG message;
     PostQuitMessage(3);
-    PostMessageA(window_, WM_APP + 1, 0, 0);
-    PostMessageA(dead, WM_APP + 2, 0, 0);
-    PostMessageA(window_, WM_APP + 3, 0, 0);
+    PostMessageA(host_, WM_APP, 1, 0);
+    PostMessageA(dead, WM_APP, 2, 0);
+    PostMessageA(host_, WM_APP, 3, 0);
+    PostMessageA(host_, WM_APP + 1, 4, 0);
     DestroyWindow(dead);
-    EXPECT_FALSE(PostMessageA(dead, WM_APP + 4, 0, 0));
-    EXPECT_TRUE(PeekMessageA(&message, window_, WM_APP + 3, WM_APP + 3, PM_NOREMOVE));
-    EXPECT_TRUE(gHeard.empty());
+    EXPECT_FALSE(PostMessageA(dead, WM_APP, 4, 0));
+    EXPECT_TRUE(PeekMessageA(&message, host_, WM_APP + 1, WM_APP + 1, PM_NOREMOVE));
+    EXPECT_EQ(message.wParam, 4U);
     while (GetMessageA(&message, nullptr, 0, 0) > 0)
         DispatchMessageA(&message);
     EXPECT_EQ(message.message, UINT(WM_QUIT)) << "behind what was posted";
@@ -241,49 +214,45 @@ TEST_F(Queue, KeepsTheOrderAndDropsWhatIsForTheDead)
 }
 
 // What another window waits for doesn't hide the one that is asked for.
-TEST_F(Queue, UnpaintedWindowIsFoundAmongItsOwn)
+TEST_F(Dialogs, UnpaintedWindowIsFoundAmongItsOwn)
 {
     if (std::filesystem::path::preferred_separator == '\\')
         GTEST_SKIP() << "Wine looks at the first unpainted window alone";
-    HWND other = Make("OrvelNote", WS_CHILD | WS_VISIBLE, window_);
-    HWND asked = Make("OrvelNote", WS_CHILD | WS_VISIBLE, window_);
-    HWND inner = Make("OrvelNote", WS_CHILD | WS_VISIBLE, asked);
+    HWND other = Make(WS_CHILD | WS_VISIBLE, host_, DefWindowProcA);
+    HWND asked = Make(WS_CHILD | WS_VISIBLE, host_, DefWindowProcA);
+    HWND inner = Make(WS_CHILD | WS_VISIBLE, asked, DefWindowProcA);
     MSG message = {};
     for (HWND expected : {asked, inner, other}) {
         HWND filter = expected == other ? other : asked;
         ASSERT_TRUE(PeekMessageA(&message, filter, WM_PAINT, WM_PAINT, PM_REMOVE));
         EXPECT_EQ(message.hwnd, expected);
-        EXPECT_FALSE(PeekMessageA(&message, filter, WM_APP, WM_APP, PM_REMOVE));
         DispatchMessageA(&message);
     }
-    HWND hidden = Make("OrvelNote", WS_CHILD | WS_VISIBLE, window_);
+    HWND hidden = Make(WS_CHILD | WS_VISIBLE, host_, DefWindowProcA);
     ShowWindow(hidden, SW_HIDE);
     EXPECT_FALSE(PeekMessageA(&message, hidden, WM_PAINT, WM_PAINT, PM_REMOVE));
 }
-
-// ---- keyboard hooks ----
 
 static LRESULT gHookAnswer;
 static HHOOK gSelf;
 
 static LRESULT CALLBACK OuterHook(int code, WPARAM key, LPARAM data)
 {
-    gHeard.push_back("outer " + std::to_string(key));
+    Hear("outer ", key);
     return CallNextHookEx(nullptr, code, key, data);
 }
 
 static LRESULT CALLBACK InnerHook(int code, WPARAM key, LPARAM data)
 {
-    gHeard.push_back((data & 0x80000000 ? "inner up " : "inner ") + std::to_string(key));
+    Hear(data & 0x80000000 ? "inner up " : "inner ", key);
     if (gSelf)
         UnhookWindowsHookEx(gSelf);
     return gHookAnswer ? gHookAnswer : CallNextHookEx(nullptr, code, key, data);
 }
 
-TEST_F(Queue, KeysPassTheHooksNewestFirstAndReachTheFocus)
+TEST_F(Dialogs, KeysPassTheHooksNewestFirstAndReachTheFocus)
 {
-    gHookAnswer = 0;
-    gSelf = nullptr;
+    SetWindowLongPtrA(host_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Note));
     HHOOK outer = SetWindowsHookExA(WH_KEYBOARD, OuterHook, nullptr, GetCurrentThreadId());
     HHOOK inner = SetWindowsHookExA(WH_KEYBOARD, InnerHook, nullptr, GetCurrentThreadId());
     ASSERT_TRUE(outer && inner);
@@ -293,7 +262,8 @@ TEST_F(Queue, KeysPassTheHooksNewestFirstAndReachTheFocus)
     gHeard.clear();
     gHookAnswer = 1;
     PressKey(VK_RETURN);
-    EXPECT_EQ(gHeard, (Heard{"inner 13", "inner up 13"})) << "swallowed";
+    CallNextHookEx(nullptr, HC_ACTION, VK_RETURN, 0);
+    EXPECT_EQ(gHeard, (Heard{"inner 13", "inner up 13"})) << "swallowed, and no hook runs now";
     gHeard.clear();
     gHookAnswer = 0;
     gSelf = inner;
