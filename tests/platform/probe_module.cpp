@@ -1,22 +1,13 @@
 // A module for the loader's tests: it remembers what its entry point was told.
 #include <windows.h>
 
-struct ProbeState {
-    HINSTANCE entered;
-    int *left;  // counted up when the module goes
-};
-static ProbeState gProbe;
+static HINSTANCE gEntered;
+static int *gLeft;  // counted up when the module goes
 
-#define PROBE_EXPORT extern "C" __attribute__((visibility("default")))
-
-PROBE_EXPORT HINSTANCE WINAPI ProbeHandle()
+extern "C" __attribute__((visibility("default"))) HINSTANCE WINAPI ProbeHandle(int *left)
 {
-    return gProbe.entered;
-}
-
-PROBE_EXPORT void WINAPI ProbeLeaving(int *left)
-{
-    gProbe.left = left;
+    gLeft = left;
+    return gEntered;
 }
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID)
@@ -25,8 +16,8 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID)
     return reason != DLL_PROCESS_ATTACH || !module;
 #endif
     if (reason == DLL_PROCESS_ATTACH)
-        gProbe.entered = module;
-    if (reason == DLL_PROCESS_DETACH && gProbe.left)
-        ++*gProbe.left;
+        gEntered = module;
+    if (reason == DLL_PROCESS_DETACH && gLeft)
+        ++*gLeft;
     return TRUE;
 }

@@ -1,5 +1,5 @@
-// Replacing a file: the new state or the old one, whole, and nothing left beside it. Paths of data
-// files and of documents go the same way but for their first step, so each row is run for both.
+// Replacing a file: the new state or the old one, whole, and nothing left beside it. Shown by
+// documents; data files go the same way but for the first step of their paths.
 #include <gtest/gtest.h>
 
 #include "support/temp_folder.h"
@@ -48,19 +48,9 @@ static std::string Read(const std::string &path)
     return text;
 }
 
-// The two kinds of paths.
-struct Kind {
-    FILE *(*begin)(const char *path);
-    std::string (*folder)();
-    const char *name;
-};
-
-static const Kind kKinds[] = {{BeginReplaceFile, FreshFolder, "list.dat"},
-                              {BeginReplaceDocument, LaoFolder, "ຈົດໝາຍ.xml"}};
-
-static int Replace(const Kind &kind, const std::string &path, const std::string &text, int keep = 1)
+static int Replace(const std::string &path, const std::string &text, int keep = 1)
 {
-    FILE *file = kind.begin(path.c_str());
+    FILE *file = BeginReplaceDocument(path.c_str());
     if (!file)
         return -1;
     fwrite(text.data(), 1, text.size(), file);
@@ -69,73 +59,67 @@ static int Replace(const Kind &kind, const std::string &path, const std::string 
 
 TEST(ReplacedFile, KeepsTheNewOrTheOld)
 {
-    for (const Kind &kind : kKinds) {
-        std::string folder = kind.folder(), path = folder + "\\" + kind.name;
-        EXPECT_EQ(Replace(kind, path, "never", 0), 0);
-        EXPECT_EQ(ListNames(folder), Names());
-        EXPECT_EQ(Replace(kind, path, "first\nline\n"), 1);
-        EXPECT_EQ(Replace(kind, path, "dropped\n", 0), 0);
-        FILE *file = kind.begin(path.c_str());
-        ASSERT_TRUE(file);
-        std::string large(100000, 'n');
-        fwrite(large.data(), 1, large.size(), file);
-        fflush(file);
-        EXPECT_EQ(Read(path), "first\nline\n") << "until the end";
-        EXPECT_EQ(EndReplaceFile(file, 1), 1);
-        EXPECT_EQ(Read(path), large);
-        EXPECT_EQ(ListNames(folder), Names{kind.name});
-    }
+    std::string folder = LaoFolder(), path = folder + "\\ຈົດໝາຍ.xml", large(100000, 'n');
+    EXPECT_EQ(Replace(path, "never", 0), 0);
+    EXPECT_EQ(ListNames(folder), Names());
+    EXPECT_EQ(Replace(path, "first\nline\n"), 1);
+    EXPECT_EQ(Replace(path, "dropped\n", 0), 0);
+    FILE *file = BeginReplaceDocument(path.c_str());
+    ASSERT_TRUE(file);
+    fwrite(large.data(), 1, large.size(), file);
+    fflush(file);
+    EXPECT_EQ(Read(path), "first\nline\n") << "until the end";
+    EXPECT_EQ(EndReplaceFile(file, 1), 1);
+    EXPECT_EQ(Read(path), large);
+    EXPECT_EQ(ListNames(folder), Names{"ຈົດໝາຍ.xml"});
 }
 
 // Two at the same time for one file, and one beside it: all are written to the end. What a killed
 // process left under the name of such a file is taken over.
 TEST(ReplacedFile, WritersDoNotMix)
 {
-    for (const Kind &kind : kKinds) {
-        std::string folder = kind.folder(), path = folder + "\\" + kind.name;
-        FILE *first = kind.begin(path.c_str());
-        ASSERT_TRUE(first);
-        std::string leftover = folder + "\\" + ListNames(folder).at(0);
-        EndReplaceFile(first, 0);
-        WriteDocument(leftover, std::string(1000, '#'));
-        first = kind.begin(path.c_str());
-        FILE *second = kind.begin(path.c_str());
-        FILE *third = BeginReplaceDocument((folder + "\\ຂ.xml").c_str());
-        ASSERT_TRUE(first && second && third);
-        fputs("first", first);
-        fputs("the second", second);
-        EXPECT_EQ(EndReplaceFile(second, 1), 1);
-        EXPECT_EQ(Read(path), "the second");
-        EXPECT_EQ(EndReplaceFile(first, 1) + EndReplaceFile(third, 1), 2);
-        EXPECT_EQ(Read(path), "first");
-        EXPECT_EQ(ListNames(folder).size(), 2U);
-    }
+    std::string folder = LaoFolder(), path = folder + "\\ກ.xml";
+    FILE *first = BeginReplaceDocument(path.c_str());
+    std::string leftover = folder + "\\" + ListNames(folder).at(0);
+    EndReplaceFile(first, 0);
+    WriteDocument(leftover, std::string(1000, '#'));
+    first = BeginReplaceDocument(path.c_str());
+    FILE *second = BeginReplaceDocument(path.c_str());
+    FILE *third = BeginReplaceDocument((folder + "\\ຂ.xml").c_str());
+    ASSERT_TRUE(first && second && third);
+    fputs("first", first);
+    fputs("the second", second);
+    EXPECT_EQ(EndReplaceFile(second, 1), 1);
+    EXPECT_EQ(Read(path), "the second");
+    EXPECT_EQ(EndReplaceFile(first, 1) + EndReplaceFile(third, 1), 2);
+    EXPECT_EQ(Read(path), "first");
+    EXPECT_EQ(ListNames(folder).size(), 2U);
 }
 
 TEST(ReplacedFile, WhatAFileCannotReplaceIsRefused)
 {
-    for (const Kind &kind : kKinds) {
-        std::string folder = kind.folder();
-        std::filesystem::create_directory(Utf8Path(folder + "\\inner"));
-        WriteDocument(folder + "\\file", "x");
-        for (const char *name : {"\\inner", "\\absent\\file", "\\file\\file", ""})
-            EXPECT_EQ(Replace(kind, folder + name, "text"), -1) << name;
-        EXPECT_EQ(Replace(kind, "", "text"), -1);
-        EXPECT_EQ(ListNames(folder), (Names{"file", "inner"}));
-    }
-    EXPECT_EQ(EndReplaceFile(nullptr, 1), 0);
-    EXPECT_EQ(EndReplaceFile(stdout, 1), 0) << "no replacement's stream";
+    std::string folder = LaoFolder();
+    std::filesystem::create_directory(Utf8Path(folder + "\\inner"));
+    WriteDocument(folder + "\\file", "x");
+    for (const char *name : {"\\inner", "\\absent\\file", "\\file\\file", ""})
+        EXPECT_EQ(Replace(folder + name, "text"), -1) << name;
+    EXPECT_EQ(Replace("", "text"), -1);
+    EXPECT_EQ(ListNames(folder), (Names{"file", "inner"}));
+    EXPECT_EQ(EndReplaceFile(nullptr, 1) + EndReplaceFile(stdout, 1), 0) << "no replacement";
 }
 
+// As data files have them: 259 bytes are the most.
 TEST(ReplacedFile, PathsUpToTheirLimitWorkOrFailCleanly)
 {
-    std::string folder = FreshFolder() + "\\" + std::string(100, 'd'), path = folder + "\\";
-    ASSERT_TRUE(CreateDirectoryA(folder.c_str(), nullptr));
+    std::string folder = FreshFolder(), path = folder + "\\" + std::string(100, 'd');
+    ASSERT_TRUE(CreateDirectoryA(path.c_str(), nullptr));
+    path += "\\";
     path.append(259 - path.size(), 'f');
-    EXPECT_EQ(Replace(kKinds[0], path, "text"), 1);
-    EXPECT_EQ(Read(path), "text");
-    EXPECT_NE(Replace(kKinds[0], path + std::string(300, 'g'), "text"), 1);
-    EXPECT_EQ(ListFolder(folder).size(), 1u);
+    FILE *file = BeginReplaceFile(path.c_str());
+    EXPECT_EQ(EndReplaceFile(file, 1), 1);
+    file = BeginReplaceFile((path + std::string(300, 'g')).c_str());
+    EXPECT_EQ(EndReplaceFile(file, 1), 0);
+    EXPECT_NE(GetFileAttributesA(path.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 TEST(SameFile, IsToldByTheFileAndNotByItsName)

@@ -63,9 +63,6 @@ static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPA
         return 0;
     case WM_KILLFOCUS: data->isPressed = 0; return 0;
     case BM_CLICK: ClickButton(window); return 0;
-    case BM_SETSTYLE:
-        button->style = (button->style & ~kButtonKind) | (wParam & kButtonKind);
-        return 0;
     }
     return DefWindowProcA(window, message, wParam, lParam);
 }

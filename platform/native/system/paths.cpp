@@ -182,22 +182,3 @@ DWORD WINAPI GetFileAttributesA(LPCSTR path)
     DWORD readOnly = (status.st_mode & 0222) == 0 ? FILE_ATTRIBUTE_READONLY : 0;
     return FILE_ATTRIBUTE_ARCHIVE | readOnly;
 }
-
-// Always with a backslash at its end; the size needed, terminator included, where it doesn't fit.
-DWORD WINAPI GetTempPathA(DWORD size, LPSTR buffer)
-{
-    char path[kNativePathSize];
-    const char *folder = getenv("TMPDIR");
-    if (!folder || folder[0] != '/')
-        folder = "/tmp";
-    int length = FromNativePath(folder, path, sizeof path - 1);
-    if (length == 0)
-        return 0;
-    if (path[length - 1] != '\\')
-        path[length++] = '\\';
-    path[length] = '\0';
-    if (!buffer || (DWORD)length >= size)
-        return (DWORD)length + 1;
-    memcpy(buffer, path, (size_t)length + 1);
-    return (DWORD)length;
-}
