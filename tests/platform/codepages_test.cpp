@@ -10,26 +10,24 @@
 TEST(Utf8, NarrowsLoneSurrogatesToReplacements)
 {
     struct Row {
-        std::vector<WCHAR> units;
+        std::u16string units;
         const char *bytes;
         bool isBroken;
     } const rows[] = {
-        {{0x61, 0xE9, 0xE81}, "a\xC3\xA9\xE0\xBA\x81", false},
+        {u"a\u00E9\u0E81", "a\xC3\xA9\xE0\xBA\x81", false},
         {{0xD83D, 0xDE00}, "\xF0\x9F\x98\x80", false},
         {{0xDC00, 0xD800}, "\xEF\xBF\xBD\xEF\xBF\xBD", true},
         {{0xD800, 0x61}, "\xEF\xBF\xBD\x61", true},
         {{0xD800, 0xD83D, 0xDE00}, "\xEF\xBF\xBD\xF0\x9F\x98\x80", true},
     };
-    for (const Row &row : rows) {
-        char bytes[64] = "";
-        int count = int(row.units.size());
-        int size =
-            WideCharToMultiByte(CP_UTF8, 0, row.units.data(), count, bytes, 64, nullptr, nullptr);
-        EXPECT_EQ(std::string(bytes, size), row.bytes);
-        int strict = WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, row.units.data(), count,
-                                         bytes, 64, nullptr, nullptr);
-        EXPECT_EQ(strict, row.isBroken ? 0 : size);
-    }
+    for (const Row &row : rows)
+        for (DWORD flags : {0, WC_ERR_INVALID_CHARS}) {
+            char bytes[64] = "";
+            std::vector<WCHAR> units(row.units.begin(), row.units.end());
+            int size = WideCharToMultiByte(CP_UTF8, flags, units.data(), int(units.size()), bytes,
+                                           64, nullptr, nullptr);
+            EXPECT_EQ(std::string(bytes, size), flags && row.isBroken ? "" : row.bytes);
+        }
 }
 
 // The two calls with little room: what they give, and that nothing is written behind it. A length
@@ -41,18 +39,13 @@ TEST(CodePages, LengthsAndRoom)
         int length, room, count;
         DWORD error;  // where the count is 0
     } const rows[] = {
-        {CP_UTF8, -1, 0, 4, 0},
-        {CP_UTF8, 3, 0, 3, 0},
-        {CP_UTF8, -1, 4, 4, 0},
-        {CP_UTF8, -1, 3, 0, ERROR_INSUFFICIENT_BUFFER},
-        {CP_UTF8, 3, 2, 0, ERROR_INSUFFICIENT_BUFFER},
-        {CP_UTF8, 0, 8, 0, ERROR_INVALID_PARAMETER},
-        {1252, -1, 0, 4, 0},
-        {1252, 3, 0, 3, 0},
-        {1252, -1, 4, 4, 0},
-        {1252, -1, 3, 0, ERROR_INSUFFICIENT_BUFFER},
-        {1252, 0, 8, 0, ERROR_INVALID_PARAMETER},
+        // clang-format off
+        {CP_UTF8, -1, 0, 4, 0}, {CP_UTF8, 3, 0, 3, 0}, {CP_UTF8, -1, 4, 4, 0},
+        {1252, -1, 0, 4, 0}, {1252, 3, 0, 3, 0}, {1252, -1, 4, 4, 0},
+        {CP_UTF8, -1, 3, 0, ERROR_INSUFFICIENT_BUFFER}, {1252, -1, 3, 0, ERROR_INSUFFICIENT_BUFFER},
+        {CP_UTF8, 0, 8, 0, ERROR_INVALID_PARAMETER}, {1252, 0, 8, 0, ERROR_INVALID_PARAMETER},
         {12345, 1, 8, 0, ERROR_INVALID_PARAMETER},
+        // clang-format on
     };
     const WCHAR abc[] = {'a', 'b', 'c', 0};
     for (const Row &row : rows) {
@@ -73,19 +66,17 @@ TEST(CodePages, LengthsAndRoom)
     EXPECT_EQ(GetLastError(), DWORD(ERROR_NO_UNICODE_TRANSLATION));
 }
 
-struct Digest {
-    uint64_t value = 14695981039346656037u;
-};
+constexpr uint64_t kDigestStart = 14695981039346656037u;
 
-static void Add(Digest *digest, unsigned number)
+static void Add(uint64_t *digest, unsigned number)
 {
     for (int i = 0; i < 4; i++, number >>= 8)
-        digest->value = (digest->value ^ (number & 0xff)) * 1099511628211u;
+        *digest = (*digest ^ (number & 0xff)) * 1099511628211u;
 }
 
 TEST(CodePage1252, EveryUnitAndEveryByteAsTheSystemHasThem)
 {
-    Digest narrow;
+    uint64_t narrow = kDigestStart;
     for (unsigned unit = 0; unit < 0x10000; unit++) {
         for (DWORD flags : {0, WC_NO_BEST_FIT_CHARS}) {
             WCHAR wide = WCHAR(unit);
@@ -97,7 +88,7 @@ TEST(CodePage1252, EveryUnitAndEveryByteAsTheSystemHasThem)
             Add(&narrow, unsigned(used));
         }
     }
-    EXPECT_EQ(narrow.value, 9797404161008907145u);
+    EXPECT_EQ(narrow, 9797404161008907145u);
     for (int byte = 0; byte < 256; byte++) {
         char narrowed = char(byte), back = 0;
         WCHAR wide = 0;
@@ -115,7 +106,7 @@ TEST(Utf8, EveryShortTextAsTheSystemHasIt)
                                    0xC0, 0xC1, 0xC2, 0xDF, 0xE0, 0xE1, 0xED, 0xEF,
                                    0xF0, 0xF1, 0xF4, 0xF5, 0xF8, 0xFF};
     const unsigned count = sizeof bytes;
-    Digest digest;
+    uint64_t digest = kDigestStart;
     for (unsigned length = 1, texts = count; length <= 4; length++, texts *= count) {
         for (unsigned text = 0; text < texts; text++) {
             char narrow[7];
@@ -131,5 +122,5 @@ TEST(Utf8, EveryShortTextAsTheSystemHasIt)
                                                       int(length) + 3, wide, 8)));
         }
     }
-    EXPECT_EQ(digest.value, 11179652489018525071u);
+    EXPECT_EQ(digest, 11179652489018525071u);
 }

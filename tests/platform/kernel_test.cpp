@@ -1,7 +1,6 @@
 // Modules and the calls on paths.
 #include <cstring>
 #include <gtest/gtest.h>
-#include <shlobj.h>
 
 #include "support/temp_folder.h"
 
@@ -55,7 +54,6 @@ TEST(Modules, FileNameIsCutToItsRoom)
 {
     char whole[MAX_PATH], cut[MAX_PATH];
     DWORD length = GetModuleFileNameA(nullptr, whole, sizeof whole);
-    ASSERT_EQ(length, strlen(whole));
     EXPECT_NE(std::string(whole).find("\\platform_tests"), std::string::npos);
     for (DWORD size : {length + 1, length, DWORD(5), DWORD(1)}) {
         memset(cut, '#', sizeof cut);
@@ -85,21 +83,15 @@ TEST(Folders, CallsTellWhyNot)
         const char *name;
         DWORD error;  // 0: done
     } const rows[] = {
-        {Create, "\\new", 0},
-        {Create, "\\new", ERROR_ALREADY_EXISTS},
-        {Create, "\\file", ERROR_ALREADY_EXISTS},
-        {Create, "\\absent\\new", ERROR_PATH_NOT_FOUND},
-        {Create, "\\file\\new", ERROR_PATH_NOT_FOUND},
-        {Create, "\\new\\inner", 0},
-        {Find, "\\no", ERROR_FILE_NOT_FOUND},
-        {Find, "\\no\\no", ERROR_PATH_NOT_FOUND},
-        {Find, "\\file\\no", ERROR_PATH_NOT_FOUND},
-        {Find, "\\file", 0},
-        {DeleteFileA, "\\new", ERROR_ACCESS_DENIED},
-        {DeleteFileA, "\\absent", ERROR_FILE_NOT_FOUND},
-        {DeleteFileA, "\\absent\\file", ERROR_PATH_NOT_FOUND},
-        {DeleteFileA, "\\file", 0},
-        {DeleteFileA, "\\file", ERROR_FILE_NOT_FOUND},
+        // clang-format off
+        {Create, "\\new", 0}, {Create, "\\new", ERROR_ALREADY_EXISTS}, {Create, "\\new\\inner", 0},
+        {Create, "\\file", ERROR_ALREADY_EXISTS}, {Create, "\\no\\new", ERROR_PATH_NOT_FOUND},
+        {Create, "\\file\\new", ERROR_PATH_NOT_FOUND}, {Find, "\\file\\no", ERROR_PATH_NOT_FOUND},
+        {Find, "\\no", ERROR_FILE_NOT_FOUND}, {Find, "\\no\\no", ERROR_PATH_NOT_FOUND},
+        {Find, "\\file", 0}, {DeleteFileA, "\\new", ERROR_ACCESS_DENIED},
+        {DeleteFileA, "\\no", ERROR_FILE_NOT_FOUND}, {DeleteFileA, "\\no\\no", ERROR_PATH_NOT_FOUND},
+        {DeleteFileA, "\\file", 0}, {DeleteFileA, "\\file", ERROR_FILE_NOT_FOUND},
+        // clang-format on
     };
     for (const Row &row : rows) {
         BOOL done = row.call((folder + row.name).c_str());
@@ -107,8 +99,4 @@ TEST(Folders, CallsTellWhyNot)
     }
     EXPECT_FALSE(CreateDirectoryA("", nullptr));
     EXPECT_EQ(GetFileAttributesA(folder.c_str()), DWORD(FILE_ATTRIBUTE_DIRECTORY));
-    char path[MAX_PATH] = "#";
-    EXPECT_EQ(SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, path),
-              S_OK);
-    EXPECT_TRUE(GetFileAttributesA(path) & FILE_ATTRIBUTE_DIRECTORY) << path;
 }

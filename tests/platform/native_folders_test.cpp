@@ -61,18 +61,14 @@ TEST(NativeFolders, AreThoseOfTheEnvironment)
 TEST(NativeFolders, RegistrysPlaceIsNamedWhereItFits)
 {
     const std::string config = getenv("XDG_CONFIG_HOME");
-    char place[5000];
-    struct Row {
-        size_t length;
-        int more;  // room beyond that of the place
-        int done;
-    } const rows[] = {{100, 1, 1}, {100, 0, 0}, {4080, 500, 1}, {4081, 500, 0}, {4900, 1, 0}};
-    for (const Row &row : rows) {
-        std::string folder = "/" + std::string(row.length - 1, 'c');
-        std::string wanted = folder + "/orvel/registry";
+    char place[5000] = "";
+    for (size_t length : {100, 4080, 4081, 4900}) {
+        std::string folder = "/" + std::string(length - 1, 'c'), path = folder + "/orvel/registry";
         setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
-        EXPECT_EQ(NameRegistry(place, int(wanted.size()) + row.more), row.done) << row.length;
-        EXPECT_EQ(place, row.done ? wanted : "");
+        EXPECT_EQ(NameRegistry(place, int(path.size())), 0) << length;
+        EXPECT_STREQ(place, "");
+        EXPECT_EQ(NameRegistry(place, int(path.size()) + 1), path.size() < 4096) << length;
+        EXPECT_EQ(place, path.size() < 4096 ? path : "");
     }
     EXPECT_EQ(NameRegistry(nullptr, 100) + NameRegistry(place, 0), 0);
     SetOrUnset("XDG_CONFIG_HOME", config);

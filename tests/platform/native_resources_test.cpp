@@ -1,6 +1,6 @@
-// Resource files that are cut or damaged: a dialog comes or doesn't, and nothing behind the bytes
-// is read. The bytes stand in a block of exactly their size, so that the sanitizer sees a step too
-// far.
+// Fonts that are in use; and resource files that are cut or damaged: a dialog comes or doesn't, and
+// nothing behind the bytes is read. The bytes stand in a block of exactly their size, so that the
+// sanitizer sees a step too far.
 #include <cstring>
 #include <gtest/gtest.h>
 #include <memory>
@@ -47,4 +47,20 @@ TEST(NativeResources, CutOrDamagedFilesAreReadWithinTheirEnds)
     }
     EXPECT_GT(damaged, 100u);
     EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), before);
+}
+
+TEST(NativeDrawing, SelectedFontIsNotDeleted)
+{
+    HWND window =
+        CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    PAINTSTRUCT paint;
+    HDC context = BeginPaint(window, &paint);
+    LOGFONTA wanted = {};
+    HFONT font = CreateFontIndirectA(&wanted);
+    HGDIOBJ before = SelectObject(context, font);
+    EXPECT_FALSE(DeleteObject(font));
+    SelectObject(context, before);
+    EXPECT_TRUE(DeleteObject(font));
+    EndPaint(window, &paint);
+    DestroyWindow(window);
 }

@@ -4,36 +4,11 @@
 
 #include "support/temp_folder.h"
 
-typedef std::vector<std::string> Names;
-
-static std::filesystem::path Utf8Path(std::string path)
-{
-    if (std::filesystem::path::preferred_separator == '/')
-        std::replace(path.begin(), path.end(), '\\', '/');
-    return std::u8string(path.begin(), path.end());
-}
-
-static Names ListNames(const std::string &folder)
-{
-    Names names;
-    for (const auto &entry : std::filesystem::directory_iterator(Utf8Path(folder))) {
-        std::u8string name = entry.path().filename().u8string();
-        names.emplace_back(name.begin(), name.end());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 static std::string LaoFolder()
 {
     std::string folder = FreshFolder() + "\\ເອກະສານ ເກົ່າ";
-    std::filesystem::create_directory(Utf8Path(folder));
+    std::filesystem::create_directory(ToPath(folder));
     return folder;
-}
-
-static void WriteDocument(const std::string &path, const std::string &text)
-{
-    std::ofstream(Utf8Path(path), std::ios::binary) << text;
 }
 
 static std::string Read(const std::string &path)
@@ -61,7 +36,7 @@ TEST(ReplacedFile, KeepsTheNewOrTheOld)
 {
     std::string folder = LaoFolder(), path = folder + "\\ຈົດໝາຍ.xml", large(100000, 'n');
     EXPECT_EQ(Replace(path, "never", 0), 0);
-    EXPECT_EQ(ListNames(folder), Names());
+    EXPECT_EQ(ListFolder(folder), std::vector<std::string>());
     EXPECT_EQ(Replace(path, "first\nline\n"), 1);
     EXPECT_EQ(Replace(path, "dropped\n", 0), 0);
     FILE *file = BeginReplaceDocument(path.c_str());
@@ -71,7 +46,7 @@ TEST(ReplacedFile, KeepsTheNewOrTheOld)
     EXPECT_EQ(Read(path), "first\nline\n") << "until the end";
     EXPECT_EQ(EndReplaceFile(file, 1), 1);
     EXPECT_EQ(Read(path), large);
-    EXPECT_EQ(ListNames(folder), Names{"ຈົດໝາຍ.xml"});
+    EXPECT_EQ(ListFolder(folder), std::vector<std::string>{"ຈົດໝາຍ.xml"});
 }
 
 // Two at the same time for one file, and one beside it: all are written to the end. What a killed
@@ -80,9 +55,9 @@ TEST(ReplacedFile, WritersDoNotMix)
 {
     std::string folder = LaoFolder(), path = folder + "\\ກ.xml";
     FILE *first = BeginReplaceDocument(path.c_str());
-    std::string leftover = folder + "\\" + ListNames(folder).at(0);
+    std::string leftover = folder + "\\" + ListFolder(folder).at(0);
     EndReplaceFile(first, 0);
-    WriteDocument(leftover, std::string(1000, '#'));
+    WriteWholeFile(leftover, std::string(1000, '#'));
     first = BeginReplaceDocument(path.c_str());
     FILE *second = BeginReplaceDocument(path.c_str());
     FILE *third = BeginReplaceDocument((folder + "\\ຂ.xml").c_str());
@@ -93,42 +68,38 @@ TEST(ReplacedFile, WritersDoNotMix)
     EXPECT_EQ(Read(path), "the second");
     EXPECT_EQ(EndReplaceFile(first, 1) + EndReplaceFile(third, 1), 2);
     EXPECT_EQ(Read(path), "first");
-    EXPECT_EQ(ListNames(folder).size(), 2U);
+    EXPECT_EQ(ListFolder(folder).size(), 2U);
 }
 
 TEST(ReplacedFile, WhatAFileCannotReplaceIsRefused)
 {
     std::string folder = LaoFolder();
-    std::filesystem::create_directory(Utf8Path(folder + "\\inner"));
-    WriteDocument(folder + "\\file", "x");
+    std::filesystem::create_directory(ToPath(folder + "\\inner"));
+    WriteWholeFile(folder + "\\file", "x");
     for (const char *name : {"\\inner", "\\absent\\file", "\\file\\file", ""})
         EXPECT_EQ(Replace(folder + name, "text"), -1) << name;
     EXPECT_EQ(Replace("", "text"), -1);
-    EXPECT_EQ(ListNames(folder), (Names{"file", "inner"}));
+    EXPECT_EQ(ListFolder(folder), (std::vector<std::string>{"file", "inner"}));
     EXPECT_EQ(EndReplaceFile(nullptr, 1) + EndReplaceFile(stdout, 1), 0) << "no replacement";
 }
 
-// As data files have them: 259 bytes are the most.
-TEST(ReplacedFile, PathsUpToTheirLimitWorkOrFailCleanly)
+TEST(ReplacedFile, PathOfADataFileHasUpTo259Bytes)
 {
-    std::string folder = FreshFolder(), path = folder + "\\" + std::string(100, 'd');
+    std::string path = FreshFolder() + "\\" + std::string(100, 'd');
     ASSERT_TRUE(CreateDirectoryA(path.c_str(), nullptr));
-    path += "\\";
-    path.append(259 - path.size(), 'f');
-    FILE *file = BeginReplaceFile(path.c_str());
-    EXPECT_EQ(EndReplaceFile(file, 1), 1);
-    file = BeginReplaceFile((path + std::string(300, 'g')).c_str());
-    EXPECT_EQ(EndReplaceFile(file, 1), 0);
+    path += "\\" + std::string(258 - path.size(), 'f');
+    EXPECT_EQ(EndReplaceFile(BeginReplaceFile(path.c_str()), 1), 1);
     EXPECT_NE(GetFileAttributesA(path.c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_FALSE(BeginReplaceFile((path + std::string(300, 'g')).c_str()));
 }
 
 TEST(SameFile, IsToldByTheFileAndNotByItsName)
 {
     std::string folder = LaoFolder();
-    WriteDocument(folder + "\\ກ.xml", "same");
-    WriteDocument(folder + "\\ຂ.xml", "same");
-    std::filesystem::create_directory(Utf8Path(folder + "\\ຄ"));
-    std::filesystem::create_hard_link(Utf8Path(folder + "\\ກ.xml"), Utf8Path(folder + "\\link"));
+    WriteWholeFile(folder + "\\ກ.xml", "same");
+    WriteWholeFile(folder + "\\ຂ.xml", "same");
+    std::filesystem::create_directory(ToPath(folder + "\\ຄ"));
+    std::filesystem::create_hard_link(ToPath(folder + "\\ກ.xml"), ToPath(folder + "\\link"));
     struct Row {
         const char *left, *right;
         int same;
@@ -145,8 +116,7 @@ TEST(SameFile, IsToldByTheFileAndNotByItsName)
     EXPECT_EQ(IsSameFile("", ""), 0);
 }
 
-// What a host hands over in the system's code page is found under the UTF-8 form.
-TEST(Utf8OfPath, NamesTheSameFile)
+TEST(Utf8OfPath, TurnsWhatAHostHandsOverInTheSystemsCodePage)
 {
     bool isWindows = std::filesystem::path::preferred_separator == '\\';
     const WCHAR accented = 0xE9;
@@ -156,11 +126,9 @@ TEST(Utf8OfPath, NamesTheSameFile)
         GTEST_SKIP() << "the system's code page isn't 1252";
     std::string folder = FreshFolder(), wanted = folder + "\\\xC3\xA9.xml";
     std::string path = folder + (isWindows ? "\\\xE9.xml" : "\\\xC3\xA9.xml");
-    WriteDocument(wanted, "text");
     char utf8[300];
     int whole = int(wanted.size()) + 1;
     ASSERT_EQ(Utf8OfPath(path.c_str(), utf8, whole), 1);
     EXPECT_EQ(utf8, wanted);
-    EXPECT_EQ(Read(utf8), "text");
     EXPECT_EQ(Utf8OfPath(path.c_str(), utf8, whole - 1), 0);
 }

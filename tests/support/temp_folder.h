@@ -1,4 +1,4 @@
-// Fresh folders and whole files for tests, by paths with backslashes on both targets. They are made
+// Fresh folders and whole files for tests, by UTF-8 paths with backslashes on both. They are made
 // by the C++ library, which is the same on both and nobody's code under test.
 #ifndef ORVEL_TESTS_TEMP_FOLDER_H
 #define ORVEL_TESTS_TEMP_FOLDER_H
@@ -24,7 +24,7 @@ inline std::filesystem::path ToPath(std::string path)
 {
     if (std::filesystem::path::preferred_separator == '/')
         std::replace(path.begin(), path.end(), '\\', '/');
-    return path;
+    return std::u8string(path.begin(), path.end());
 }
 
 inline void PrepareFolders()
@@ -75,7 +75,7 @@ inline std::vector<std::string> ListFolder(const std::string &folder)
 {
     std::vector<std::string> names;
     for (const auto &entry : std::filesystem::directory_iterator(ToPath(folder)))
-        names.push_back(entry.path().filename().string());
+        names.push_back(reinterpret_cast<const char *>(entry.path().filename().u8string().c_str()));
     std::sort(names.begin(), names.end());
     return names;
 }
