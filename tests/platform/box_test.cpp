@@ -35,13 +35,6 @@ TEST(Boxes, AnswererSeesTheBoxAndDecides)
     }
 }
 
-static int AskAgain(HWND, const char *text, const char *, UINT)
-{
-    if (text[0] == 'i')
-        return IDCANCEL;
-    return MessageBoxA(nullptr, "inner", "c", MB_OKCANCEL) == IDCANCEL ? IDYES : IDNO;
-}
-
 TEST(Boxes, TextsMayBeAbsentOrLongAndOwnersMustLive)
 {
     HWND owner = CreateWindowExA(0, "STATIC", "o", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr,
@@ -56,7 +49,4 @@ TEST(Boxes, TextsMayBeAbsentOrLongAndOwnersMustLive)
     EXPECT_EQ(boxes.shown[1].text, "");
     DestroyWindow(owner);
     EXPECT_LE(MessageBoxA(owner, "text", "c", MB_OK), 0);
-    MessageBoxAnswerer before = SetMessageBoxAnswerer(AskAgain);
-    EXPECT_EQ(MessageBoxA(nullptr, "an answerer may ask itself", "c", MB_YESNO), IDYES);
-    EXPECT_EQ(SetMessageBoxAnswerer(before), AskAgain);
 }

