@@ -10,6 +10,7 @@
 #include "vesk.h"
 #include <cassert>
 #include <cstring>
+#include <iterator>
 
 constexpr uint8_t kUnknown = '?';
 
@@ -125,7 +126,7 @@ static const Charset *const kCharsets[] = {
     // ORDER FontCode
     nullptr, nullptr, &kCharset2, &kCharset3, &kCharset4, &kCharset5, nullptr,
 };
-static_assert(sizeof kCharsets / sizeof *kCharsets == kFontCodeCount);
+static_assert(std::size(kCharsets) == kFontCodeCount);
 
 // ---- recoding in place ----
 

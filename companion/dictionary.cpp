@@ -3,7 +3,9 @@
 // touches no file system.
 #include "dictionary.h"
 #include "dictionary_file.h"
-#include <runtime.h>
+#include "runtime.h"
+
+#include <iterator>
 
 // A row for each dictionary: how the library asks for it, and what its file holds.
 struct DictionaryName {
@@ -17,7 +19,7 @@ constexpr DictionaryName kNames[] = {
     {kOldDictionary, "OldDict.dat", true},
     {kUserDictionary, "UserDict.dat", false},
 };
-static_assert(sizeof kNames / sizeof *kNames == kDictionaryCount);
+static_assert(std::size(kNames) == kDictionaryCount);
 
 // Look-ups take bit i of their flags for the dictionary of row i.
 static_assert(kNames[0].bit == 1 && kNames[1].bit == 2 && kNames[2].bit == 4);
@@ -83,7 +85,7 @@ DWORD WINAPI ReadLaoDict(const char *fileName, DWORD dictionary)
     return count < 0xFFFF ? count : 0xFFFF;
 }
 
-void ForgetDictionaries(void)
+void ForgetDictionaries()
 {
     for (Dictionary &dictionary : gDictionaries.dictionaries) {
         FreeWordList(&dictionary.list);

@@ -29,7 +29,7 @@ Dictionary *DictionaryOfBit(DWORD bit);
 const char *DictionaryFileName(DWORD bit);
 
 // Frees all of them; handles given so far are worth nothing any more.
-void ForgetDictionaries(void);
+void ForgetDictionaries();
 
 // Builds the trie of a list that has changed; many additions in a row so cost one build.
 void RebuildTrie(Dictionary *dictionary);

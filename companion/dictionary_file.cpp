@@ -3,10 +3,10 @@
 // everywhere.
 #include "dictionary_file.h"
 #include "module.h"
+#include "runtime.h"
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <runtime.h>
 #include <shlobj.h>
 
 constexpr size_t kBlock = 64 * 1024;
@@ -123,7 +123,7 @@ static int WriteLines(FILE *file, const char *bytes, size_t size)
 }
 
 // The data folder exists after the first file that is written there.
-static void MakeDataFolder(void)
+static void MakeDataFolder()
 {
     char common[MAX_PATH], folder[MAX_PATH];
     if (!SHGetFolderPathA(nullptr, CSIDL_COMMON_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, common) &&
@@ -150,14 +150,14 @@ struct LockState {
 };
 static LockState gLock;
 
-void LockUserFile(void)
+void LockUserFile()
 {
     gLock.mutex = CreateMutexA(nullptr, FALSE, "OrvelUserDictionary");
     if (gLock.mutex)
         WaitForSingleObject(gLock.mutex, kLockWait);
 }
 
-void UnlockUserFile(void)
+void UnlockUserFile()
 {
     if (!gLock.mutex)
         return;

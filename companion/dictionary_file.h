@@ -29,5 +29,5 @@ int WriteDictionaryFile(const char *name, const char *bytes, size_t size);
 // Keeps other processes from changing the user's file between reading and writing. A process that
 // holds the lock for seconds has lost it, and where no lock is to be had the change goes on without
 // one: what the user wants to add matters more.
-void LockUserFile(void);
-void UnlockUserFile(void);
+void LockUserFile();
+void UnlockUserFile();

@@ -5,6 +5,7 @@
 #include "lao_signs.h"
 #include "vesk.h"
 #include <cstring>
+#include <iterator>
 
 static_assert(sizeof(FontCodeRecord) == 32);  // hosts give 32 bytes
 
@@ -20,7 +21,7 @@ static const FontCodeRecord kFontCodes[] = {   // ORDER FontCode
     {0, kBreakMark,   "Thai"},
 };
 // clang-format on
-static_assert(sizeof kFontCodes / sizeof *kFontCodes == kFontCodeCount);
+static_assert(std::size(kFontCodes) == kFontCodeCount);
 
 constexpr const char *kRegistryKey = "Software\\Orvel\\Orvel7";
 constexpr const char *kRegistryValue = "FontCodes";
@@ -75,7 +76,7 @@ static FontCodeRecord *FindFontCode(LONG code)
     return &gFontCodes.records[code];
 }
 
-void ForgetFontCodes(void)
+void ForgetFontCodes()
 {
     gFontCodes = {};
 }

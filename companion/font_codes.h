@@ -10,4 +10,4 @@ constexpr int kFontCodeCount = 7;  // ORDER FontCode
 constexpr uint8_t kFontBreak = 0x96, kPublicBreak = 0x1F;
 
 // Drops the records, so that the next question reads the user's flags again.
-void ForgetFontCodes(void);
+void ForgetFontCodes();

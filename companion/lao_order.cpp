@@ -27,7 +27,7 @@ struct Ranks {
 };
 
 // Bytes that are no Lao letters come first, in their own order.
-constexpr Ranks RankBytes(void)
+constexpr Ranks RankBytes()
 {
     Ranks ranks = {};
     for (int code = 1; code < 128; ++code)

@@ -24,12 +24,12 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
     return TRUE;
 }
 
-HINSTANCE ModuleInstance(void)
+HINSTANCE ModuleInstance()
 {
     return gModule.instance;
 }
 
-DWORD WINAPI UnloadDictionaries(void)
+DWORD WINAPI UnloadDictionaries()
 {
     ForgetUserOrder();
     ForgetDictionaries();
@@ -48,7 +48,7 @@ DWORD WINAPI LaoOn(LONG value)
     return LaoMode(value ? kKeyboardBit : 0, kKeyboardBit);
 }
 
-DWORD WINAPI Options(void)
+DWORD WINAPI Options()
 {
     return 0;
 }

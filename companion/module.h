@@ -4,4 +4,4 @@
 #include <windows.h>
 
 // The instance that the loader gave to DllMain; null before, which stands for the program.
-HINSTANCE ModuleInstance(void);
+HINSTANCE ModuleInstance();

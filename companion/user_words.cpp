@@ -46,7 +46,7 @@ static void SortByLao(UserOrder *order, const Dictionary *user)
     std::sort(order->places, order->places + order->count, IsLowerPlace);
 }
 
-void ForgetUserOrder(void)
+void ForgetUserOrder()
 {
     free(gOrder.places);
     gOrder = {};
@@ -78,7 +78,7 @@ struct UserChange {
     WordList list;
 };
 
-static const char *UserFile(void)
+static const char *UserFile()
 {
     return DictionaryFileName(kUserDictionary);
 }

@@ -7,4 +7,4 @@
 int CompareLao(const char *a, const char *b);
 
 // Frees the numbers; the next GetWord makes them again.
-void ForgetUserOrder(void);
+void ForgetUserOrder();

@@ -4,15 +4,15 @@
 
 static int FoldByte(char byte)
 {
-    unsigned char value = (unsigned char)byte;
+    unsigned char value = uint8_t(byte);
     return value >= 'A' && value <= 'Z' ? value + ('a' - 'A') : value;
 }
 
 int CompareNoCase(const char *left, const char *right)
 {
     while (*left && FoldByte(*left) == FoldByte(*right)) {
-        left++;
-        right++;
+        ++left;
+        ++right;
     }
     return FoldByte(*left) - FoldByte(*right);
 }

@@ -30,8 +30,8 @@ static Replacement *FindReplacement(FILE *file)
 static unsigned HashName(const char *name)
 {
     unsigned hash = 2166136261U;
-    for (; *name; name++)
-        hash = (hash ^ (unsigned char)*name) * 16777619U;
+    for (; *name; ++name)
+        hash = (hash ^ uint8_t(*name)) * 16777619U;
     return hash;
 }
 
@@ -40,22 +40,22 @@ static unsigned HashName(const char *name)
 static int FolderLength(const char *path)
 {
     int length = 0;
-    for (int i = 0; path[i]; i++) {
+    for (int i = 0; path[i]; ++i) {
         if (path[i] == '\\' || path[i] == '/' || path[i] == ':')
             length = i + 1;
     }
     return length;
 }
 
-static int SiblingPath(Replacement *slot, int number)
+static bool SiblingPath(Replacement *slot, int number)
 {
     int folder = FolderLength(slot->target);
     int length = snprintf(slot->sibling, sizeof slot->sibling, "%.*s~%08x%d.tmp", folder,
                           slot->target, HashName(slot->target + folder), number);
-    if (length > 0 && (size_t)length < sizeof slot->sibling)
-        return 1;
+    if (length > 0 && size_t(length) < sizeof slot->sibling)
+        return true;
     SetLastError(ERROR_FILENAME_EXCED_RANGE);
-    return 0;
+    return false;
 }
 
 FILE *BeginReplacement(const char *path)
@@ -67,7 +67,7 @@ FILE *BeginReplacement(const char *path)
     }
     if (!ResolveTarget(path, slot->target) || !MayBeReplaced(slot->target))
         return nullptr;
-    for (int number = 0; number < kSiblingsPerName && SiblingPath(slot, number); number++) {
+    for (int number = 0; number < kSiblingsPerName && SiblingPath(slot, number); ++number) {
         SiblingState state = OpenSibling(slot->sibling, slot->target, &slot->file);
         if (state != kSiblingTaken)
             return slot->file;  // null after a failure
@@ -82,7 +82,7 @@ int EndReplaceFile(FILE *file, int keep)
         SetLastError(ERROR_INVALID_HANDLE);
         return 0;
     }
-    int done = keep && PutInPlace(file, slot->sibling, slot->target);
+    bool done = keep && PutInPlace(file, slot->sibling, slot->target);
     DWORD reason = GetLastError();
     CloseSibling(file, slot->sibling, done);
     slot->file = nullptr;

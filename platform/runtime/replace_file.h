@@ -21,20 +21,20 @@ enum SiblingState {
 
 // ---- what each target does in its own way; all set the last error when they fail ----
 
-// Writes the path of the file that is to be replaced: the end of a chain of links. 1 or 0.
-int ResolveTarget(const char *path, char *target);
+// Writes the path of the file that is to be replaced: the end of a chain of links.
+bool ResolveTarget(const char *path, char *target);
 
 // Whether a file may take the place of what stands there, or nothing does: not a folder, a device,
 // or a file that can't be written to.
-int MayBeReplaced(const char *target);
+bool MayBeReplaced(const char *target);
 
 // Opens the new file, empty and for this process alone, with the rights of the old one.
 SiblingState OpenSibling(const char *sibling, const char *target, FILE **file);
 
-// Brings what was written to the disk and renames the new file over the old one. 1 or 0.
-int PutInPlace(FILE *file, const char *sibling, const char *target);
+// Brings what was written to the disk and renames the new file over the old one.
+bool PutInPlace(FILE *file, const char *sibling, const char *target);
 
 // Closes the new file, and removes it unless it is in place now.
-void CloseSibling(FILE *file, const char *sibling, int isInPlace);
+void CloseSibling(FILE *file, const char *sibling, bool isInPlace);
 
 #endif

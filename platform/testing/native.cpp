@@ -53,10 +53,11 @@ BOOL WINAPI TextOutA(HDC context, int x, int y, LPCSTR text, int length)
 {
     if (!CALL_LAYER(TextOutA)(context, x, y, text, length))
         return FALSE;
-    const ContextRecord *how = (const ContextRecord *)context;  // a living one: the layer says so
-    const FontRecord *font = (const FontRecord *)how->font;
+    const ContextRecord *how =
+        reinterpret_cast<const ContextRecord *>(context);  // a living one: the layer says so
+    const FontRecord *font = reinterpret_cast<const FontRecord *>(how->font);
     DrawnTextRecord drawn = {"", x, y, how->color, how->align, how->backgroundMode, font->font};
-    std::string(text, (size_t)length).copy(drawn.text, sizeof drawn.text - 1);
+    std::string(text, size_t(length)).copy(drawn.text, sizeof drawn.text - 1);
     gTesting.drawn[how->window].push_back(drawn);
     return TRUE;
 }
@@ -64,9 +65,9 @@ BOOL WINAPI TextOutA(HDC context, int x, int y, LPCSTR text, int length)
 int DrawnText(HWND window, int number, DrawnTextRecord *drawn)
 {
     const std::vector<DrawnTextRecord> &lines = gTesting.drawn[window];
-    if (number < 0 || (size_t)number >= lines.size())
+    if (number < 0 || size_t(number) >= lines.size())
         return 0;
-    *drawn = lines[(size_t)number];
+    *drawn = lines[size_t(number)];
     return 1;
 }
 

@@ -16,7 +16,7 @@ extern "C" int __wgetmainargs(int *count, wchar_t ***arguments, wchar_t ***envir
 static char *Utf8Copy(const wchar_t *text)
 {
     int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    char *copy = (char *)malloc((size_t)size);
+    char *copy = static_cast<char *>(malloc(size_t(size)));
     if (copy)
         WideCharToMultiByte(CP_UTF8, 0, text, -1, copy, size, nullptr, nullptr);
     return copy;
@@ -28,10 +28,10 @@ char **Utf8Arguments(int *count, char **given)
     wchar_t **wide, **environment;
     if (__wgetmainargs(&wideCount, &wide, &environment, 1, &startup) < 0)
         return given;
-    char **arguments = (char **)calloc((size_t)wideCount + 1, sizeof *arguments);
+    char **arguments = static_cast<char **>(calloc(size_t(wideCount) + 1, sizeof *arguments));
     if (!arguments)
         return given;
-    for (int i = 0; i < wideCount; i++)
+    for (int i = 0; i < wideCount; ++i)
         arguments[i] = Utf8Copy(wide[i]);
     *count = wideCount;
     return arguments;
@@ -40,7 +40,7 @@ char **Utf8Arguments(int *count, char **given)
 int OpenUtf8Path(const char *path)
 {
     wchar_t wide[32768];  // no path is longer
-    if (!MultiByteToWideChar(CP_UTF8, 0, path, -1, wide, (int)std::size(wide)))
+    if (!MultiByteToWideChar(CP_UTF8, 0, path, -1, wide, int(std::size(wide))))
         return _open(path, _O_RDONLY | _O_BINARY);
     return _wopen(wide, _O_RDONLY | _O_BINARY);
 }

@@ -8,13 +8,13 @@
 #include "replace_file.h"
 #include "runtime.h"
 
-// The system's own form of a path in a code page, CP_UTF8 among them: 1, or 0 when it is missing,
+// The system's own form of a path in a code page, CP_UTF8 among them; false when it is missing,
 // empty, no text of the code page or too long.
-static int ReadPath(const char *path, UINT codePage, wchar_t *wide)
+static bool ReadPath(const char *path, UINT codePage, wchar_t *wide)
 {
     if (!path || !*path) {
         SetLastError(ERROR_PATH_NOT_FOUND);
-        return 0;
+        return false;
     }
     return MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, path, -1, wide, MAX_PATH) != 0;
 }
@@ -36,29 +36,29 @@ static int NarrowPath(const wchar_t *wide, char *utf8, int size)
 }
 
 // Links are the system's business: it opens and renames through them.
-int ResolveTarget(const char *path, char *target)
+bool ResolveTarget(const char *path, char *target)
 {
     wchar_t wide[MAX_PATH];
     return ReadPath(path, CP_UTF8, wide) && NarrowPath(wide, target, kReplacePathSize);
 }
 
-int MayBeReplaced(const char *target)
+bool MayBeReplaced(const char *target)
 {
     wchar_t wide[MAX_PATH];
     if (!ReadPath(target, CP_UTF8, wide))
-        return 0;
+        return false;
     DWORD attributes = GetFileAttributesW(wide);
     if (attributes == INVALID_FILE_ATTRIBUTES)
         return GetLastError() == ERROR_FILE_NOT_FOUND;
     if (!(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)))
-        return 1;
+        return true;
     SetLastError(ERROR_ACCESS_DENIED);
-    return 0;
+    return false;
 }
 
 static FILE *OpenStream(HANDLE handle)
 {
-    int descriptor = _open_osfhandle((intptr_t)handle, _O_WRONLY | _O_TEXT);
+    int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle), _O_WRONLY | _O_TEXT);
     if (descriptor < 0) {
         CloseHandle(handle);
         return nullptr;
@@ -86,19 +86,20 @@ SiblingState OpenSibling(const char *sibling, const char *, FILE **file)
     return kSiblingFailed;
 }
 
-int PutInPlace(FILE *file, const char *sibling, const char *target)
+bool PutInPlace(FILE *file, const char *sibling, const char *target)
 {
     wchar_t from[MAX_PATH], to[MAX_PATH];
     if (fflush(file) != 0 || ferror(file))
-        return 0;
-    if (!FlushFileBuffers((HANDLE)_get_osfhandle(_fileno(file))) || !MayBeReplaced(target))
-        return 0;
+        return false;
+    if (!FlushFileBuffers(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)))) ||
+        !MayBeReplaced(target))
+        return false;
     return ReadPath(sibling, CP_UTF8, from) && ReadPath(target, CP_UTF8, to) &&
            MoveFileExW(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
 // An open file can't be removed.
-void CloseSibling(FILE *file, const char *sibling, int isInPlace)
+void CloseSibling(FILE *file, const char *sibling, bool isInPlace)
 {
     wchar_t wide[MAX_PATH];
     fclose(file);
@@ -131,7 +132,7 @@ FILE *OpenDocument(const char *path)
     return ReadPath(path, CP_UTF8, wide) ? _wfopen(wide, L"rb") : nullptr;
 }
 
-static int IsNextByte(FILE *file, int wanted)
+static bool IsNextByte(FILE *file, int wanted)
 {
     int byte = getc(file);
     if (byte != EOF)
@@ -143,31 +144,31 @@ static int IsNextByte(FILE *file, int wanted)
 size_t ReadDocument(FILE *file, char *buffer, size_t size)
 {
     size_t count = fread(buffer, 1, size, file), kept = 0;
-    for (size_t i = 0; i < count; i++) {
+    for (size_t i = 0; i < count; ++i) {
         bool isLast = i + 1 == count;
         if (buffer[i] != '\r' || !(isLast ? IsNextByte(file, '\n') : buffer[i + 1] == '\n'))
             buffer[kept++] = buffer[i];
         else if (isLast)
-            buffer[kept++] = (char)getc(file);
+            buffer[kept++] = char(getc(file));
     }
     return kept;
 }
 
-static int ReadFileInformation(const char *path, BY_HANDLE_FILE_INFORMATION *information)
+static bool ReadFileInformation(const char *path, BY_HANDLE_FILE_INFORMATION *information)
 {
     wchar_t wide[MAX_PATH];
     if (!ReadPath(path, CP_UTF8, wide))
-        return 0;
+        return false;
     HANDLE file = CreateFileW(wide, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                               nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (file == INVALID_HANDLE_VALUE)
-        return 0;
-    int done = GetFileInformationByHandle(file, information);
+        return false;
+    BOOL done = GetFileInformationByHandle(file, information);
     CloseHandle(file);
     return done;
 }
 
-int IsSameFile(const char *left, const char *right)
+bool IsSameFile(const char *left, const char *right)
 {
     BY_HANDLE_FILE_INFORMATION one, other;
     return ReadFileInformation(left, &one) && ReadFileInformation(right, &other) &&

@@ -57,7 +57,7 @@ static bool IsMessageBox(HWND window)
 
 static bool HasButtons(HWND box, const BoxButtons &buttons)
 {
-    for (int i = 0; i < buttons.count; i++) {
+    for (int i = 0; i < buttons.count; ++i) {
         if (!GetDlgItem(box, buttons.ids[i]))
             return false;
     }
@@ -81,9 +81,9 @@ static UINT ReadFlags(HWND box)
     for (const BoxButtons &buttons : kBoxButtons) {
         if (!HasButtons(box, buttons))
             continue;
-        for (int i = 1; i < buttons.count; i++) {
+        for (int i = 1; i < buttons.count; ++i) {
             if (buttons.ids[i] == defaultId)
-                return buttons.type | (UINT)i << 8;
+                return buttons.type | UINT(i) << 8;
         }
         return buttons.type;
     }
@@ -127,9 +127,10 @@ static void StopTimer()
 
 static LRESULT CALLBACK WatchWindows(int code, WPARAM wParam, LPARAM lParam)
 {
-    bool isDialog = (code == HCBT_CREATEWND || code == HCBT_DESTROYWND) && IsDialog((HWND)wParam);
+    bool isDialog = (code == HCBT_CREATEWND || code == HCBT_DESTROYWND) &&
+                    IsDialog(reinterpret_cast<HWND>(wParam));
     if (isDialog && code == HCBT_CREATEWND) {
-        gBox.dialogs++;
+        ++gBox.dialogs;
         if (!gBox.timer)
             gBox.timer = SetTimer(nullptr, 0, kTimerPeriod, LookForBoxes);
     }

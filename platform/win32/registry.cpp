@@ -7,7 +7,7 @@
 int NameRegistry(char *place, int size)
 {
     static const char kRoot[] = "HKEY_CURRENT_USER";
-    bool fits = place && size >= static_cast<int>(sizeof kRoot);
+    bool fits = place && size >= int(sizeof kRoot);
     if (fits)
         memcpy(place, kRoot, sizeof kRoot);
     else if (place && size > 0)

@@ -6,7 +6,7 @@
 constexpr DWORD kButtonKind = 0xf;  // the bits of the style that tell plain from default
 
 struct ButtonData {
-    int isPressed;
+    bool isPressed;
 };
 
 static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -14,7 +14,7 @@ static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPA
 // What a dialog asks of each control to find its default button.
 static LRESULT ButtonCode(const WindowRecord *button)
 {
-    int isDefault = (button->style & kButtonKind) == BS_DEFPUSHBUTTON;
+    bool isDefault = (button->style & kButtonKind) == BS_DEFPUSHBUTTON;
     return DLGC_BUTTON | (isDefault ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON);
 }
 
@@ -24,7 +24,7 @@ static void PressButton(HWND window)
     SetFocus(window);
     WindowRecord *button = FindWindowRecord(window);
     if (button)
-        ((ButtonData *)ClassData(button, ButtonProc))->isPressed = 1;
+        static_cast<ButtonData *>(ClassData(button, ButtonProc))->isPressed = true;
 }
 
 // Tells the parent, which may destroy the button: it isn't touched after that.
@@ -32,9 +32,9 @@ static void ReleaseButton(const WindowRecord *button, ButtonData *data)
 {
     if (!data->isPressed)
         return;
-    data->isPressed = 0;
+    data->isPressed = false;
     SendMessageA(GetParent(button->handle), WM_COMMAND, MAKEWPARAM(button->id, BN_CLICKED),
-                 (LPARAM)button->handle);
+                 reinterpret_cast<LPARAM>(button->handle));
 }
 
 static void ClickButton(HWND window)
@@ -46,7 +46,7 @@ static void ClickButton(HWND window)
 static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     WindowRecord *button = FindWindowRecord(window);
-    ButtonData *data = button ? (ButtonData *)ClassData(button, ButtonProc) : nullptr;
+    ButtonData *data = button ? static_cast<ButtonData *>(ClassData(button, ButtonProc)) : nullptr;
     if (!data)
         return 0;
     switch (message) {
@@ -55,13 +55,13 @@ static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPA
     case WM_LBUTTONUP: ReleaseButton(button, data); return 0;
     case WM_KEYDOWN:
         if (wParam == VK_SPACE)
-            data->isPressed = 1;
+            data->isPressed = true;
         return 0;
     case WM_KEYUP:
         if (wParam == VK_SPACE)
             ReleaseButton(button, data);
         return 0;
-    case WM_KILLFOCUS: data->isPressed = 0; return 0;
+    case WM_KILLFOCUS: data->isPressed = false; return 0;
     case BM_CLICK: ClickButton(window); return 0;
     }
     return DefWindowProcA(window, message, wParam, lParam);

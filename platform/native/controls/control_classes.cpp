@@ -17,7 +17,7 @@ static WindowClass gRecords[std::size(kControls)];  // a row each
 
 __attribute__((constructor)) static void RegisterControls()
 {
-    for (size_t i = 0; i < std::size(kControls); i++) {
+    for (size_t i = 0; i < std::size(kControls); ++i) {
         gRecords[i].procedure = kControls[i]->procedure;
         gRecords[i].dataSize = kControls[i]->dataSize;
         AddSystemClass(&gRecords[i], kControls[i]->name);

@@ -7,7 +7,7 @@
 DialogData *FindDialogData(HWND dialog)
 {
     WindowRecord *record = FindWindowRecord(dialog);
-    return record ? (DialogData *)ClassData(record, DefDlgProcA) : nullptr;
+    return record ? static_cast<DialogData *>(ClassData(record, DefDlgProcA)) : nullptr;
 }
 
 // The high word says that there is one.
@@ -40,7 +40,8 @@ static LRESULT CloseDialog(HWND dialog)
 {
     HWND cancel = GetDlgItem(dialog, IDCANCEL);
     if (!cancel || IsWindowEnabled(cancel))
-        PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), (LPARAM)cancel);
+        PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(cancel));
     return 0;
 }
 

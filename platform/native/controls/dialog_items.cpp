@@ -8,7 +8,7 @@ HWND WINAPI GetDlgItem(HWND dialog, int id)
     if (!record)
         return nullptr;
     for (WindowRecord *child = record->firstChild; child; child = child->next) {
-        if ((int)child->id == id)
+        if (int(child->id) == id)
             return child->handle;
     }
     SetLastError(ERROR_CONTROL_ID_NOT_FOUND);
@@ -18,7 +18,7 @@ HWND WINAPI GetDlgItem(HWND dialog, int id)
 int WINAPI GetDlgCtrlID(HWND control)
 {
     WindowRecord *record = FindWindowRecord(control);
-    return record ? (int)record->id : 0;
+    return record ? int(record->id) : 0;
 }
 
 BOOL WINAPI SetDlgItemTextA(HWND dialog, int id, LPCSTR text)
@@ -31,7 +31,7 @@ UINT WINAPI GetDlgItemTextA(HWND dialog, int id, LPSTR text, int size)
 {
     HWND control = GetDlgItem(dialog, id);
     if (control)
-        return (UINT)GetWindowTextA(control, text, size);
+        return UINT(GetWindowTextA(control, text, size));
     if (text && size > 0)
         text[0] = '\0';
     return 0;
@@ -44,7 +44,7 @@ LRESULT WINAPI SendDlgItemMessageA(HWND dialog, int id, UINT message, WPARAM wPa
 }
 
 // A control that the Tab key stops at: it says so, can be seen and can be used.
-static int IsTabStop(const WindowRecord *control)
+static bool IsTabStop(const WindowRecord *control)
 {
     return (control->style & (WS_TABSTOP | WS_VISIBLE | WS_DISABLED)) == (WS_TABSTOP | WS_VISIBLE);
 }

@@ -26,13 +26,13 @@ static int Scaled(int units, int pixels, int per)
 // The dialog itself isn't visible before its first message, whatever its template says.
 static HWND CreateItem(const TemplateItem *item, DialogUnits units, HWND parent, HINSTANCE module)
 {
-    int isControl = (item->style & WS_CHILD) != 0;
-    DWORD style = isControl ? item->style : item->style & ~(DWORD)WS_VISIBLE;
-    return CreateWindowExA(item->exStyle, item->className, item->text, style,
-                           Scaled(item->x, units.width, 4), Scaled(item->y, units.height, 8),
-                           Scaled(item->width, units.width, 4),
-                           Scaled(item->height, units.height, 8), parent,
-                           isControl ? (HMENU)(ULONG_PTR)item->id : nullptr, module, nullptr);
+    bool isControl = (item->style & WS_CHILD) != 0;
+    DWORD style = isControl ? item->style : item->style & ~DWORD(WS_VISIBLE);
+    return CreateWindowExA(
+        item->exStyle, item->className, item->text, style, Scaled(item->x, units.width, 4),
+        Scaled(item->y, units.height, 8), Scaled(item->width, units.width, 4),
+        Scaled(item->height, units.height, 8), parent,
+        isControl ? reinterpret_cast<HMENU>(ULONG_PTR(item->id)) : nullptr, module, nullptr);
 }
 
 static bool IsDefaultButton(HWND control)
@@ -40,19 +40,19 @@ static bool IsDefaultButton(HWND control)
     return (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) != 0;
 }
 
-// 1, or 0 when a control can't be read or made, or one of them has destroyed the dialog.
-static int CreateControls(TemplateReader *reader, int count, DialogUnits units, HWND dialog)
+// False when a control can't be read or made, or one of them has destroyed the dialog.
+static bool CreateControls(TemplateReader *reader, int count, DialogUnits units, HWND dialog)
 {
     WindowRecord *record = FindWindowRecord(dialog);
-    for (int i = 0; i < count && record; i++) {
+    for (int i = 0; i < count && record; ++i) {
         TemplateItem item;
         if (!ReadTemplateControl(reader, &item))
-            return 0;
+            return false;
         item.style |= WS_CHILD;
         item.exStyle |= WS_EX_NOPARENTNOTIFY;
         HWND control = CreateItem(&item, units, dialog, record->instance);
         if (!control)
-            return 0;
+            return false;
         DialogData *data = IsDefaultButton(control) ? FindDialogData(dialog) : nullptr;
         if (data)
             data->defaultId = item.id;
@@ -66,7 +66,8 @@ static int CreateControls(TemplateReader *reader, int count, DialogUnits units, 
 static void InitDialog(HWND dialog, LPARAM parameter)
 {
     HWND first = GetNextDlgTabItem(dialog, nullptr, FALSE);
-    if (SendMessageA(dialog, WM_INITDIALOG, (WPARAM)first, parameter) && IsWindow(dialog)) {
+    if (SendMessageA(dialog, WM_INITDIALOG, reinterpret_cast<WPARAM>(first), parameter) &&
+        IsWindow(dialog)) {
         first = GetNextDlgTabItem(dialog, nullptr, FALSE);
         SetFocus(first ? first : dialog);
     }

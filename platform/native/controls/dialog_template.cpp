@@ -13,18 +13,18 @@ static WORD NextWord(TemplateReader *reader)
 {
     assert(reader->isBad || reader->at <= reader->bytes.size);
     if (reader->isBad || reader->bytes.size - reader->at < 2) {
-        reader->isBad = 1;
+        reader->isBad = true;
         return 0;
     }
     const BYTE *at = reader->bytes.bytes + reader->at;
     reader->at += 2;
-    return (WORD)(at[0] | at[1] << 8);
+    return WORD(at[0] | at[1] << 8);
 }
 
 static DWORD NextLong(TemplateReader *reader)
 {
     DWORD low = NextWord(reader);
-    return low | (DWORD)NextWord(reader) << 16;
+    return low | DWORD(NextWord(reader)) << 16;
 }
 
 // What the code page doesn't have is a question mark.
@@ -69,9 +69,9 @@ static void ReadClass(TemplateReader *reader, TemplateItem *item)
     ReadNumberOrText(reader, &number, item->className);
     if (!number)
         return;
-    size_t index = (size_t)number - 0x80;
+    size_t index = size_t(number) - 0x80;
     if (index >= std::size(kClasses))
-        reader->isBad = 1;
+        reader->isBad = true;
     else
         strcpy(item->className, kClasses[index]);
 }
@@ -79,19 +79,19 @@ static void ReadClass(TemplateReader *reader, TemplateItem *item)
 // Signed: a control may begin outside of its dialog.
 static void ReadPlace(TemplateReader *reader, TemplateItem *item)
 {
-    item->x = (SHORT)NextWord(reader);
-    item->y = (SHORT)NextWord(reader);
-    item->width = (SHORT)NextWord(reader);
-    item->height = (SHORT)NextWord(reader);
+    item->x = SHORT(NextWord(reader));
+    item->y = SHORT(NextWord(reader));
+    item->width = SHORT(NextWord(reader));
+    item->height = SHORT(NextWord(reader));
 }
 
-int ReadTemplateHead(TemplateReader *reader, TemplateHead *head)
+bool ReadTemplateHead(TemplateReader *reader, TemplateHead *head)
 {
     WORD number;
     memset(head, 0, sizeof *head);
     head->dialog.style = NextLong(reader);
     if (head->dialog.style == kExtendedForm)
-        return 0;
+        return false;
     head->dialog.exStyle = NextLong(reader);
     head->controls = NextWord(reader);
     ReadPlace(reader, &head->dialog);
@@ -108,12 +108,12 @@ int ReadTemplateHead(TemplateReader *reader, TemplateHead *head)
     return !reader->isBad;
 }
 
-int ReadTemplateControl(TemplateReader *reader, TemplateItem *item)
+bool ReadTemplateControl(TemplateReader *reader, TemplateItem *item)
 {
     WORD number;
-    reader->at = (reader->at + 3) & ~(size_t)3;
+    reader->at = (reader->at + 3) & ~size_t(3);
     if (reader->at > reader->bytes.size)
-        reader->isBad = 1;
+        reader->isBad = true;
     memset(item, 0, sizeof *item);
     item->style = NextLong(reader);
     item->exStyle = NextLong(reader);
@@ -123,7 +123,7 @@ int ReadTemplateControl(TemplateReader *reader, TemplateItem *item)
     ReadNumberOrText(reader, &number, item->text);
     WORD extra = NextWord(reader);  // creation data: nothing here looks at it
     if (extra > reader->bytes.size - reader->at)
-        reader->isBad = 1;
+        reader->isBad = true;
     reader->at += reader->isBad ? 0 : extra;
     return !reader->isBad;
 }

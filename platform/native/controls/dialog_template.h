@@ -9,7 +9,7 @@ constexpr size_t kTemplateText = 256;  // bytes of a text, terminator included; 
 struct TemplateReader {
     ResourceBytes bytes;
     size_t at;
-    int isBad;  // the template ended too early, or isn't of this form
+    bool isBad;  // the template ended too early, or isn't of this form
 };
 
 struct TemplateItem {
@@ -26,8 +26,8 @@ struct TemplateHead {
     char face[kTemplateText];
 };
 
-// 1, or 0 for a template that can't be read.
-int ReadTemplateHead(TemplateReader *reader, TemplateHead *head);
-int ReadTemplateControl(TemplateReader *reader, TemplateItem *item);
+// False for a template that can't be read.
+bool ReadTemplateHead(TemplateReader *reader, TemplateHead *head);
+bool ReadTemplateControl(TemplateReader *reader, TemplateItem *item);
 
 #endif

@@ -42,7 +42,7 @@ static int DefaultButton(UINT flags)
 {
     assert((flags & MB_TYPEMASK) < kBoxTypeCount);
     const BoxButtons &buttons = kBoxButtons[flags & MB_TYPEMASK];
-    int number = (int)((flags & MB_DEFMASK) >> 8);
+    int number = int((flags & MB_DEFMASK) >> 8);
     return buttons.ids[number < buttons.count ? number : 0];
 }
 

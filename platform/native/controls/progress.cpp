@@ -22,7 +22,7 @@ static LRESULT MoveBar(WindowRecord *window, ProgressData *bar, int position)
     int before = bar->position;
     bar->position = Within(bar, position);
     if (bar->position != before)
-        window->needsPaint = 1;
+        window->needsPaint = true;
     return before;
 }
 
@@ -39,13 +39,14 @@ static LRESULT SetBarRange(WindowRecord *window, ProgressData *bar, int low, int
 static LRESULT CALLBACK ProgressProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     WindowRecord *record = FindWindowRecord(window);
-    ProgressData *bar = record ? (ProgressData *)ClassData(record, ProgressProc) : nullptr;
+    ProgressData *bar =
+        record ? static_cast<ProgressData *>(ClassData(record, ProgressProc)) : nullptr;
     if (!bar)
         return 0;
     switch (message) {
     case WM_CREATE: SetBarRange(record, bar, 0, 100); return 0;
     case PBM_SETRANGE: return SetBarRange(record, bar, LOWORD(lParam), HIWORD(lParam));
-    case PBM_SETPOS: return MoveBar(record, bar, (int)wParam);
+    case PBM_SETPOS: return MoveBar(record, bar, int(wParam));
     case PBM_GETPOS: return bar->position;
     }
     return DefWindowProcA(window, message, wParam, lParam);

@@ -9,7 +9,7 @@ static LRESULT CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam, LPA
     case WM_GETDLGCODE: return DLGC_STATIC;
     case WM_SETTEXT:
         if (record)
-            record->needsPaint = 1;
+            record->needsPaint = true;
         break;
     }
     return DefWindowProcA(window, message, wParam, lParam);

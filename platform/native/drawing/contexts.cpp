@@ -14,12 +14,12 @@ struct DrawingState {
 static DrawingState gDrawing;
 
 // The system's font has a record of its own, which is never given out.
-static FontRecord gSystemFont = {{}, 1};
+static FontRecord gSystemFont = {{}, true};
 
 ContextRecord *FindContext(HDC context)
 {
     for (ContextRecord &known : gDrawing.contexts) {
-        if ((HDC)&known == context && known.window)
+        if (reinterpret_cast<HDC>(&known) == context && known.window)
             return &known;
     }
     SetLastError(ERROR_INVALID_HANDLE);
@@ -44,7 +44,7 @@ ContextRecord *NewContext(HWND window)
     for (ContextRecord &context : gDrawing.contexts) {
         if (context.window)
             continue;
-        context = {window, (HFONT)&gSystemFont, 0, TA_LEFT, OPAQUE};
+        context = {window, reinterpret_cast<HFONT>(&gSystemFont), 0, TA_LEFT, OPAQUE};
         return &context;
     }
     return nullptr;
@@ -56,8 +56,8 @@ HFONT WINAPI CreateFontIndirectA(const LOGFONTA *font)
     for (FontRecord &place : gDrawing.fonts) {
         if (place.isUsed)
             continue;
-        place = {*font, 1};
-        return (HFONT)&place;
+        place = {*font, true};
+        return reinterpret_cast<HFONT>(&place);
     }
     return nullptr;
 }
@@ -69,18 +69,18 @@ HGDIOBJ WINAPI SelectObject(HDC handle, HGDIOBJ object)
     if (!context || !FindFont(object))
         return nullptr;
     HGDIOBJ before = context->font;
-    context->font = (HFONT)object;
+    context->font = static_cast<HFONT>(object);
     return before;
 }
 
 // Whether a context would be left with a dead font.
-static int IsSelected(HGDIOBJ object)
+static bool IsSelected(HGDIOBJ object)
 {
     for (const ContextRecord &context : gDrawing.contexts) {
         if (context.window && context.font == object)
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }
 
 // A font that is still selected stays, and shows as a leak.
@@ -90,7 +90,7 @@ BOOL WINAPI DeleteObject(HGDIOBJ object)
     if (!font || IsSelected(object))
         return FALSE;
     if (font != &gSystemFont)
-        font->isUsed = 0;
+        font->isUsed = false;
     return TRUE;
 }
 
@@ -146,7 +146,7 @@ DWORD CountDrawingObjects()
 {
     DWORD count = 0;
     for (const FontRecord &font : gDrawing.fonts)
-        count += font.isUsed != 0;
+        count += font.isUsed;
     for (const ContextRecord &context : gDrawing.contexts)
         count += context.window != nullptr;
     return count;

@@ -7,7 +7,7 @@
 
 struct FontRecord {
     LOGFONTA font;  // zeroed: the system's
-    int isUsed;     // from CreateFontIndirectA to DeleteObject
+    bool isUsed;    // from CreateFontIndirectA to DeleteObject
 };
 
 struct ContextRecord {

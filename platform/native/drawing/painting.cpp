@@ -14,8 +14,8 @@ HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint)
         return nullptr;
     *paint = {};
     GetClientRect(window, &paint->rcPaint);
-    record->needsPaint = 0;
-    paint->hdc = (HDC)NewContext(window);
+    record->needsPaint = false;
+    paint->hdc = reinterpret_cast<HDC>(NewContext(window));
     return paint->hdc;
 }
 

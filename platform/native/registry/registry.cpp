@@ -47,13 +47,14 @@ struct Session {
 // key that has its slot now.
 static HKEY KeyHandle(int slot)
 {
-    return (HKEY)(ULONG_PTR)((gRegistry.keys[slot].generation << 12) | (unsigned)(slot + 1) << 2);
+    return reinterpret_cast<HKEY>(
+        ULONG_PTR((gRegistry.keys[slot].generation << 12) | unsigned(slot + 1) << 2));
 }
 
 static OpenKey *FindOpenKey(HKEY key)
 {
-    ULONG_PTR slot = (((ULONG_PTR)key & 0xfff) >> 2) - 1;
-    if (slot < kMaxOpenKeys && gRegistry.keys[slot].path && KeyHandle((int)slot) == key)
+    ULONG_PTR slot = ((reinterpret_cast<ULONG_PTR>(key) & 0xfff) >> 2) - 1;
+    if (slot < kMaxOpenKeys && gRegistry.keys[slot].path && KeyHandle(int(slot)) == key)
         return &gRegistry.keys[slot];
     return nullptr;
 }
@@ -76,7 +77,7 @@ static const char *KeyPath(HKEY key, REGSAM *access)
 // A new handle; each call gives another, for the same key too.
 static LONG OpenSlot(const char *path, REGSAM access, HKEY *result)
 {
-    for (int i = 0; i < kMaxOpenKeys; i++) {
+    for (int i = 0; i < kMaxOpenKeys; ++i) {
         OpenKey *slot = &gRegistry.keys[i];
         if (slot->path)
             continue;
@@ -146,22 +147,22 @@ static LONG ResolveKey(HKEY key, const char *subKey, char *path, REGSAM *access)
 }
 
 // A root needs no line in the file: it is always there.
-static int IsRootPath(const char *path)
+static bool IsRootPath(const char *path)
 {
     for (const RootKey &root : kRootKeys) {
         if (CompareNoCase(path, root.path) == 0)
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }
 
 // Whether `path` is `key` or stands above it.
-static int IsAtOrAbove(const char *path, const char *key)
+static bool IsAtOrAbove(const char *path, const char *key)
 {
     char start[kMaxKeyPath];
     size_t length = strlen(path);
     if (strlen(key) < length || (key[length] != '\0' && key[length] != '\\'))
-        return 0;
+        return false;
     memcpy(start, key, length);
     start[length] = '\0';
     return CompareNoCase(start, path) == 0;
@@ -185,8 +186,8 @@ static void EndSession(Session *session)
 static LONG BeginSession(int forWriting, Session **result)
 {
     *result = nullptr;
-    Session *session = (Session *)calloc(1, sizeof *session);
-    BYTE *data = (BYTE *)malloc(kMaxValueSize);
+    Session *session = static_cast<Session *>(calloc(1, sizeof *session));
+    BYTE *data = static_cast<BYTE *>(malloc(kMaxValueSize));
     if (!session || !data) {
         free(session);
         free(data);
@@ -205,30 +206,30 @@ static LONG BeginSession(int forWriting, Session **result)
 }
 
 // A key is there when a line names it or one below it. Leaves that line in the session.
-static int KeyExists(Session *session, const char *path)
+static bool KeyExists(Session *session, const char *path)
 {
     size_t place = 0;
     if (IsRootPath(path))
-        return 1;
+        return true;
     while (place < session->text.size) {
         if (ParseRegistryLine(&session->text, &place, &session->line) &&
             IsAtOrAbove(path, session->line.key))
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }
 
 // Leaves the value in the session's line.
-static int FindValue(Session *session, const char *path, const char *name)
+static bool FindValue(Session *session, const char *path, const char *name)
 {
     size_t place = 0;
     while (place < session->text.size) {
         const RegistryLine *line = &session->line;
         if (ParseRegistryLine(&session->text, &place, &session->line) && line->isValue &&
             CompareNoCase(line->name, name) == 0 && CompareNoCase(line->key, path) == 0)
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }
 
 // --- keys ---
@@ -253,20 +254,20 @@ LONG WINAPI RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD, REGSAM access, PHKEY r
 }
 
 // For a write that only adds lines.
-static int KeepAll(const RegistryLine *, void *)
+static bool KeepAll(const RegistryLine *, void *)
 {
-    return 1;
+    return true;
 }
 
 // A new key brings those above it that aren't there yet; each gets its line.
 static LONG AddKeys(Session *session, const char *path)
 {
-    RegistryLine *added = (RegistryLine *)calloc(kMaxKeyDepth, sizeof *added);
+    RegistryLine *added = static_cast<RegistryLine *>(calloc(kMaxKeyDepth, sizeof *added));
     size_t length = strlen(path), i = 0;
     int count = 0;
     if (!added)
         return ERROR_NOT_ENOUGH_MEMORY;
-    for (; i <= length && count < kMaxKeyDepth; i++) {
+    for (; i <= length && count < kMaxKeyDepth; ++i) {
         if (path[i] != '\\' && path[i] != '\0')
             continue;
         memcpy(added[count].key, path, i);
@@ -287,7 +288,7 @@ static LONG CreateKey(const char *path, REGSAM access, PHKEY result, DWORD *disp
     LONG code = BeginSession(1, &session);
     if (code != ERROR_SUCCESS)
         return code;
-    int isThere = KeyExists(session, path);
+    bool isThere = KeyExists(session, path);
     *disposition = isThere ? REG_OPENED_EXISTING_KEY : REG_CREATED_NEW_KEY;
     if (!isThere)
         code = AddKeys(session, path);
@@ -380,9 +381,9 @@ LONG WINAPI RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD ty
 }
 
 // For a write that puts another line in the value's place.
-static int KeepOtherValues(const RegistryLine *line, void *context)
+static bool KeepOtherValues(const RegistryLine *line, void *context)
 {
-    const ValueName *value = (const ValueName *)context;
+    const ValueName *value = static_cast<const ValueName *>(context);
     return !line->isValue || CompareNoCase(line->name, value->name) != 0 ||
            CompareNoCase(line->key, value->key) != 0;
 }
@@ -393,7 +394,7 @@ static void FillLine(RegistryLine *line, const ValueName *value, DWORD type, con
 {
     memcpy(line->key, value->key, sizeof line->key);
     memcpy(line->name, value->name, sizeof line->name);
-    line->isValue = 1;
+    line->isValue = true;
     line->type = type;
     line->size = size;
     if (size)
@@ -411,7 +412,8 @@ static LONG StoreValue(const ValueName *value, DWORD type, const BYTE *data, DWO
         code = ERROR_KEY_DELETED;
     } else {
         FillLine(&session->line, value, type, data, size);
-        code = WriteRegistry(&session->text, KeepOtherValues, (void *)value, &session->line, 1);
+        code = WriteRegistry(&session->text, KeepOtherValues, const_cast<ValueName *>(value),
+                             &session->line, 1);
     }
     EndSession(session);
     return code;
@@ -428,7 +430,7 @@ LONG WINAPI RegSetValueExA(HKEY key, LPCSTR name, DWORD reserved, DWORD type, co
         return code;
     // A caller that forgot to count the end of its text gets it counted, as Windows does.
     if (type == REG_SZ && size && data[size - 1] && !data[size])
-        size++;
+        ++size;
     if (size > kMaxValueSize)
         return ERROR_NOT_ENOUGH_MEMORY;
     return StoreValue(&value, type, data, size);

@@ -21,8 +21,8 @@ constexpr int kLockTries = 500;  // of 10 ms each
 
 // --- the file's place ---
 
-// Of a file in the registry's folder: 1, or 0 when the environment names none or it doesn't fit.
-static int RegistryPath(const char *name, char *native)
+// Of a file in the registry's folder; false when the environment names none or it doesn't fit.
+static bool RegistryPath(const char *name, char *native)
 {
     char home[kNativePathSize];
     char folder[kNativePathSize];
@@ -36,7 +36,7 @@ int NameRegistry(char *place, int size)
     char native[kNativePathSize];
     if (!place || size <= 0)
         return 0;
-    bool fits = RegistryPath("registry", native) && strlen(native) < static_cast<size_t>(size);
+    bool fits = RegistryPath("registry", native) && strlen(native) < size_t(size);
     memcpy(place, fits ? native : "", fits ? strlen(native) + 1 : 1);
     return fits;
 }
@@ -45,7 +45,7 @@ int NameRegistry(char *place, int size)
 static LONG FailureCode(DWORD code)
 {
     return code == ERROR_ACCESS_DENIED || code == ERROR_DISK_FULL || code == ERROR_NOT_ENOUGH_MEMORY
-               ? (LONG)code
+               ? LONG(code)
                : ERROR_REGISTRY_IO_FAILED;
 }
 
@@ -57,10 +57,10 @@ static LONG ReadOpened(int fd, RegistryText *text)
     struct stat status;
     if (fstat(fd, &status) != 0 || !S_ISREG(status.st_mode))
         return ERROR_REGISTRY_IO_FAILED;
-    if ((uint64_t)status.st_size > kMaxFileSize)
+    if (uint64_t(status.st_size) > kMaxFileSize)
         return ERROR_REGISTRY_IO_FAILED;
-    size_t size = (size_t)status.st_size;
-    text->bytes = (char *)malloc(size + 1);
+    size_t size = size_t(status.st_size);
+    text->bytes = static_cast<char *>(malloc(size + 1));
     if (!text->bytes)
         return ERROR_NOT_ENOUGH_MEMORY;
     while (text->size < size) {
@@ -69,7 +69,7 @@ static LONG ReadOpened(int fd, RegistryText *text)
             continue;
         if (count <= 0)
             return ERROR_REGISTRY_IO_FAILED;
-        text->size += (size_t)count;
+        text->size += size_t(count);
     }
     return ERROR_SUCCESS;
 }
@@ -106,13 +106,13 @@ struct Cursor {
 };
 
 // Exactly these bytes.
-static int Take(Cursor *cursor, const char *expected)
+static bool Take(Cursor *cursor, const char *expected)
 {
     size_t length = strlen(expected);
-    if ((size_t)(cursor->end - cursor->at) < length || memcmp(cursor->at, expected, length) != 0)
-        return 0;
+    if (size_t(cursor->end - cursor->at) < length || memcmp(cursor->at, expected, length) != 0)
+        return false;
     cursor->at += length;
-    return 1;
+    return true;
 }
 
 // Small letters alone: what this file writes is the only form, so that a line has one spelling.
@@ -125,91 +125,91 @@ static int HexDigit(char digit)
     return -1;
 }
 
-static int TakeHexByte(Cursor *cursor, BYTE *byte)
+static bool TakeHexByte(Cursor *cursor, BYTE *byte)
 {
     if (cursor->end - cursor->at < 2)
-        return 0;
+        return false;
     int high = HexDigit(cursor->at[0]), low = HexDigit(cursor->at[1]);
     if (high < 0 || low < 0)
-        return 0;
-    *byte = (BYTE)(high << 4 | low);
+        return false;
+    *byte = BYTE(high << 4 | low);
     cursor->at += 2;
-    return 1;
+    return true;
 }
 
 // A decimal number of 32 bits; a larger one is no number.
-static int TakeNumber(Cursor *cursor, DWORD *number)
+static bool TakeNumber(Cursor *cursor, DWORD *number)
 {
     uint64_t value = 0;
     const char *start = cursor->at;
-    for (; cursor->at < cursor->end && *cursor->at >= '0' && *cursor->at <= '9'; cursor->at++) {
-        value = value * 10 + (uint64_t)(*cursor->at - '0');
+    for (; cursor->at < cursor->end && *cursor->at >= '0' && *cursor->at <= '9'; ++cursor->at) {
+        value = value * 10 + uint64_t(*cursor->at - '0');
         if (value > 0xffffffffu)
-            return 0;
+            return false;
     }
-    *number = (DWORD)value;
+    *number = DWORD(value);
     return cursor->at > start;
 }
 
 // The text up to `closing`, which is taken too. Never a NUL inside: names and texts end with one.
-static int TakeQuoted(Cursor *cursor, char closing, char *text, size_t size, DWORD *length)
+static bool TakeQuoted(Cursor *cursor, char closing, char *text, size_t size, DWORD *length)
 {
     size_t count = 0;
     while (cursor->at < cursor->end) {
-        BYTE byte = (BYTE)*cursor->at++;
-        if (byte == (BYTE)closing) {
+        BYTE byte = BYTE(*cursor->at++);
+        if (byte == BYTE(closing)) {
             text[count] = '\0';
-            *length = (DWORD)count;
-            return 1;
+            *length = DWORD(count);
+            return true;
         }
         if (byte == '%' && !TakeHexByte(cursor, &byte))
-            return 0;
+            return false;
         if (byte == 0 || count + 1 >= size)
-            return 0;
-        text[count++] = (char)byte;
+            return false;
+        text[count++] = char(byte);
     }
-    return 0;
+    return false;
 }
 
-static int TakeDword(Cursor *cursor, RegistryLine *line)
+static bool TakeDword(Cursor *cursor, RegistryLine *line)
 {
     line->type = REG_DWORD;
     line->size = 4;
-    for (int i = 3; i >= 0; i--) {  // written as a number, kept with the low byte first
+    for (int i = 3; i >= 0; --i) {  // written as a number, kept with the low byte first
         BYTE byte;
         if (!TakeHexByte(cursor, &byte))
-            return 0;
+            return false;
         if (line->data)
             line->data[i] = byte;
     }
-    return 1;
+    return true;
 }
 
 // Its size must be that of its bytes: a line that was cut shows by this.
-static int TakeBytes(Cursor *cursor, RegistryLine *line)
+static bool TakeBytes(Cursor *cursor, RegistryLine *line)
 {
     if (!TakeNumber(cursor, &line->type) || !Take(cursor, " size ") ||
         !TakeNumber(cursor, &line->size) || !Take(cursor, ":") || line->size > kMaxValueSize)
-        return 0;
-    for (DWORD i = 0; i < line->size; i++) {
+        return false;
+    for (DWORD i = 0; i < line->size; ++i) {
         BYTE byte;
         if (!Take(cursor, " ") || !TakeHexByte(cursor, &byte))
-            return 0;
+            return false;
         if (line->data)
             line->data[i] = byte;
     }
-    return 1;
+    return true;
 }
 
 // A text's size in the file is found out even where nobody wants its bytes.
-static int TakeText(Cursor *cursor, RegistryLine *line)
+static bool TakeText(Cursor *cursor, RegistryLine *line)
 {
     DWORD length = 0;
-    char *room = (char *)line->data;
-    if (!room && !(room = (char *)malloc(kMaxValueSize)))
-        return 0;
+    char *room = reinterpret_cast<char *>(line->data);
+    if (!room && !(room = static_cast<char *>(malloc(kMaxValueSize))))
+        return false;
     int taken = TakeQuoted(cursor, '"', room, kMaxValueSize, &length);
-    if (room != (char *)line->data)
+    if (room != reinterpret_cast<char *>(line->data))
         free(room);
     line->type = REG_SZ;
     line->size = length + 1;
@@ -217,11 +217,11 @@ static int TakeText(Cursor *cursor, RegistryLine *line)
 }
 
 // The name and one of the three forms.
-static int TakeValue(Cursor *cursor, RegistryLine *line)
+static bool TakeValue(Cursor *cursor, RegistryLine *line)
 {
     DWORD length;
     if (!TakeQuoted(cursor, '"', line->name, sizeof line->name, &length) || !Take(cursor, " = "))
-        return 0;
+        return false;
     if (Take(cursor, "\""))
         return TakeText(cursor, line);
     if (Take(cursor, "dword "))
@@ -229,24 +229,24 @@ static int TakeValue(Cursor *cursor, RegistryLine *line)
     return Take(cursor, "type ") && TakeBytes(cursor, line);
 }
 
-int ParseRegistryLine(const RegistryText *text, size_t *place, RegistryLine *line)
+bool ParseRegistryLine(const RegistryText *text, size_t *place, RegistryLine *line)
 {
     assert(*place < text->size);
     const char *start = text->bytes + *place;
-    const char *newline = (const char *)memchr(start, '\n', text->size - *place);
+    const char *newline = static_cast<const char *>(memchr(start, '\n', text->size - *place));
     const char *end = newline ? newline : text->bytes + text->size;
-    *place = (size_t)(end - text->bytes) + (newline ? 1 : 0);
+    *place = size_t(end - text->bytes) + (newline ? 1 : 0);
     if (end > start && end[-1] == '\r')
-        end--;  // an editor may have added them
+        --end;  // an editor may have added them
     Cursor cursor = {start, end};
     DWORD length;
-    line->isValue = 0;
+    line->isValue = false;
     line->name[0] = '\0';
     if (!Take(&cursor, "[") || !TakeQuoted(&cursor, ']', line->key, sizeof line->key, &length))
-        return 0;
+        return false;
     if (cursor.at == cursor.end)
-        return 1;
-    line->isValue = 1;
+        return true;
+    line->isValue = true;
     return Take(&cursor, " \"") && TakeValue(&cursor, line) && cursor.at == cursor.end;
 }
 
@@ -255,9 +255,9 @@ int ParseRegistryLine(const RegistryText *text, size_t *place, RegistryLine *lin
 // What would end the quotes or the line, or begin an escape, is escaped.
 static void PutQuoted(FILE *file, const char *text, char closing)
 {
-    for (; *text; text++) {
-        BYTE byte = (BYTE)*text;
-        if (byte < 32 || byte == 127 || byte == '%' || byte == (BYTE)closing)
+    for (; *text; ++text) {
+        BYTE byte = BYTE(*text);
+        if (byte < 32 || byte == 127 || byte == '%' || byte == BYTE(closing))
             fprintf(file, "%%%02x", byte);
         else
             putc(byte, file);
@@ -266,7 +266,7 @@ static void PutQuoted(FILE *file, const char *text, char closing)
 }
 
 // A text can stand in quotes when it ends with its only NUL.
-static int IsPlainText(const RegistryLine *line)
+static bool IsPlainText(const RegistryLine *line)
 {
     return line->type == REG_SZ && line->size > 0 &&
            memchr(line->data, 0, line->size) == line->data + line->size - 1;
@@ -283,13 +283,13 @@ static void PutLine(FILE *file, const RegistryLine *line)
         fputs(" = ", file);
         if (IsPlainText(line)) {
             putc('"', file);
-            PutQuoted(file, (const char *)line->data, '"');
+            PutQuoted(file, reinterpret_cast<const char *>(line->data), '"');
         } else if (line->type == REG_DWORD && line->size == 4) {
             const BYTE *data = line->data;
             fprintf(file, "dword %02x%02x%02x%02x", data[3], data[2], data[1], data[0]);
         } else {
             fprintf(file, "type %u size %u:", line->type, line->size);
-            for (DWORD i = 0; i < line->size; i++)
+            for (DWORD i = 0; i < line->size; ++i)
                 fprintf(file, " %02x", line->data[i]);
         }
     }
@@ -328,14 +328,14 @@ LONG WriteRegistry(const RegistryText *old, KeepRegistryLine keep, void *context
     char native[kNativePathSize];
     if (!RegistryPath("registry", native))
         return ERROR_REGISTRY_IO_FAILED;
-    RegistryLine *line = (RegistryLine *)calloc(1, sizeof *line);
+    RegistryLine *line = static_cast<RegistryLine *>(calloc(1, sizeof *line));
     if (!line)
         return ERROR_NOT_ENOUGH_MEMORY;
     FILE *file = BeginReplacement(native);
     LONG result = file ? ERROR_SUCCESS : FailureCode(GetLastError());
     if (file) {
         PutOldLines(file, old, keep, context, line);
-        for (int i = 0; i < addedCount; i++)
+        for (int i = 0; i < addedCount; ++i)
             PutLine(file, &added[i]);
         if (!EndReplaceFile(file, 1))
             result = FailureCode(GetLastError());
@@ -352,7 +352,7 @@ int LockRegistry()
     if (MakeRegistryFolder() != ERROR_SUCCESS || !RegistryPath("registry.lock", native))
         return -1;
     int lock = open(native, O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    for (int i = 0; lock >= 0 && i < kLockTries; i++) {
+    for (int i = 0; lock >= 0 && i < kLockTries; ++i) {
         if (flock(lock, LOCK_EX | LOCK_NB) == 0)
             return lock;
         usleep(10000);

@@ -28,7 +28,7 @@ struct RegistryText {
 struct RegistryLine {
     char key[kMaxKeyPath];
     char name[kMaxValueName];
-    int isValue;  // 0: the line only says that the key exists
+    bool isValue;  // false: the line only says that the key exists
     DWORD type;
     DWORD size;
     BYTE *data;
@@ -39,9 +39,9 @@ struct RegistryLine {
 LONG ReadRegistry(RegistryText *text);
 void FreeRegistryText(RegistryText *text);
 
-// Parses the line that starts at `*place` and moves on to the next; 0 for a line that can't be
+// Parses the line that starts at `*place` and moves on to the next; false for a line that can't be
 // read. `data` none: the value's size and type are told and its data are not kept.
-int ParseRegistryLine(const RegistryText *text, size_t *place, RegistryLine *line);
+bool ParseRegistryLine(const RegistryText *text, size_t *place, RegistryLine *line);
 
 // Holds the registry against other processes from reading it to having written it. -1 when the lock
 // can't be had, else what UnlockRegistry takes.
@@ -49,7 +49,7 @@ int LockRegistry();
 void UnlockRegistry(int lock);
 
 // Decides for each readable line of the old file whether the new one has it too.
-typedef int (*KeepRegistryLine)(const RegistryLine *line, void *context);
+typedef bool (*KeepRegistryLine)(const RegistryLine *line, void *context);
 
 // Writes the file anew, under the lock: the old text without the lines that aren't kept, then the
 // `added` lines. An error code; the old file is untouched unless it is ERROR_SUCCESS.

@@ -10,25 +10,27 @@ constexpr WCHAR kReplacement = 0xFFFD;
 
 // Counts what it is given and stores it while there is room; without room it only counts.
 struct WideSink {
-    WCHAR *units;
-    int room, count, overflow;
+    WCHAR *units;     // the caller's; null where it only asks for the size
+    int room, count;  // units
+    bool overflow;    // a unit found no room: the count means nothing
 };
 
 struct ByteSink {
-    char *bytes;
-    int room, count, overflow;
+    char *bytes;      // the caller's; null where it only asks for the size
+    int room, count;  // bytes
+    bool overflow;    // a character found no room: the count means nothing
 };
 
 static void PutUnit(WideSink *sink, unsigned unit)
 {
     if (sink->room) {
         if (sink->count == sink->room) {
-            sink->overflow = 1;
+            sink->overflow = true;
             return;
         }
-        sink->units[sink->count] = (WCHAR)unit;
+        sink->units[sink->count] = WCHAR(unit);
     }
-    sink->count++;
+    ++sink->count;
 }
 
 // A character's bytes are stored together or not at all.
@@ -36,10 +38,10 @@ static void PutBytes(ByteSink *sink, const char *bytes, int length)
 {
     if (sink->room) {
         if (sink->overflow || length > sink->room - sink->count) {
-            sink->overflow = 1;
+            sink->overflow = true;
             return;
         }
-        memcpy(sink->bytes + sink->count, bytes, (size_t)length);
+        memcpy(sink->bytes + sink->count, bytes, size_t(length));
     }
     sink->count += length;
 }
@@ -65,7 +67,7 @@ static int FollowingBytes(unsigned char lead)
 
 // Whether a code point can still come of these bits, with this many bytes to follow: none that is
 // written longer than it needs, no surrogate.
-static int CanGoOn(unsigned bits, int toFollow)
+static bool CanGoOn(unsigned bits, int toFollow)
 {
     if (toFollow == 2)
         return bits >= 0x10;
@@ -88,7 +90,7 @@ static unsigned NextCodePoint(const unsigned char *text, int length, int *at)
         if (*at >= length || (text[*at] & 0xC0) != 0x80)
             return kBadSequence;
         point = point << 6 | (text[*at] & 0x3Fu);
-        toFollow--;
+        --toFollow;
         if (toFollow == 1 && point >= 0x110000 >> 6)
             return kBadSequence;
         (*at)++;
@@ -98,14 +100,14 @@ static unsigned NextCodePoint(const unsigned char *text, int length, int *at)
     return point;
 }
 
-// 0 when the text isn't well formed.
-static int WidenUtf8(const char *text, int length, WideSink *sink)
+// False when the text isn't well formed.
+static bool WidenUtf8(const char *text, int length, WideSink *sink)
 {
-    int wellFormed = 1;
+    bool wellFormed = true;
     for (int at = 0; at < length && !sink->overflow;) {
-        unsigned point = NextCodePoint((const unsigned char *)text, length, &at);
+        unsigned point = NextCodePoint(reinterpret_cast<const unsigned char *>(text), length, &at);
         if (point == kBadSequence) {
-            wellFormed = 0;
+            wellFormed = false;
             point = kReplacement;
         }
         if (point >= 0x10000) {
@@ -123,26 +125,26 @@ static void PutUtf8(ByteSink *sink, unsigned point)
 {
     char bytes[4];
     int length = point < 0x80 ? 1 : point < 0x800 ? 2 : point < 0x10000 ? 3 : 4;
-    for (int i = length - 1; i > 0; i--) {
-        bytes[i] = (char)(0x80 | (point & 0x3F));
+    for (int i = length - 1; i > 0; --i) {
+        bytes[i] = char(0x80 | (point & 0x3F));
         point >>= 6;
     }
     constexpr unsigned char kLeads[] = {0, 0x00, 0xC0, 0xE0, 0xF0};
-    bytes[0] = (char)(kLeads[length] | point);
+    bytes[0] = char(kLeads[length] | point);
     PutBytes(sink, bytes, length);
 }
 
-// 0 when a surrogate stands alone, which comes out as the replacement.
-static int NarrowUtf8(const WCHAR *wide, int length, ByteSink *sink)
+// False when a surrogate stands alone, which comes out as the replacement.
+static bool NarrowUtf8(const WCHAR *wide, int length, ByteSink *sink)
 {
-    int wellFormed = 1;
+    bool wellFormed = true;
     for (int at = 0; at < length && !sink->overflow;) {
         unsigned point = wide[at++];
-        int isHigh = (point & 0xFC00) == 0xD800;
+        bool isHigh = (point & 0xFC00) == 0xD800;
         if (isHigh && at < length && (wide[at] & 0xFC00) == 0xDC00) {
             point = 0x10000 + ((point & 0x3FF) << 10) + (wide[at++] & 0x3FFu);
         } else if ((point & 0xF800) == 0xD800) {
-            wellFormed = 0;
+            wellFormed = false;
             point = kReplacement;
         }
         PutUtf8(sink, point);
@@ -159,15 +161,15 @@ static WCHAR WidenByte(unsigned char byte)
 }
 
 // The byte that stands for a unit, exactly or (where allowed) by its look; -1 when there is none.
-static int NarrowUnit(WCHAR unit, int bestFit)
+static int NarrowUnit(WCHAR unit, bool takesBestFit)
 {
     if (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF))
         return unit;
-    for (int i = 0; i < 32; i++) {
+    for (int i = 0; i < 32; ++i) {
         if (kUpperHalf1252[i] == unit)
             return 0x80 + i;
     }
-    if (!bestFit)
+    if (!takesBestFit)
         return -1;
     int low = 0, high = kBestFit1252Count;
     while (low < high) {
@@ -185,20 +187,20 @@ static int NarrowUnit(WCHAR unit, int bestFit)
 
 // What becomes of a unit without a byte of its own.
 struct Fallback {
-    int bestFit;  // a byte that looks alike will do
-    char byte;    // where there is none
-    int used;
+    bool takesBestFit;  // a byte that looks alike will do
+    char byte;          // where there is none
+    bool used;          // `byte` was, at least once
 };
 
 static void Narrow1252(const WCHAR *wide, int length, Fallback *fallback, ByteSink *sink)
 {
-    for (int at = 0; at < length && !sink->overflow; at++) {
-        int byte = NarrowUnit(wide[at], fallback->bestFit);
+    for (int at = 0; at < length && !sink->overflow; ++at) {
+        int byte = NarrowUnit(wide[at], fallback->takesBestFit);
         if (byte < 0) {
-            fallback->used = 1;
-            byte = (BYTE)fallback->byte;
+            fallback->used = true;
+            byte = BYTE(fallback->byte);
         }
-        char stored = (char)byte;
+        char stored = char(byte);
         PutBytes(sink, &stored, 1);
     }
 }
@@ -210,11 +212,11 @@ static int WideLength(const WCHAR *wide)
 {
     int length = 0;
     while (wide[length])
-        length++;
+        ++length;
     return length + 1;
 }
 
-static int IsKnownCodePage(UINT codePage)
+static bool IsKnownCodePage(UINT codePage)
 {
     return codePage == CP_UTF8 || codePage == CP_ACP || codePage == 1252;
 }
@@ -222,19 +224,19 @@ static int IsKnownCodePage(UINT codePage)
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide,
                                int wideSize)
 {
-    int wellFormed = 1;
+    bool wellFormed = true;
     if (!text || length == 0 || wideSize < 0 || (wideSize && !wide) || !IsKnownCodePage(codePage))
         return Fail(ERROR_INVALID_PARAMETER);
     if (length < 0)
-        length = (int)strlen(text) + 1;
-    if (flags & ~(DWORD)(MB_PRECOMPOSED | MB_ERR_INVALID_CHARS))
+        length = int(strlen(text)) + 1;
+    if (flags & ~DWORD(MB_PRECOMPOSED | MB_ERR_INVALID_CHARS))
         return Fail(ERROR_INVALID_FLAGS);
-    WideSink sink = {wide, wideSize, 0, 0};
+    WideSink sink = {wide, wideSize, 0, false};
     if (codePage == CP_UTF8) {
         wellFormed = WidenUtf8(text, length, &sink);
     } else {
-        for (int at = 0; at < length && !sink.overflow; at++)
-            PutUnit(&sink, WidenByte((unsigned char)text[at]));
+        for (int at = 0; at < length && !sink.overflow; ++at)
+            PutUnit(&sink, WidenByte(uint8_t(text[at])));
     }
     if (!wellFormed && (flags & MB_ERR_INVALID_CHARS))
         return Fail(ERROR_NO_UNICODE_TRANSLATION);
@@ -244,17 +246,17 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int leng
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int length, LPSTR text,
                                int textSize, LPCSTR defaultChar, LPBOOL usedDefault)
 {
-    int wellFormed = 1;
+    bool wellFormed = true;
     if (!wide || length == 0 || textSize < 0 || (textSize && !text) || !IsKnownCodePage(codePage))
         return Fail(ERROR_INVALID_PARAMETER);
     if (codePage == CP_UTF8 && (defaultChar || usedDefault))
         return Fail(ERROR_INVALID_PARAMETER);
-    if (flags & ~(DWORD)(codePage == CP_UTF8 ? WC_ERR_INVALID_CHARS : WC_NO_BEST_FIT_CHARS))
+    if (flags & ~DWORD(codePage == CP_UTF8 ? WC_ERR_INVALID_CHARS : WC_NO_BEST_FIT_CHARS))
         return Fail(ERROR_INVALID_FLAGS);
     if (length < 0)
         length = WideLength(wide);
-    ByteSink sink = {text, textSize, 0, 0};
-    Fallback fallback = {!(flags & WC_NO_BEST_FIT_CHARS), defaultChar ? *defaultChar : '?', 0};
+    ByteSink sink = {text, textSize, 0, false};
+    Fallback fallback = {!(flags & WC_NO_BEST_FIT_CHARS), defaultChar ? *defaultChar : '?', false};
     if (codePage == CP_UTF8)
         wellFormed = NarrowUtf8(wide, length, &sink);
     else

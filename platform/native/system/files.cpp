@@ -13,7 +13,7 @@
 // The cookie of the stream that a reader of text gets.
 struct TextReader {
     FILE *file;  // owned: closed with the stream
-    int ended;   // byte 26 has been seen
+    bool ended;  // byte 26 has been seen
 };
 
 // One byte of the text, or EOF.
@@ -28,7 +28,7 @@ static int ReadTextByte(TextReader *reader)
             ungetc(next, reader->file);
     }
     if (byte == 26) {
-        reader->ended = 1;
+        reader->ended = true;
         return EOF;
     }
     return byte;
@@ -37,24 +37,24 @@ static int ReadTextByte(TextReader *reader)
 // As read(2) for the stream: bytes, 0 at the end, -1 with errno when the disk fails.
 static ssize_t ReadText(void *cookie, char *buffer, size_t size)
 {
-    TextReader *reader = (TextReader *)cookie;
+    TextReader *reader = static_cast<TextReader *>(cookie);
     size_t length = 0;
     while (length < size) {
         int byte = ReadTextByte(reader);
         if (byte == EOF)
             break;
-        buffer[length++] = (char)byte;
+        buffer[length++] = char(byte);
     }
     if (length == 0 && ferror(reader->file)) {
         errno = EIO;
         return -1;
     }
-    return (ssize_t)length;
+    return static_cast<ssize_t>(length);
 }
 
 static int CloseText(void *cookie)
 {
-    TextReader *reader = (TextReader *)cookie;
+    TextReader *reader = static_cast<TextReader *>(cookie);
     int result = fclose(reader->file);
     free(reader);
     return result;
@@ -64,7 +64,7 @@ static int CloseText(void *cookie)
 // still the caller's.
 static FILE *WrapText(FILE *file)
 {
-    TextReader *reader = (TextReader *)malloc(sizeof *reader);
+    TextReader *reader = static_cast<TextReader *>(malloc(sizeof *reader));
     if (!reader)
         return nullptr;
     *reader = {file, 0};
@@ -134,12 +134,12 @@ FILE *BeginReplaceDocument(const char *path)
 
 int Utf8OfPath(const char *path, char *utf8, int size)
 {
-    int length = snprintf(utf8, (size_t)size, "%s", path);
+    int length = snprintf(utf8, size_t(size), "%s", path);
     return length >= 0 && length < size;
 }
 
 // Two names are one file when they lead to one inode, by whatever links.
-int IsSameFile(const char *left, const char *right)
+bool IsSameFile(const char *left, const char *right)
 {
     char one[kNativePathSize], other[kNativePathSize];
     struct stat oneStatus, otherStatus;

@@ -23,12 +23,12 @@ void WINAPI SetLastError(DWORD code)
 // No handle that is ever closed, but the number that stands for the caller, as on Windows.
 HANDLE WINAPI GetCurrentProcess()
 {
-    return (HANDLE)(LONG_PTR)-1;
+    return reinterpret_cast<HANDLE>(LONG_PTR(-1));
 }
 
 DWORD WINAPI GetCurrentThreadId()
 {
-    return (DWORD)gettid();
+    return DWORD(gettid());
 }
 
 // Milliseconds; begins again at 0 after 49 days, so only differences mean anything.
@@ -36,12 +36,13 @@ DWORD WINAPI GetTickCount()
 {
     timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);
-    return (DWORD)((uint64_t)now.tv_sec * 1000 + (uint64_t)now.tv_nsec / 1000000);
+    return DWORD(uint64_t(now.tv_sec) * 1000 + uint64_t(now.tv_nsec) / 1000000);
 }
 
 void WINAPI Sleep(DWORD milliseconds)
 {
-    timespec left = {(time_t)(milliseconds / 1000), (long)(milliseconds % 1000) * 1000000};
+    timespec left = {static_cast<time_t>(milliseconds / 1000),
+                     static_cast<long>(milliseconds % 1000) * 1000000};
     while (nanosleep(&left, &left) != 0)
         ;  // a signal came in between: the rest is slept too
 }

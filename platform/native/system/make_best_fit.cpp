@@ -9,7 +9,7 @@ struct Run {
 
 static unsigned UnitOfByte(unsigned byte)
 {
-    char narrow = (char)byte;
+    char narrow = char(byte);
     WCHAR wide = 0;
     MultiByteToWideChar(1252, 0, &narrow, 1, &wide, 1);
     return wide;
@@ -18,12 +18,12 @@ static unsigned UnitOfByte(unsigned byte)
 // The byte by look, or -1 where there is none or the unit is the code page's own.
 static int BestFit(unsigned unit)
 {
-    WCHAR wide = (WCHAR)unit;
+    WCHAR wide = WCHAR(unit);
     char narrow = 0;
     BOOL usedDefault = FALSE;
     int length = WideCharToMultiByte(1252, 0, &wide, 1, &narrow, 1, "?", &usedDefault);
-    unsigned byte = (unsigned char)narrow;
-    return length != 1 || usedDefault || UnitOfByte(byte) == unit ? -1 : (int)byte;
+    unsigned byte = uint8_t(narrow);
+    return length != 1 || usedDefault || UnitOfByte(byte) == unit ? -1 : int(byte);
 }
 
 static bool Continues(Run *run, unsigned unit, unsigned byte)
@@ -46,22 +46,22 @@ int main()
     printf("// Written by make_best_fit.cpp; used by codepages.cpp alone.\n\n");
     printf("// clang-format off\n");
     printf("static constexpr WCHAR kUpperHalf1252[32] = {  // bytes 0x80 to 0x9F\n");
-    for (unsigned byte = 0x80; byte < 0xA0; byte++)
+    for (unsigned byte = 0x80; byte < 0xA0; ++byte)
         printf("%s0x%04X,%s", byte % 8 ? " " : "    ", UnitOfByte(byte), byte % 8 == 7 ? "\n" : "");
     printf("};\n\n");
     printf("static constexpr BestFitRun kBestFit1252[] = {  // sorted by first\n");
     printf("    // first  count  byte  step\n");
     Run run = {0, 0, 0, 0};
-    for (unsigned unit = 0; unit < 0x10000; unit++) {
+    for (unsigned unit = 0; unit < 0x10000; ++unit) {
         int byte = BestFit(unit);
         if (byte < 0)
             continue;
-        if (Continues(&run, unit, (unsigned)byte)) {
-            run.count++;
+        if (Continues(&run, unit, unsigned(byte))) {
+            ++run.count;
             continue;
         }
         Print(&run);
-        run = {unit, 1, (unsigned)byte, 0};
+        run = {unit, 1, unsigned(byte), 0};
     }
     Print(&run);
     printf("};\n// clang-format on\n");

@@ -18,7 +18,7 @@ extern const char kModuleResourcesEnd[] __attribute__((visibility("hidden")));
 __attribute__((constructor)) static void BringResources()
 {
     AddModuleResources(ModuleOfAddress(kModuleResourcesBegin), kModuleResourcesBegin,
-                       (size_t)(kModuleResourcesEnd - kModuleResourcesBegin));
+                       size_t(kModuleResourcesEnd - kModuleResourcesBegin));
 }
 
 __attribute__((destructor)) static void TakeResourcesBack()

@@ -26,7 +26,7 @@ static LoaderState gLoader;
 HMODULE ModuleOfAddress(const void *address)
 {
     Dl_info info;
-    return dladdr(address, &info) ? (HMODULE)info.dli_fbase : nullptr;
+    return dladdr(address, &info) ? static_cast<HMODULE>(info.dli_fbase) : nullptr;
 }
 
 void RefuseModule(HMODULE module)
@@ -37,41 +37,42 @@ void RefuseModule(HMODULE module)
 // The kernel tells where the program's headers stand; they are a part of the program itself.
 static HMODULE ProgramModule()
 {
-    return ModuleOfAddress((const void *)getauxval(AT_PHDR));
+    return ModuleOfAddress(reinterpret_cast<const void *>(getauxval(AT_PHDR)));
 }
 
 // Whether a handle is alive: the address that a loaded module begins at.
-static int IsModule(HMODULE module)
+static bool IsModule(HMODULE module)
 {
     return module && ModuleOfAddress(module) == module;
 }
 
 // The path of the file that is mapped at an address, out of the kernel's list of mappings: what the
 // loader remembers may be relative to a folder of long ago.
-static int MappedFile(FILE *maps, const void *address, char *native, int nativeSize)
+static bool MappedFile(FILE *maps, const void *address, char *native, int nativeSize)
 {
     char line[kNativePathSize + 128];
     while (fgets(line, sizeof line, maps)) {
         uintptr_t start = 0;
-        if (sscanf(line, "%" SCNxPTR "-", &start) != 1 || start != (uintptr_t)address)
+        if (sscanf(line, "%" SCNxPTR "-", &start) != 1 ||
+            start != reinterpret_cast<uintptr_t>(address))
             continue;
         const char *path = strchr(line, '/');
         size_t length = path ? strcspn(path, "\n") : 0;
-        if (length == 0 || length >= (size_t)nativeSize)
-            return 0;
+        if (length == 0 || length >= size_t(nativeSize))
+            return false;
         memcpy(native, path, length);
         native[length] = '\0';
-        return 1;
+        return true;
     }
-    return 0;
+    return false;
 }
 
-// The path of the module's file: 1, or 0 when the kernel doesn't tell it or it doesn't fit.
-static int ModuleFile(HMODULE module, char *native, int nativeSize)
+// The path of the module's file; false when the kernel doesn't tell it or it doesn't fit.
+static bool ModuleFile(HMODULE module, char *native, int nativeSize)
 {
     FILE *maps = fopen("/proc/self/maps", "re");
     if (!maps)
-        return 0;
+        return false;
     int found = MappedFile(maps, module, native, nativeSize);
     fclose(maps);
     return found;
@@ -103,7 +104,7 @@ static const char *BaseName(const char *native)
 
 static int MatchLoaded(dl_phdr_info *info, size_t, void *data)
 {
-    NameSearch *search = (NameSearch *)data;
+    NameSearch *search = static_cast<NameSearch *>(data);
     if (!info->dlpi_name || CompareNoCase(BaseName(info->dlpi_name), search->name) != 0)
         return 0;
     search->found = ModuleOfAddress(info->dlpi_phdr);
@@ -120,45 +121,45 @@ static HMODULE FindLoaded(const char *name)
 
 // Copies the module's name as a native path, with ".dll" where it has no extension (a point at the
 // end stands for none and is dropped).
-static int ModuleName(const char *given, char *native, int nativeSize)
+static bool ModuleName(const char *given, char *native, int nativeSize)
 {
     if (!ToNativePath(given, native, nativeSize))
-        return 0;
+        return false;
     size_t length = strlen(native);
     const char *point = strrchr(BaseName(native), '.');
     if (point && point[1] != '\0')
-        return 1;
+        return true;
     if (point)
         native[--length] = '\0';
-    else if (length + 4 < (size_t)nativeSize)
+    else if (length + 4 < size_t(nativeSize))
         memcpy(native + length, ".dll", 5);
-    return 1;
+    return true;
 }
 
-// The path of this name in the program's own folder: 1, or 0 when that can't be told.
-static int BesideProgram(const char *name, char *native, int nativeSize)
+// The path of this name in the program's own folder; false when that can't be told.
+static bool BesideProgram(const char *name, char *native, int nativeSize)
 {
     char program[kNativePathSize];
     ssize_t length = readlink("/proc/self/exe", program, sizeof program - 1);
     if (length <= 0)
-        return 0;
+        return false;
     program[length] = '\0';
     char *slash = strrchr(program, '/');
     if (!slash)
-        return 0;
+        return false;
     *slash = '\0';
     return JoinNative(program, name, native, nativeSize);
 }
 
 // Without a slash in its name the loader would search the whole system, so it always gets one.
-static int LocateModule(const char *name, char *native, int nativeSize)
+static bool LocateModule(const char *name, char *native, int nativeSize)
 {
     char resolved[kNativePathSize];
     if (!strchr(name, '/')) {
         if (!BesideProgram(name, native, nativeSize))
-            return 0;
-    } else if (!realpath(name, resolved) || strlen(resolved) >= (size_t)nativeSize) {
-        return 0;
+            return false;
+    } else if (!realpath(name, resolved) || strlen(resolved) >= size_t(nativeSize)) {
+        return false;
     } else {
         memcpy(native, resolved, strlen(resolved) + 1);
     }
@@ -225,12 +226,12 @@ FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name)
         SetLastError(ERROR_MOD_NOT_FOUND);
         return nullptr;
     }
-    int isOrdinal = (ULONG_PTR)name <= 0xffff;
+    bool isOrdinal = reinterpret_cast<ULONG_PTR>(name) <= 0xffff;
     void *found = isOrdinal ? nullptr : dlsym(library, name);
     dlclose(library);
     // The loader also looks into the modules that this one needs; those are not its exports.
     if (found && ModuleOfAddress(found) == (module ? module : ProgramModule()))
-        return (FARPROC)found;
+        return reinterpret_cast<FARPROC>(found);
     SetLastError(ERROR_PROC_NOT_FOUND);
     return nullptr;
 }
@@ -268,7 +269,7 @@ DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size)
         SetLastError(ERROR_MOD_NOT_FOUND);
         return 0;
     }
-    DWORD length = (DWORD)FromNativePath(native, path, sizeof path);
+    DWORD length = DWORD(FromNativePath(native, path, sizeof path));
     if (length < size) {
         memcpy(buffer, path, length + 1);
         SetLastError(ERROR_SUCCESS);

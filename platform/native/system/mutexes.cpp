@@ -19,16 +19,16 @@ struct Mutex {
 
 // A name is one part of a path. What stands in front of its last backslash says on Windows which
 // sessions share the mutex; here they all do.
-static int MutexPath(const char *name, char *native)
+static bool MutexPath(const char *name, char *native)
 {
     char folder[kNativePathSize], file[kNativePathSize];
     const char *slash = strrchr(name, '\\');
     int length = snprintf(file, sizeof file, "orvel/%s.lock", slash ? slash + 1 : name);
     if (length <= 0 || length >= int(sizeof file) || strchr(slash ? slash : name, '/'))
-        return 0;
+        return false;
     if (!EnvironmentFolder("XDG_CONFIG_HOME", ".config", folder, sizeof folder) ||
         !JoinNative(folder, "orvel", native, kNativePathSize) || !MakeFolders(native))
-        return 0;
+        return false;
     return JoinNative(folder, file, native, kNativePathSize);
 }
 

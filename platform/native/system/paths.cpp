@@ -15,63 +15,63 @@
 // There are no drives: a path behind its letter begins at the root of the file system.
 static const char *SkipDrive(const char *path)
 {
-    return isalpha((unsigned char)path[0]) && path[1] == ':' ? path + 2 : path;
+    return isalpha(uint8_t(path[0])) && path[1] == ':' ? path + 2 : path;
 }
 
-int ToNativePath(const char *path, char *native, int nativeSize)
+bool ToNativePath(const char *path, char *native, int nativeSize)
 {
     if (!path || !*SkipDrive(path)) {
         SetLastError(ERROR_PATH_NOT_FOUND);
-        return 0;
+        return false;
     }
     path = SkipDrive(path);
     size_t length = strlen(path);
-    if (length >= (size_t)nativeSize) {
+    if (length >= size_t(nativeSize)) {
         SetLastError(ERROR_FILENAME_EXCED_RANGE);
-        return 0;
+        return false;
     }
-    for (size_t i = 0; i <= length; i++)  // the terminator too
+    for (size_t i = 0; i <= length; ++i)  // the terminator too
         native[i] = path[i] == '\\' ? '/' : path[i];
-    return 1;
+    return true;
 }
 
 int FromNativePath(const char *native, char *path, int pathSize)
 {
     size_t length = strlen(native);
-    if (length >= (size_t)pathSize)
+    if (length >= size_t(pathSize))
         return 0;
-    for (size_t i = 0; i <= length; i++)
+    for (size_t i = 0; i <= length; ++i)
         path[i] = native[i] == '/' ? '\\' : native[i];
-    return (int)length;
+    return int(length);
 }
 
-int JoinNative(const char *folder, const char *name, char *joined, int joinedSize)
+bool JoinNative(const char *folder, const char *name, char *joined, int joinedSize)
 {
     size_t folderLength = strlen(folder);
     size_t nameLength = strlen(name);
-    if (folderLength + 1 + nameLength >= (size_t)joinedSize)
-        return 0;
+    if (folderLength + 1 + nameLength >= size_t(joinedSize))
+        return false;
     memcpy(joined, folder, folderLength);
     joined[folderLength] = '/';
     memcpy(joined + folderLength + 1, name, nameLength + 1);
-    return 1;
+    return true;
 }
 
 // Follows links: a link to a folder is one.
-static int IsFolder(const char *native)
+static bool IsFolder(const char *native)
 {
     struct stat status;
     return stat(native, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-int MakeFolders(const char *native)
+bool MakeFolders(const char *native)
 {
     char part[kNativePathSize];
     size_t length = strlen(native);
     if (length >= sizeof part)
-        return 0;
+        return false;
     memcpy(part, native, length + 1);
-    for (size_t i = 1; i < length; i++) {
+    for (size_t i = 1; i < length; ++i) {
         if (part[i] != '/')
             continue;
         part[i] = '\0';
@@ -82,19 +82,19 @@ int MakeFolders(const char *native)
     return IsFolder(part);
 }
 
-int EnvironmentFolder(const char *variable, const char *below, char *native, int nativeSize)
+bool EnvironmentFolder(const char *variable, const char *below, char *native, int nativeSize)
 {
     const char *folder = getenv(variable);
     if (folder && folder[0] == '/') {  // a relative one is to be ignored
-        if (strlen(folder) >= (size_t)nativeSize)
-            return 0;
+        if (strlen(folder) >= size_t(nativeSize))
+            return false;
         memcpy(native, folder, strlen(folder) + 1);
-        return 1;
+        return true;
     }
     // A home that isn't there is nobody's (a service's account, say): nothing is made in its place.
     const char *home = getenv("HOME");
     if (!home || home[0] != '/' || !IsFolder(home))
-        return 0;
+        return false;
     return JoinNative(home, below, native, nativeSize);
 }
 
@@ -105,7 +105,7 @@ static DWORD MissingCode(const char *native)
     const char *slash = strrchr(native, '/');
     if (!slash || slash == native)
         return ERROR_FILE_NOT_FOUND;
-    size_t length = (size_t)(slash - native);
+    size_t length = size_t(slash - native);
     if (length >= sizeof folder)
         return ERROR_PATH_NOT_FOUND;
     memcpy(folder, native, length);

@@ -8,22 +8,22 @@
 // Room for any path of the file system, terminator included.
 constexpr int kNativePathSize = PATH_MAX;
 
-// Writes the file system's form of a path: slashes, no drive letter. 1, or 0 when the path is
+// Writes the file system's form of a path: slashes, no drive letter. False when the path is
 // missing, empty or doesn't fit; the last error is set then.
-int ToNativePath(const char *path, char *native, int nativeSize);
+bool ToNativePath(const char *path, char *native, int nativeSize);
 
 // Writes a native path with backslashes. Its length, or 0 when it doesn't fit.
 int FromNativePath(const char *native, char *path, int pathSize);
 
-// Joins folder and name into `joined`. 1, or 0 when it doesn't fit.
-int JoinNative(const char *folder, const char *name, char *joined, int joinedSize);
+// Joins folder and name into `joined`. False when it doesn't fit.
+bool JoinNative(const char *folder, const char *name, char *joined, int joinedSize);
 
-// Creates a folder and those above it. 1 when it is there in the end.
-int MakeFolders(const char *native);
+// Creates a folder and those above it. True when it is there in the end.
+bool MakeFolders(const char *native);
 
 // The folder that the environment names: $variable when that is an absolute path, else $HOME with
-// `below` behind it, when that is a folder. 1, or 0 when there is neither or it doesn't fit.
-int EnvironmentFolder(const char *variable, const char *below, char *native, int nativeSize);
+// `below` behind it, when that is a folder. False when there is neither or it doesn't fit.
+bool EnvironmentFolder(const char *variable, const char *below, char *native, int nativeSize);
 
 // The last error for what errno says about a file operation on this path.
 DWORD FileErrorCode(int error, const char *native);

@@ -17,36 +17,36 @@
 static_assert(kReplacePathSize == kNativePathSize);
 
 // Always 0, so that a failure is told and returned at once.
-static int FailWith(int error, const char *native)
+static bool FailWith(int error, const char *native)
 {
     SetLastError(FileErrorCode(error, native));
-    return 0;
+    return false;
 }
 
 // A link's target is what gets replaced, never the link itself.
-int ResolveTarget(const char *path, char *target)
+bool ResolveTarget(const char *path, char *target)
 {
     if (realpath(path, target))
-        return 1;
+        return true;
     if (errno != ENOENT || strlen(path) >= kNativePathSize)
         return FailWith(errno == ENOENT ? ENAMETOOLONG : errno, path);
     memcpy(target, path, strlen(path) + 1);
-    return 1;
+    return true;
 }
 
 // Rename alone would ask for no more than the folder's permission, and would replace a device too.
-int MayBeReplaced(const char *target)
+bool MayBeReplaced(const char *target)
 {
     struct stat status;
     if (stat(target, &status) != 0)
         return errno == ENOENT || FailWith(errno, target);
     if (S_ISREG(status.st_mode) && (status.st_mode & 0222) != 0 && access(target, W_OK) == 0)
-        return 1;
+        return true;
     return FailWith(EACCES, target);
 }
 
 // Between opening and locking another process may have renamed the file to its final place.
-static int IsStillAt(int fd, const char *sibling)
+static bool IsStillAt(int fd, const char *sibling)
 {
     struct stat opened, named;
     return fstat(fd, &opened) == 0 && lstat(sibling, &named) == 0 && S_ISREG(opened.st_mode) &&
@@ -75,7 +75,7 @@ SiblingState OpenSibling(const char *sibling, const char *target, FILE **file)
 {
     int fd = LockSibling(sibling);
     if (fd < 0) {
-        int isTaken = errno == EWOULDBLOCK;
+        bool isTaken = errno == EWOULDBLOCK;
         FailWith(errno, sibling);
         return isTaken ? kSiblingTaken : kSiblingFailed;
     }
@@ -97,7 +97,7 @@ static void SyncFolder(const char *target)
 {
     char folder[kNativePathSize];
     const char *slash = strrchr(target, '/');
-    size_t length = slash ? (size_t)(slash - target) + 1 : 0;
+    size_t length = slash ? size_t(slash - target) + 1 : 0;
     assert(length < sizeof folder);
     memcpy(folder, target, length);
     folder[length] = '\0';
@@ -108,7 +108,7 @@ static void SyncFolder(const char *target)
     close(fd);
 }
 
-int PutInPlace(FILE *file, const char *sibling, const char *target)
+bool PutInPlace(FILE *file, const char *sibling, const char *target)
 {
     if (fflush(file) != 0)
         return FailWith(errno, target);
@@ -117,15 +117,15 @@ int PutInPlace(FILE *file, const char *sibling, const char *target)
     if (fsync(fileno(file)) != 0)
         return FailWith(errno, target);
     if (!MayBeReplaced(target))
-        return 0;
+        return false;
     if (rename(sibling, target) != 0)
         return FailWith(errno, target);
     SyncFolder(target);
-    return 1;
+    return true;
 }
 
 // The lock lasts until the file is closed, so nobody takes the sibling over before it is gone.
-void CloseSibling(FILE *file, const char *sibling, int isInPlace)
+void CloseSibling(FILE *file, const char *sibling, bool isInPlace)
 {
     if (!isInPlace)
         unlink(sibling);

@@ -28,11 +28,11 @@ static ModuleResources *FindModule(HMODULE module)
     return nullptr;
 }
 
-int AddModuleResources(HMODULE module, const void *bytes, size_t size)
+bool AddModuleResources(HMODULE module, const void *bytes, size_t size)
 {
     ModuleResources *place = module ? FindModule(nullptr) : nullptr;
     if (place)
-        *place = {module, {(const BYTE *)bytes, size}};
+        *place = {module, {static_cast<const BYTE *>(bytes), size}};
     return place != nullptr;
 }
 
@@ -45,48 +45,48 @@ void RemoveModuleResources(HMODULE module)
 
 static WORD ReadWord(const BYTE *at)
 {
-    return (WORD)(at[0] | at[1] << 8);
+    return WORD(at[0] | at[1] << 8);
 }
 
 static DWORD ReadLong(const BYTE *at)
 {
-    return ReadWord(at) | (DWORD)ReadWord(at + 2) << 16;
+    return ReadWord(at) | DWORD(ReadWord(at + 2)) << 16;
 }
 
 // Of a header with its data; the sum of two 32-bit sizes can't overflow 64 bits, and where size_t
 // is shorter the sizes were held against the file's before.
 static size_t Aligned(size_t size)
 {
-    return (size + 3) & ~(size_t)3;
+    return (size + 3) & ~size_t(3);
 }
 
 // Names are compared as the resource compiler wrote them: only A to Z have a case.
 static WORD UpperCase(WORD character)
 {
-    return character >= 'a' && character <= 'z' ? (WORD)(character - ('a' - 'A')) : character;
+    return character >= 'a' && character <= 'z' ? WORD(character - ('a' - 'A')) : character;
 }
 
 // A type or name in a header: 0xFFFF and a number, or characters to a zero.
-static int IsNumber(const BYTE *at, const BYTE *end, ULONG_PTR number)
+static bool IsNumber(const BYTE *at, const BYTE *end, ULONG_PTR number)
 {
     return end - at >= 4 && ReadWord(at) == 0xffff && ReadWord(at + 2) == number;
 }
 
-static int IsName(const BYTE *at, const BYTE *end, const char *name)
+static bool IsName(const BYTE *at, const BYTE *end, const char *name)
 {
-    if ((ULONG_PTR)name <= 0xffff)
-        return IsNumber(at, end, (ULONG_PTR)name);
-    for (; end - at >= 2; at += 2, name++) {
-        if (UpperCase(ReadWord(at)) != UpperCase((BYTE)*name))
-            return 0;
+    if (reinterpret_cast<ULONG_PTR>(name) <= 0xffff)
+        return IsNumber(at, end, reinterpret_cast<ULONG_PTR>(name));
+    for (; end - at >= 2; at += 2, ++name) {
+        if (UpperCase(ReadWord(at)) != UpperCase(BYTE(*name)))
+            return false;
         if (!*name)
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }
 
 // The header behind its two sizes: type, name, and more that isn't looked at.
-static int IsDialogNamed(const BYTE *header, size_t size, const char *name)
+static bool IsDialogNamed(const BYTE *header, size_t size, const char *name)
 {
     return size >= 16 && IsNumber(header + 8, header + size, kDialogType) &&
            IsName(header + 12, header + size, name);

@@ -7,8 +7,8 @@
 #pragma GCC visibility push(default)
 
 // A module brings its resources when it is loaded and takes them back when it goes; the bytes stay
-// where they are. 1, or 0 when there are too many modules with resources.
-int AddModuleResources(HMODULE module, const void *bytes, size_t size);
+// where they are. False when there are too many modules with resources.
+bool AddModuleResources(HMODULE module, const void *bytes, size_t size);
 void RemoveModuleResources(HMODULE module);
 
 #pragma GCC visibility pop

@@ -8,7 +8,7 @@
 #include "system/paths.h"
 
 // A folder, not a file of that name.
-static int IsThere(const char *native)
+static bool IsThere(const char *native)
 {
     struct stat status;
     return stat(native, &status) == 0 && S_ISDIR(status.st_mode);

@@ -20,13 +20,13 @@ static void ChangeFocus(HWND window)
         return;
     gActivation.focus = window;
     if (before)
-        SendMessageA(before, WM_KILLFOCUS, (WPARAM)window, 0);
+        SendMessageA(before, WM_KILLFOCUS, reinterpret_cast<WPARAM>(window), 0);
     if (window && gActivation.focus == window)
-        SendMessageA(window, WM_SETFOCUS, (WPARAM)before, 0);
+        SendMessageA(window, WM_SETFOCUS, reinterpret_cast<WPARAM>(before), 0);
 }
 
 // Whether the focus is on a window or something that stands in it.
-static int HasFocusInside(HWND window)
+static bool HasFocusInside(HWND window)
 {
     WindowRecord *focus = gActivation.focus ? FindWindowRecord(gActivation.focus) : nullptr;
     return focus && TopLevelOf(focus) == window;
@@ -39,9 +39,9 @@ void ActivateWindow(HWND window)
         return;
     gActivation.active = window;
     if (before)
-        SendMessageA(before, WM_ACTIVATE, WA_INACTIVE, (LPARAM)window);
+        SendMessageA(before, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(window));
     if (window && gActivation.active == window)
-        SendMessageA(window, WM_ACTIVATE, WA_ACTIVE, (LPARAM)before);
+        SendMessageA(window, WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(before));
     if (gActivation.active == window && !HasFocusInside(window))
         ChangeFocus(window);
 }
@@ -78,13 +78,13 @@ HWND WINAPI GetFocus()
 }
 
 // A window in one that is disabled can't be used either.
-static int IsEnabledUpwards(const WindowRecord *window)
+static bool IsEnabledUpwards(const WindowRecord *window)
 {
     for (; window; window = window->parent) {
         if (window->style & WS_DISABLED)
-            return 0;
+            return false;
     }
-    return 1;
+    return true;
 }
 
 HWND WINAPI SetFocus(HWND window)
@@ -111,13 +111,13 @@ BOOL WINAPI ShowWindow(HWND window, int command)
     if (wasVisible == (command != SW_HIDE))
         return wasVisible;
     if (command == SW_HIDE) {
-        record->style &= ~(DWORD)WS_VISIBLE;
+        record->style &= ~DWORD(WS_VISIBLE);
         if (gActivation.active == window)
             ActivateWindow(record->owner);
         return wasVisible;
     }
     record->style |= WS_VISIBLE;
-    record->needsPaint = 1;
+    record->needsPaint = true;
     if (!IsChildRecord(record))
         ActivateWindow(window);
     return wasVisible;
@@ -131,7 +131,7 @@ BOOL WINAPI EnableWindow(HWND window, BOOL enable)
         return FALSE;
     BOOL wasDisabled = (record->style & WS_DISABLED) != 0;
     if (enable)
-        record->style &= ~(DWORD)WS_DISABLED;
+        record->style &= ~DWORD(WS_DISABLED);
     else
         record->style |= WS_DISABLED;
     if (!enable && gActivation.focus == window)

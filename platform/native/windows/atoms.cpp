@@ -20,18 +20,18 @@ static AtomTable gAtoms;
 
 ATOM FindAtom(const char *nameOrAtom)
 {
-    if ((ULONG_PTR)nameOrAtom <= 0xffff)
-        return (ATOM)(ULONG_PTR)nameOrAtom;
-    for (int i = 0; i < gAtoms.count; i++) {
+    if (reinterpret_cast<ULONG_PTR>(nameOrAtom) <= 0xffff)
+        return ATOM(reinterpret_cast<ULONG_PTR>(nameOrAtom));
+    for (int i = 0; i < gAtoms.count; ++i) {
         if (CompareNoCase(gAtoms.names[i], nameOrAtom) == 0)
-            return (ATOM)(kFirstAtom + i);
+            return ATOM(kFirstAtom + i);
     }
     return 0;
 }
 
 ATOM AtomOfName(const char *name)
 {
-    size_t length = (ULONG_PTR)name <= 0xffff ? 0 : strlen(name);
+    size_t length = reinterpret_cast<ULONG_PTR>(name) <= 0xffff ? 0 : strlen(name);
     if (length == 0 || length > kMaxAtomName) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;
@@ -39,7 +39,7 @@ ATOM AtomOfName(const char *name)
     ATOM atom = FindAtom(name);
     if (atom)
         return atom;
-    char *copy = gAtoms.count < kMaxAtoms ? (char *)malloc(length + 1) : nullptr;
+    char *copy = gAtoms.count < kMaxAtoms ? static_cast<char *>(malloc(length + 1)) : nullptr;
     if (!copy) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return 0;
@@ -47,5 +47,5 @@ ATOM AtomOfName(const char *name)
     memcpy(copy, name, length + 1);
     assert(gAtoms.count < kMaxAtoms && kFirstAtom + gAtoms.count <= 0xffff);
     gAtoms.names[gAtoms.count] = copy;
-    return (ATOM)(kFirstAtom + gAtoms.count++);
+    return ATOM(kFirstAtom + gAtoms.count++);
 }

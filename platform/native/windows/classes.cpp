@@ -58,7 +58,7 @@ ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass)
         SetLastError(ERROR_CLASS_ALREADY_EXISTS);
         return 0;
     }
-    WindowClass *added = (WindowClass *)malloc(sizeof *added);
+    WindowClass *added = static_cast<WindowClass *>(malloc(sizeof *added));
     if (!added) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return 0;

@@ -13,7 +13,7 @@ static LRESULT CopyText(const WindowRecord *window, char *text, size_t size)
     if (length)
         memcpy(text, window->text, length);
     text[length] = '\0';
-    return (LRESULT)length;
+    return LRESULT(length);
 }
 
 LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -23,12 +23,13 @@ LRESULT WINAPI DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM l
         return 0;
     switch (message) {
     // A text without memory refuses the window, as it refuses a later change.
-    case WM_NCCREATE: return StoreWindowText(record, ((CREATESTRUCTA *)lParam)->lpszName);
-    case WM_SETTEXT: return StoreWindowText(record, (const char *)lParam);
-    case WM_GETTEXT: return CopyText(record, (char *)lParam, wParam);
-    case WM_GETTEXTLENGTH: return record->text ? (LRESULT)strlen(record->text) : 0;
+    case WM_NCCREATE:
+        return StoreWindowText(record, reinterpret_cast<CREATESTRUCTA *>(lParam)->lpszName);
+    case WM_SETTEXT: return StoreWindowText(record, reinterpret_cast<const char *>(lParam));
+    case WM_GETTEXT: return CopyText(record, reinterpret_cast<char *>(lParam), wParam);
+    case WM_GETTEXTLENGTH: return record->text ? LRESULT(strlen(record->text)) : 0;
     case WM_CLOSE: DestroyWindow(window); break;
-    case WM_PAINT: record->needsPaint = 0; break;  // painted by nobody is painted too
+    case WM_PAINT: record->needsPaint = false; break;  // painted by nobody is painted too
     case WM_ACTIVATE:
         if (LOWORD(wParam) != WA_INACTIVE)
             SetFocus(window);

@@ -45,7 +45,7 @@ static LRESULT CallHookBelow(ULONG_PTR serial, int code, WPARAM wParam, LPARAM l
 
 LRESULT CallKeyboardHooks(int code, WPARAM key, LPARAM keyData)
 {
-    return CallHookBelow(~(ULONG_PTR)0, code, key, keyData);
+    return CallHookBelow(~ULONG_PTR(0), code, key, keyData);
 }
 
 DWORD CountHooks()
@@ -67,7 +67,7 @@ HHOOK WINAPI SetWindowsHookExA(int type, HOOKPROC procedure, HINSTANCE, DWORD th
         if (hook.serial)
             continue;
         hook = {procedure, ++gHooks.lastSerial};
-        return (HHOOK)hook.serial;
+        return reinterpret_cast<HHOOK>(hook.serial);
     }
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return nullptr;
@@ -76,7 +76,7 @@ HHOOK WINAPI SetWindowsHookExA(int type, HOOKPROC procedure, HINSTANCE, DWORD th
 BOOL WINAPI UnhookWindowsHookEx(HHOOK handle)
 {
     for (Hook &hook : gHooks.hooks) {
-        if (!hook.serial || (HHOOK)hook.serial != handle)
+        if (!hook.serial || reinterpret_cast<HHOOK>(hook.serial) != handle)
             continue;
         hook = {};
         return TRUE;

@@ -10,7 +10,7 @@
 #include "windows/window_table.h"
 
 constexpr int kMaxQueued = 10000;
-constexpr LPARAM kKeyIsUp = (LPARAM)0x80000000;
+constexpr LPARAM kKeyIsUp = LPARAM(0x80000000);
 constexpr LPARAM kKeyWasDown = 0x40000000;
 
 struct Entry {
@@ -26,23 +26,24 @@ struct EntryList {
 
 struct QueueState {
     EntryList posted, keys;
-    int hasQuit, quitCode;
+    bool hasQuit;      // PostQuitMessage was called, and no loop has heard of it yet
+    int quitCode;      // that it was called with
     BYTE isDown[256];  // keys, as of the last keybd_event
 };
 static QueueState gQueue;
 
-static int Append(EntryList *list, const MSG *message)
+static bool Append(EntryList *list, const MSG *message)
 {
-    Entry *added = list->count < kMaxQueued ? (Entry *)malloc(sizeof *added) : nullptr;
+    Entry *added = list->count < kMaxQueued ? static_cast<Entry *>(malloc(sizeof *added)) : nullptr;
     if (!added) {
         SetLastError(ERROR_NOT_ENOUGH_QUOTA);
-        return 0;
+        return false;
     }
     *added = {nullptr, *message};
     *(list->first ? list->end : &list->first) = added;
     list->end = &added->next;
-    list->count++;
-    return 1;
+    ++list->count;
+    return true;
 }
 
 static void Remove(EntryList *list, Entry **link)
@@ -52,7 +53,7 @@ static void Remove(EntryList *list, Entry **link)
     *link = gone->next;
     if (!gone->next)
         list->end = link;
-    list->count--;
+    --list->count;
     free(gone);
 }
 
@@ -66,58 +67,57 @@ BOOL WINAPI PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam
 // No entry but a mark: it comes when nothing that was posted is left.
 void WINAPI PostQuitMessage(int code)
 {
-    gQueue.hasQuit = 1;
+    gQueue.hasQuit = true;
     gQueue.quitCode = code;
 }
 
 // For whom the key is, is asked when it is taken out.
 void WINAPI keybd_event(BYTE key, BYTE scan, DWORD flags, ULONG_PTR)
 {
-    int isUp = (flags & KEYEVENTF_KEYUP) != 0;
-    LPARAM data = 1 | (LPARAM)scan << 16;
+    bool isUp = (flags & KEYEVENTF_KEYUP) != 0;
+    LPARAM data = 1 | LPARAM(scan) << 16;
     if (isUp || gQueue.isDown[key])
         data |= kKeyWasDown;
     if (isUp)
         data |= kKeyIsUp;
     gQueue.isDown[key] = !isUp;
-    MSG message = {nullptr, (UINT)(isUp ? WM_KEYUP : WM_KEYDOWN), key, data, GetTickCount(),
-                   {0, 0}};
+    MSG message = {nullptr, UINT(isUp ? WM_KEYUP : WM_KEYDOWN), key, data, GetTickCount(), {0, 0}};
     Append(&gQueue.keys, &message);
 }
 
 SHORT WINAPI GetAsyncKeyState(int key)
 {
-    return key >= 0 && key < 256 && gQueue.isDown[key] ? (SHORT)0x8000 : 0;
+    return key >= 0 && key < 256 && gQueue.isDown[key] ? SHORT(0x8000) : 0;
 }
 
 // What a caller asks for.
 struct Wanted {
     HWND window;       // and those that stand in it; null: any
     UINT first, last;  // both 0: all
-    int remove;
+    bool remove;
 };
 
-static int IsInRange(const Wanted *wanted, UINT message)
+static bool IsInRange(const Wanted *wanted, UINT message)
 {
     return (!wanted->first && !wanted->last) ||
            (message >= wanted->first && message <= wanted->last);
 }
 
 // Whether the message's window is the one asked for or stands in it.
-static int IsFor(const Wanted *wanted, HWND window)
+static bool IsFor(const Wanted *wanted, HWND window)
 {
     if (!wanted->window || wanted->window == window)
-        return 1;
+        return true;
     WindowRecord *record = window ? FindWindowRecord(window) : nullptr;
     for (; record; record = record->parent) {
         if (record->handle == wanted->window)
-            return 1;
+            return true;
     }
-    return 0;
+    return false;
 }
 
 // Messages to windows that are gone by now are dropped.
-static int TakePosted(const Wanted *wanted, MSG *message)
+static bool TakePosted(const Wanted *wanted, MSG *message)
 {
     for (Entry **link = &gQueue.posted.first; *link;) {
         HWND window = (*link)->message.hwnd;
@@ -129,45 +129,45 @@ static int TakePosted(const Wanted *wanted, MSG *message)
             *message = (*link)->message;
             if (wanted->remove)
                 Remove(&gQueue.posted, link);
-            return 1;
+            return true;
         }
         link = &(*link)->next;
     }
-    return 0;
+    return false;
 }
 
 // Whatever the caller asks for: a program that is to end must hear of it.
-static int TakeQuit(const Wanted *wanted, MSG *message)
+static bool TakeQuit(const Wanted *wanted, MSG *message)
 {
     if (!gQueue.hasQuit)
-        return 0;
-    *message = {nullptr, WM_QUIT, (WPARAM)gQueue.quitCode, 0, GetTickCount(), {0, 0}};
+        return false;
+    *message = {nullptr, WM_QUIT, WPARAM(gQueue.quitCode), 0, GetTickCount(), {0, 0}};
     if (wanted->remove)
-        gQueue.hasQuit = 0;
-    return 1;
+        gQueue.hasQuit = false;
+    return true;
 }
 
 // A key for nobody, or one that a hook swallows, is lost.
-static int TakeKey(const Wanted *wanted, MSG *message)
+static bool TakeKey(const Wanted *wanted, MSG *message)
 {
     while (gQueue.keys.first) {
         MSG key = gQueue.keys.first->message;
         key.hwnd = GetFocus() ? GetFocus() : GetActiveWindow();
         if (key.hwnd && (!IsFor(wanted, key.hwnd) || !IsInRange(wanted, key.message)))
-            return 0;
+            return false;
         if (wanted->remove || !key.hwnd)
             Remove(&gQueue.keys, &gQueue.keys.first);
         if (!key.hwnd)
             continue;
         *message = key;
-        int isSwallowed = CallKeyboardHooks(wanted->remove ? HC_ACTION : HC_NOREMOVE, key.wParam,
-                                            key.lParam) != 0;
+        bool isSwallowed = CallKeyboardHooks(wanted->remove ? HC_ACTION : HC_NOREMOVE, key.wParam,
+                                             key.lParam) != 0;
         if (!isSwallowed)
-            return 1;
+            return true;
         if (!wanted->remove)
-            return 0;
+            return false;
     }
-    return 0;
+    return false;
 }
 
 // The first window, from this one down, that can be seen and has to be painted. The window itself
@@ -186,16 +186,16 @@ static WindowRecord *FindUnpainted(WindowRecord *window)
 }
 
 // Of the window that was asked for and those in it; what other windows wait for doesn't count.
-static int TakePaint(const Wanted *wanted, MSG *message)
+static bool TakePaint(const Wanted *wanted, MSG *message)
 {
     HWND top = wanted->window ? wanted->window : GetDesktopWindow();
     if (!IsInRange(wanted, WM_PAINT) || !IsWindowVisible(top))
-        return 0;
+        return false;
     WindowRecord *window = FindUnpainted(FindWindowRecord(top));
     if (!window)
-        return 0;
+        return false;
     *message = {window->handle, WM_PAINT, 0, 0, GetTickCount(), {0, 0}};
-    return 1;
+    return true;
 }
 
 // A hook may post: what it posted comes before the key it saw only at the next call.
@@ -217,10 +217,10 @@ BOOL WINAPI GetMessageA(LPMSG message, HWND window, UINT first, UINT last)
 static char CharacterOf(WPARAM key)
 {
     if (key >= 'A' && key <= 'Z')
-        return (char)(key + (gQueue.isDown[VK_SHIFT] ? 0 : 'a' - 'A'));
-    int isPlain = (key >= '0' && key <= '9') || key == VK_SPACE || key == VK_TAB ||
-                  key == VK_RETURN || key == VK_ESCAPE || key == VK_BACK;
-    return isPlain ? (char)key : '\0';
+        return char(key + (gQueue.isDown[VK_SHIFT] ? 0 : 'a' - 'A'));
+    bool isPlain = (key >= '0' && key <= '9') || key == VK_SPACE || key == VK_TAB ||
+                   key == VK_RETURN || key == VK_ESCAPE || key == VK_BACK;
+    return isPlain ? char(key) : '\0';
 }
 
 BOOL WINAPI TranslateMessage(const MSG *message)
@@ -229,7 +229,7 @@ BOOL WINAPI TranslateMessage(const MSG *message)
         return message->message == WM_KEYUP;
     char character = CharacterOf(message->wParam);
     if (character)
-        PostMessageA(message->hwnd, WM_CHAR, (WPARAM)(BYTE)character, message->lParam);
+        PostMessageA(message->hwnd, WM_CHAR, WPARAM(BYTE(character)), message->lParam);
     return TRUE;
 }
 

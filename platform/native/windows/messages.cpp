@@ -26,10 +26,11 @@ int WINAPI GetWindowTextA(HWND window, LPSTR text, int size)
     if (!text || size <= 0)
         return 0;
     text[0] = '\0';  // a window that is gone or doesn't answer has no text
-    return (int)SendMessageA(window, WM_GETTEXT, (WPARAM)size, (LPARAM)text);
+    return int(SendMessageA(window, WM_GETTEXT, WPARAM(size), reinterpret_cast<LPARAM>(text)));
 }
 
 BOOL WINAPI SetWindowTextA(HWND window, LPCSTR text)
 {
-    return FindWindowRecord(window) && SendMessageA(window, WM_SETTEXT, 0, (LPARAM)text) > 0;
+    return FindWindowRecord(window) &&
+           SendMessageA(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)) > 0;
 }

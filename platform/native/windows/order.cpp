@@ -2,7 +2,7 @@
 // stand before all others.
 #include "windows/order.h"
 
-static int IsTopmost(const WindowRecord *window)
+static bool IsTopmost(const WindowRecord *window)
 {
     return (window->exStyle & WS_EX_TOPMOST) != 0;
 }

@@ -50,7 +50,7 @@ static void Reorder(WindowRecord *window, HWND after)
     if (after == HWND_TOPMOST)
         window->exStyle |= WS_EX_TOPMOST;
     if (after == HWND_NOTOPMOST || after == HWND_BOTTOM)
-        window->exStyle &= ~(DWORD)WS_EX_TOPMOST;
+        window->exStyle &= ~DWORD(WS_EX_TOPMOST);
     WindowRecord *front = after == HWND_BOTTOM ? nullptr : FindWindowRecord(after);
     if (front && front->parent == window->parent) {
         window->next = front->next;
@@ -62,7 +62,7 @@ static void Reorder(WindowRecord *window, HWND after)
     }
 }
 
-static int IsPlaceInOrder(HWND after)
+static bool IsPlaceInOrder(HWND after)
 {
     return after == HWND_TOP || after == HWND_BOTTOM || after == HWND_TOPMOST ||
            after == HWND_NOTOPMOST;
@@ -78,11 +78,11 @@ static void PlaceByFlags(WindowRecord *window, HWND after, const RECT *place, UI
     if (!(flags & SWP_NOZORDER) && after != window->handle)
         Reorder(window, after);
     if ((flags & SWP_SHOWWINDOW) && !(window->style & WS_VISIBLE))
-        window->needsPaint = 1;
+        window->needsPaint = true;
     if (flags & SWP_SHOWWINDOW)
         window->style |= WS_VISIBLE;
     if (flags & SWP_HIDEWINDOW)
-        window->style &= ~(DWORD)WS_VISIBLE;
+        window->style &= ~DWORD(WS_VISIBLE);
 }
 
 BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags)

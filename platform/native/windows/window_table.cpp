@@ -12,7 +12,8 @@ constexpr int kScreenHeight = 768;
 constexpr int kMaxWindows = 4096;
 constexpr unsigned kGenerations = 0x7fff;
 static_assert(((kMaxWindows + 1) << 1) <= 0x10000);  // the slot's half of a handle holds them all
-static const HWND kRootHandle = (HWND)(ULONG_PTR)2;  // generation 0, which no slot has
+static const HWND kRootHandle =
+    reinterpret_cast<HWND>(ULONG_PTR(2));  // generation 0, which no slot has
 
 struct WindowSlot {
     WindowRecord *record;  // null: free
@@ -27,12 +28,13 @@ static WindowTable gTable;
 
 static HWND HandleOf(unsigned slot)
 {
-    return (HWND)(ULONG_PTR)((gTable.slots[slot].generation << 16) | ((slot + 1) << 1));
+    return reinterpret_cast<HWND>(
+        ULONG_PTR((gTable.slots[slot].generation << 16) | ((slot + 1) << 1)));
 }
 
 static ULONG_PTR SlotOf(HWND window)
 {
-    return (((ULONG_PTR)window & 0xffff) >> 1) - 1;  // a 0 becomes huge
+    return ((reinterpret_cast<ULONG_PTR>(window) & 0xffff) >> 1) - 1;  // a 0 becomes huge
 }
 
 // It has no procedure: it hears nothing.
@@ -49,7 +51,7 @@ WindowRecord *RootWindow()
 WindowRecord *FindWindowRecord(HWND window)
 {
     ULONG_PTR slot = SlotOf(window);
-    if (slot < kMaxWindows && gTable.slots[slot].record && HandleOf((unsigned)slot) == window)
+    if (slot < kMaxWindows && gTable.slots[slot].record && HandleOf(unsigned(slot)) == window)
         return gTable.slots[slot].record;
     if (window == kRootHandle)
         return RootWindow();
@@ -59,7 +61,7 @@ WindowRecord *FindWindowRecord(HWND window)
 
 static WindowRecord *AllocateRecord(WindowClass *windowClass)
 {
-    WindowRecord *record = (WindowRecord *)calloc(1, sizeof *record);
+    WindowRecord *record = static_cast<WindowRecord *>(calloc(1, sizeof *record));
     if (!record)
         return nullptr;
     record->windowClass = windowClass;
@@ -75,7 +77,7 @@ static WindowRecord *AllocateRecord(WindowClass *windowClass)
 
 WindowRecord *NewWindowRecord(WindowClass *windowClass)
 {
-    for (unsigned i = 0; i < kMaxWindows; i++) {
+    for (unsigned i = 0; i < kMaxWindows; ++i) {
         WindowSlot *slot = &gTable.slots[i];
         if (slot->record)
             continue;
@@ -84,7 +86,7 @@ WindowRecord *NewWindowRecord(WindowClass *windowClass)
             break;
         slot->generation = slot->generation % kGenerations + 1;
         slot->record->handle = HandleOf(i);
-        windowClass->windows++;
+        ++windowClass->windows;
         return slot->record;
     }
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
@@ -97,7 +99,7 @@ void FreeWindowRecord(WindowRecord *window)
     assert(slot->record == window && !window->firstChild && !window->next);
     assert(window->windowClass->windows > 0);
     slot->record = nullptr;
-    window->windowClass->windows--;
+    --window->windowClass->windows;
     free(window->classData);
     free(window->text);
     free(window);
@@ -109,7 +111,7 @@ void *ClassData(const WindowRecord *window, WNDPROC procedure)
     return windowClass && windowClass->procedure == procedure ? window->classData : nullptr;
 }
 
-int IsChildRecord(const WindowRecord *window)
+bool IsChildRecord(const WindowRecord *window)
 {
     return (window->style & (WS_CHILD | WS_POPUP)) == WS_CHILD;
 }
@@ -121,17 +123,17 @@ HWND TopLevelOf(const WindowRecord *window)
     return window->handle;
 }
 
-int StoreWindowText(WindowRecord *window, const char *text)
+bool StoreWindowText(WindowRecord *window, const char *text)
 {
     size_t length = text ? strlen(text) : 0;
-    char *copy = length ? (char *)malloc(length + 1) : nullptr;
+    char *copy = length ? static_cast<char *>(malloc(length + 1)) : nullptr;
     if (length && !copy)
-        return 0;
+        return false;
     if (copy)
         memcpy(copy, text, length + 1);
     free(window->text);
     window->text = copy;
-    return 1;
+    return true;
 }
 
 DWORD CountWindows()

@@ -29,7 +29,7 @@ struct WindowRecord {
     RECT rect;    // pixels, within the parent
     char *text;   // owned; null is an empty one
     DyingStep dying;
-    int needsPaint;   // WM_PAINT is due as soon as it is visible
+    bool needsPaint;  // WM_PAINT is due as soon as it is visible
     void *classData;  // owned: dataSize bytes of the class, zeroed at first; see ClassData
 };
 
@@ -53,13 +53,13 @@ WindowRecord *RootWindow();
 void *ClassData(const WindowRecord *window, WNDPROC procedure);
 
 // Whether the window stands in its parent instead of on the screen.
-int IsChildRecord(const WindowRecord *window);
+bool IsChildRecord(const WindowRecord *window);
 
 // The window itself or the one that it stands in: the one on the screen.
 HWND TopLevelOf(const WindowRecord *window);
 
-// Takes a copy of the text (null is an empty one). 1, or 0 when there is no memory.
-int StoreWindowText(WindowRecord *window, const char *text);
+// Takes a copy of the text (null is an empty one). False when there is no memory.
+bool StoreWindowText(WindowRecord *window, const char *text);
 
 // How many windows there are.
 DWORD CountWindows();

@@ -12,7 +12,7 @@
 // An overlapped window may leave its place and size to the system; for others the default is 0.
 static void PlaceWindow(WindowRecord *window, const CREATESTRUCTA *create)
 {
-    int isFree = !(window->style & (WS_CHILD | WS_POPUP));
+    bool isFree = !(window->style & (WS_CHILD | WS_POPUP));
     int x = create->x == CW_USEDEFAULT ? 0 : create->x;
     int y = create->x == CW_USEDEFAULT || create->y == CW_USEDEFAULT ? 0 : create->y;
     int width = create->cx, height = create->cy;
@@ -42,10 +42,10 @@ static WindowRecord *MakeRecord(WindowClass *windowClass, const CREATESTRUCTA *c
     if (!window)
         return nullptr;
     window->instance = create->hInstance;
-    window->style = (DWORD)create->style;
+    window->style = DWORD(create->style);
     window->exStyle = create->dwExStyle;
     if (IsChildRecord(window)) {
-        window->id = (LONG_PTR)create->hMenu;
+        window->id = reinterpret_cast<LONG_PTR>(create->hMenu);
         window->parent = FindWindowRecord(create->hwndParent);
     } else {
         window->owner = OwnerFor(create->hwndParent);
@@ -107,11 +107,11 @@ static void RemoveTree(HWND window, UINT lastMessage)
 // hears no more than its end.
 static HWND AnnounceWindow(HWND window, CREATESTRUCTA *create)
 {
-    if (!SendMessageA(window, WM_NCCREATE, 0, (LPARAM)create)) {
+    if (!SendMessageA(window, WM_NCCREATE, 0, reinterpret_cast<LPARAM>(create))) {
         RemoveTree(window, WM_NULL);
         return nullptr;
     }
-    if (SendMessageA(window, WM_CREATE, 0, (LPARAM)create) == -1) {
+    if (SendMessageA(window, WM_CREATE, 0, reinterpret_cast<LPARAM>(create)) == -1) {
         RemoveTree(window, WM_NCDESTROY);
         return nullptr;
     }
@@ -119,7 +119,7 @@ static HWND AnnounceWindow(HWND window, CREATESTRUCTA *create)
 }
 
 // Nothing may come to a window that hears its last message: it would outlive its parent.
-static int CanHaveWindows(HWND parent)
+static bool CanHaveWindows(HWND parent)
 {
     WindowRecord *record = FindWindowRecord(parent);
     if (record && record->dying == kToldNcDestroy)
@@ -144,12 +144,12 @@ HWND WINAPI CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD
         return nullptr;
     }
     CREATESTRUCTA create = {parameter, instance, menuOrId,    parent, height,    width,
-                            y,         x,        (LONG)style, title,  className, exStyle};
+                            y,         x,        LONG(style), title,  className, exStyle};
     WindowRecord *record = MakeRecord(windowClass, &create);
     HWND window = record ? AnnounceWindow(record->handle, &create) : nullptr;
     record = window ? FindWindowRecord(window) : nullptr;
     if (record && (style & WS_VISIBLE))
-        record->needsPaint = 1;
+        record->needsPaint = true;
     if (record && !IsChildRecord(record) && (style & WS_VISIBLE))
         ActivateWindow(window);
     return window;
@@ -160,7 +160,7 @@ static void DestroyOwned(HWND owner)
 {
     WindowRecord *window = RootWindow()->firstChild;
     while (window) {
-        int mustGo = window->owner == owner && !window->dying;
+        bool mustGo = window->owner == owner && !window->dying;
         HWND handle = window->handle;
         window = window->next;
         if (mustGo) {
@@ -205,7 +205,7 @@ BOOL WINAPI IsWindow(HWND window)
 }
 
 // A window without a text has the empty one.
-static int HasTitle(const WindowRecord *window, const char *title)
+static bool HasTitle(const WindowRecord *window, const char *title)
 {
     return CompareNoCase(window->text ? window->text : "", title) == 0;
 }
@@ -258,9 +258,9 @@ LONG WINAPI GetWindowLongA(HWND window, int index)
     if (!record)
         return 0;
     switch (index) {
-    case GWL_ID: return (LONG)record->id;
-    case GWL_STYLE: return (LONG)record->style;
-    case GWL_EXSTYLE: return (LONG)record->exStyle;
+    case GWL_ID: return LONG(record->id);
+    case GWL_STYLE: return LONG(record->style);
+    case GWL_EXSTYLE: return LONG(record->exStyle);
     }
     SetLastError(ERROR_INVALID_INDEX);
     return 0;
@@ -276,7 +276,7 @@ LONG_PTR WINAPI SetWindowLongPtrA(HWND window, int index, LONG_PTR value)
         SetLastError(ERROR_INVALID_INDEX);
         return 0;
     }
-    LONG_PTR before = (LONG_PTR)record->procedure;
-    record->procedure = (WNDPROC)value;
+    LONG_PTR before = reinterpret_cast<LONG_PTR>(record->procedure);
+    record->procedure = reinterpret_cast<WNDPROC>(value);
     return before;
 }
