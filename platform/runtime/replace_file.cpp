@@ -12,12 +12,13 @@ constexpr int kMaxReplacing = 4;     // at the same time in this process
 constexpr int kSiblingsPerName = 8;  // at the same time for one file, in all processes
 
 struct Replacement {
-    FILE *file;  // null: the slot is free
-    char target[kReplacePathSize];
-    char sibling[kReplacePathSize];
+    FILE *file;                      // null: the slot is free
+    char target[kReplacePathSize];   // the file whose place the new one takes
+    char sibling[kReplacePathSize];  // the new file, in the same folder
 };
 static Replacement gReplacing[kMaxReplacing];
 
+// Null finds a free slot.
 static Replacement *FindReplacement(FILE *file)
 {
     for (Replacement &slot : gReplacing) {
@@ -27,6 +28,8 @@ static Replacement *FindReplacement(FILE *file)
     return nullptr;
 }
 
+// Only to tell siblings of different files apart (FNV-1a); two names with one number share their
+// siblings, which are locked one by one all the same.
 static unsigned HashName(const char *name)
 {
     unsigned hash = 2166136261U;
@@ -75,6 +78,7 @@ FILE *BeginReplacement(const char *path)
     return nullptr;
 }
 
+// The reason is kept over the closing, which may fail for reasons of its own.
 int EndReplaceFile(FILE *file, int keep)
 {
     Replacement *slot = file ? FindReplacement(file) : nullptr;

@@ -49,6 +49,7 @@ HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint)
     return CALL_LAYER(BeginPaint)(window, paint);
 }
 
+// The layer says whether the text can be drawn, and keeps nothing; the record is the tests' alone.
 BOOL WINAPI TextOutA(HDC context, int x, int y, LPCSTR text, int length)
 {
     if (!CALL_LAYER(TextOutA)(context, x, y, text, length))
@@ -81,6 +82,7 @@ void UseFoldersBelow(const char *folder)
     setenv("XDG_DATA_HOME", (native + "/data").c_str(), 1);
 }
 
+// The whole file goes: all keys in it are of this program's tests.
 void RemoveRegistryKey(HKEY, const char *)
 {
     unlink((std::string(getenv("XDG_CONFIG_HOME")) + "/orvel/registry").c_str());

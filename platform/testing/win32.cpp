@@ -1,4 +1,5 @@
-// The tests' hooks on Windows: the allocator, the screen and the folders are the system's.
+// The tests' hooks on Windows: the allocator, the screen and the folders are the system's, so a
+// test asks by the results whether it has them.
 #include "testing/testing.h"
 
 int FailAllocationAfter(int)

@@ -19,6 +19,7 @@ static bool ReadPath(const char *path, UINT codePage, wchar_t *wide)
     return MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, path, -1, wide, MAX_PATH) != 0;
 }
 
+// The runtime knows the three modes as the library means them.
 FILE *OpenDataFile(const char *path, const char *mode)
 {
     if (!path || !*path)
@@ -30,7 +31,7 @@ FILE *OpenDataFile(const char *path, const char *mode)
 
 // ---- replacing: a path is UTF-8 between the calls and the system's own form in them ----
 
-static int NarrowPath(const wchar_t *wide, char *utf8, int size)
+static bool NarrowPath(const wchar_t *wide, char *utf8, int size)
 {
     return WideCharToMultiByte(CP_UTF8, 0, wide, -1, utf8, size, nullptr, nullptr) != 0;
 }
@@ -56,6 +57,7 @@ bool MayBeReplaced(const char *target)
     return false;
 }
 
+// The stream owns the handle from here on; without a stream it is closed.
 static FILE *OpenStream(HANDLE handle)
 {
     int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle), _O_WRONLY | _O_TEXT);
@@ -107,6 +109,7 @@ void CloseSibling(FILE *file, const char *sibling, bool isInPlace)
         DeleteFileW(wide);
 }
 
+// A data file's path is in the system's code page.
 FILE *BeginReplaceFile(const char *path)
 {
     char utf8[kReplacePathSize];
@@ -132,6 +135,7 @@ FILE *OpenDocument(const char *path)
     return ReadPath(path, CP_UTF8, wide) ? _wfopen(wide, L"rb") : nullptr;
 }
 
+// Looks one byte ahead: a CR at the end of a block may belong to the next one's LF.
 static bool IsNextByte(FILE *file, int wanted)
 {
     int byte = getc(file);
@@ -168,6 +172,7 @@ static bool ReadFileInformation(const char *path, BY_HANDLE_FILE_INFORMATION *in
     return done;
 }
 
+// A file's number is its own on its volume, whatever name it was opened by.
 bool IsSameFile(const char *left, const char *right)
 {
     BY_HANDLE_FILE_INFORMATION one, other;

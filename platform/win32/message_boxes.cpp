@@ -12,17 +12,17 @@ constexpr char kAnswered[] = "OrvelAnswered";  // a property of boxes that have 
 constexpr int kTextId = 0xFFFF;
 
 struct BoxState {
-    MessageBoxAnswerer answerer;
-    HHOOK hook;
-    UINT_PTR timer;
-    int dialogs;  // how many there are
+    MessageBoxAnswerer answerer;  // null: the person answers
+    HHOOK hook;                   // while there is an answerer
+    UINT_PTR timer;               // while there are dialogs; 0: none
+    int dialogs;                  // how many of this thread there are
 };
 static thread_local BoxState gBox;
 
 struct BoxButtons {
-    UINT type;
-    int count;
-    int ids[3];
+    UINT type;   // MB_OK and so on
+    int count;   // of the buttons
+    int ids[3];  // in their order
 };
 
 // clang-format off
@@ -104,6 +104,7 @@ static void Answer(HWND box)
     EndDialog(box, answer);
 }
 
+// One box at a time: its answer may change which windows there are.
 static BOOL CALLBACK AnswerIfBox(HWND window, LPARAM)
 {
     if (!gBox.answerer || !IsWindowVisible(window) || GetPropA(window, kAnswered) ||
@@ -125,6 +126,7 @@ static void StopTimer()
     gBox.timer = 0;
 }
 
+// Counts dialogs, and has the timer run as long as there are any.
 static LRESULT CALLBACK WatchWindows(int code, WPARAM wParam, LPARAM lParam)
 {
     bool isDialog = (code == HCBT_CREATEWND || code == HCBT_DESTROYWND) &&

@@ -6,7 +6,7 @@
 constexpr DWORD kButtonKind = 0xf;  // the bits of the style that tell plain from default
 
 struct ButtonData {
-    bool isPressed;
+    bool isPressed;  // by mouse or Space, and not released yet
 };
 
 static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

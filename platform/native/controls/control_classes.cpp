@@ -1,5 +1,5 @@
 // Registers the layer's own window classes when the layer is loaded, so that the folder of windows
-// need not know any of them.
+// need not know any of them. They belong to no module: every program sees them.
 #include "controls/control_classes.h"
 
 #include <iterator>

@@ -21,12 +21,14 @@ int WINAPI GetDlgCtrlID(HWND control)
     return record ? int(record->id) : 0;
 }
 
+// For a control that isn't there nothing is done, and the caller hears it.
 BOOL WINAPI SetDlgItemTextA(HWND dialog, int id, LPCSTR text)
 {
     HWND control = GetDlgItem(dialog, id);
     return control && SetWindowTextA(control, text);
 }
 
+// A control that isn't there has an empty text: the buffer is written in any case.
 UINT WINAPI GetDlgItemTextA(HWND dialog, int id, LPSTR text, int size)
 {
     HWND control = GetDlgItem(dialog, id);

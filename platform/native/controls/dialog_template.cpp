@@ -85,6 +85,8 @@ static void ReadPlace(TemplateReader *reader, TemplateItem *item)
     item->height = SHORT(NextWord(reader));
 }
 
+// The extended form begins with a mark where the plain one has its style; it isn't read, since no
+// template here has it.
 bool ReadTemplateHead(TemplateReader *reader, TemplateHead *head)
 {
     WORD number;
@@ -108,6 +110,7 @@ bool ReadTemplateHead(TemplateReader *reader, TemplateHead *head)
     return !reader->isBad;
 }
 
+// Each control begins at a multiple of four bytes.
 bool ReadTemplateControl(TemplateReader *reader, TemplateItem *item)
 {
     WORD number;

@@ -7,9 +7,9 @@
 constexpr size_t kTemplateText = 256;  // bytes of a text, terminator included; longer ones are cut
 
 struct TemplateReader {
-    ResourceBytes bytes;
-    size_t at;
-    bool isBad;  // the template ended too early, or isn't of this form
+    ResourceBytes bytes;  // of the template, the module's
+    size_t at;            // bytes read so far
+    bool isBad;           // the template ended too early, or isn't of this form
 };
 
 struct TemplateItem {
@@ -21,9 +21,9 @@ struct TemplateItem {
 
 struct TemplateHead {
     TemplateItem dialog;
-    int controls;
-    int pointSize;  // 0: the system's font
-    char face[kTemplateText];
+    int controls;              // how many follow
+    int pointSize;             // 0: the system's font
+    char face[kTemplateText];  // the font's name; empty: the system's font
 };
 
 // False for a template that can't be read.

@@ -7,14 +7,14 @@
 
 #include "runtime.h"
 
-constexpr int kMaxBoxText = 4096;
+constexpr int kMaxBoxText = 4096;  // bytes of a text or caption as told, terminator included
 
 // Per thread, as the hook that does this on Windows is.
 static thread_local MessageBoxAnswerer gAnswerer;
 
 struct BoxButtons {
-    int count;
-    int ids[3];
+    int count;   // of the buttons
+    int ids[3];  // in their order; the first is the default
 };
 
 // clang-format off
@@ -54,6 +54,7 @@ static void CopyCut(char *to, const char *from)
     to[length] = '\0';
 }
 
+// The copies are on the stack, since an answerer may show a box itself.
 static int AskAnswerer(HWND owner, const char *text, const char *caption, UINT flags)
 {
     char cutText[kMaxBoxText];
@@ -63,6 +64,7 @@ static int AskAnswerer(HWND owner, const char *text, const char *caption, UINT f
     return gAnswerer(owner, cutText, cutCaption, flags & kBoxFlagsTold);
 }
 
+// 0 for what can't be shown: an owner that is gone, a kind of box that there isn't.
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT flags)
 {
     if (owner && !IsWindow(owner)) {

@@ -5,10 +5,11 @@
 #include "windows/window_table.h"
 
 struct ProgressData {
-    int low, high;  // the range
-    int position;
+    int low, high;  // the range; high is never below low
+    int position;   // within the range
 };
 
+// The nearest position of the range.
 static int Within(const ProgressData *bar, int position)
 {
     if (position < bar->low)

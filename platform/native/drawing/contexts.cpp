@@ -39,6 +39,7 @@ static FontRecord *FindFont(HGDIOBJ object)
     return nullptr;
 }
 
+// Black, from the left, on a background: what a context starts with on Windows.
 ContextRecord *NewContext(HWND window)
 {
     for (ContextRecord &context : gDrawing.contexts) {
@@ -142,6 +143,7 @@ BOOL WINAPI TextOutA(HDC handle, int, int, LPCSTR text, int length)
     return TRUE;
 }
 
+// The system's font isn't counted: nobody made it.
 DWORD CountDrawingObjects()
 {
     DWORD count = 0;

@@ -11,11 +11,11 @@ struct FontRecord {
 };
 
 struct ContextRecord {
-    HWND window;  // that is being painted; null: a free place
-    HFONT font;   // the selected one, always a living FontRecord
-    COLORREF color;
-    UINT align;
-    int backgroundMode;
+    HWND window;         // that is being painted; null: a free place
+    HFONT font;          // the selected one, always a living FontRecord
+    COLORREF color;      // of the text
+    UINT align;          // TA_…: what the point of a TextOutA means
+    int backgroundMode;  // OPAQUE or TRANSPARENT
 };
 
 // A context with the system's font and colours; null when there are too many.

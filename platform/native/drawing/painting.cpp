@@ -45,6 +45,8 @@ static void PaintInside(HWND window)
     }
 }
 
+// Paints now what would be painted when the queue is empty: a meter shows its state during long
+// work.
 BOOL WINAPI UpdateWindow(HWND window)
 {
     if (!FindWindowRecord(window))

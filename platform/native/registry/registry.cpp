@@ -14,9 +14,9 @@ constexpr int kMaxKeyDepth = 512;                  // parts of a path
 static_assert((kMaxOpenKeys + 1) << 2 <= 0x1000);  // a handle has 12 bits for its slot
 
 struct OpenKey {
-    char *path;  // owned, the whole one; null: the slot is free
-    REGSAM access;
-    unsigned generation;
+    char *path;           // owned, the whole one; null: the slot is free
+    REGSAM access;        // what the handle may be used for
+    unsigned generation;  // goes up each time the slot is given out
 };
 
 struct RegistryState {
@@ -25,8 +25,8 @@ struct RegistryState {
 static RegistryState gRegistry;
 
 struct RootKey {
-    HKEY handle;
-    const char *path;
+    HKEY handle;       // the number that every program knows
+    const char *path;  // under which the file has its keys
 };
 static const RootKey kRootKeys[] = {
     {HKEY_CLASSES_ROOT, "HKEY_LOCAL_MACHINE\\Software\\Classes"},
@@ -36,9 +36,9 @@ static const RootKey kRootKeys[] = {
 
 // What a call works with: the text of the file, one line of it, and room for one value's data.
 struct Session {
-    RegistryText text;
-    RegistryLine line;
-    int lock;  // -1 while only reading
+    RegistryText text;  // owned
+    RegistryLine line;  // the last one that was parsed; its data are owned, kMaxValueSize bytes
+    int lock;           // of LockRegistry; -1 while only reading
 };
 
 // --- handles ---
@@ -108,8 +108,8 @@ LONG WINAPI RegCloseKey(HKEY key)
 
 // --- paths ---
 
-// Appends one part of a key's path.
-// The caller has room for kMaxKeyPath bytes; what is longer is refused whole.
+// Appends one part of a key's path. The caller has room for kMaxKeyPath bytes; what is longer is
+// refused whole.
 static LONG AppendPart(char *path, size_t *length, const char *part, size_t partLength)
 {
     if (partLength > kMaxKeyName || *length + 1 + partLength >= kMaxKeyPath)
@@ -183,7 +183,7 @@ static void EndSession(Session *session)
 }
 
 // The file as it stands now; for writing it stays so until the session ends.
-static LONG BeginSession(int forWriting, Session **result)
+static LONG BeginSession(bool forWriting, Session **result)
 {
     *result = nullptr;
     Session *session = static_cast<Session *>(calloc(1, sizeof *session));
@@ -245,7 +245,7 @@ LONG WINAPI RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD, REGSAM access, PHKEY r
     *result = nullptr;
     LONG code = ResolveKey(key, subKey, path, &ignored);
     if (code == ERROR_SUCCESS)
-        code = BeginSession(0, &session);
+        code = BeginSession(false, &session);
     if (code != ERROR_SUCCESS)
         return code;
     code = KeyExists(session, path) ? OpenSlot(path, access, result) : ERROR_FILE_NOT_FOUND;
@@ -285,7 +285,7 @@ static LONG AddKeys(Session *session, const char *path)
 static LONG CreateKey(const char *path, REGSAM access, PHKEY result, DWORD *disposition)
 {
     Session *session;
-    LONG code = BeginSession(1, &session);
+    LONG code = BeginSession(true, &session);
     if (code != ERROR_SUCCESS)
         return code;
     bool isThere = KeyExists(session, path);
@@ -296,6 +296,8 @@ static LONG CreateKey(const char *path, REGSAM access, PHKEY result, DWORD *disp
     return code == ERROR_SUCCESS ? OpenSlot(path, access, result) : code;
 }
 
+// Opening is tried first, without the lock: nearly always the key is there, and a process that may
+// only read can open it this way.
 LONG WINAPI RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR, DWORD, REGSAM access,
                             const SECURITY_ATTRIBUTES *, PHKEY result, LPDWORD disposition)
 {
@@ -319,8 +321,8 @@ LONG WINAPI RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR, DWOR
 // --- values ---
 
 struct ValueName {
-    char key[kMaxKeyPath];
-    char name[kMaxValueName];
+    char key[kMaxKeyPath];     // the whole path
+    char name[kMaxValueName];  // empty: the key's default value
 };
 
 // What a call on a value names, once the handle allows it; no name is the key's default value.
@@ -360,6 +362,7 @@ static LONG HandOver(const RegistryLine *line, LPDWORD type, LPBYTE data, LPDWOR
     return ERROR_SUCCESS;
 }
 
+// A key that has gone since its handle was opened is told apart from a value that isn't there.
 LONG WINAPI RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data,
                              LPDWORD size)
 {
@@ -369,7 +372,7 @@ LONG WINAPI RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD ty
         return ERROR_INVALID_PARAMETER;
     LONG code = NameValue(key, name, KEY_QUERY_VALUE, &value);
     if (code == ERROR_SUCCESS)
-        code = BeginSession(0, &session);
+        code = BeginSession(false, &session);
     if (code != ERROR_SUCCESS)
         return code;
     if (FindValue(session, value.key, value.name))
@@ -405,7 +408,7 @@ static void FillLine(RegistryLine *line, const ValueName *value, DWORD type, con
 static LONG StoreValue(const ValueName *value, DWORD type, const BYTE *data, DWORD size)
 {
     Session *session;
-    LONG code = BeginSession(1, &session);
+    LONG code = BeginSession(true, &session);
     if (code != ERROR_SUCCESS)
         return code;
     if (!KeyExists(session, value->key)) {
@@ -419,6 +422,7 @@ static LONG StoreValue(const ValueName *value, DWORD type, const BYTE *data, DWO
     return code;
 }
 
+// Data of any type are kept as they come; only the end of a text is looked after.
 LONG WINAPI RegSetValueExA(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE *data,
                            DWORD size)
 {

@@ -125,6 +125,7 @@ static int HexDigit(char digit)
     return -1;
 }
 
+// Two digits, always: a single one is no byte.
 static bool TakeHexByte(Cursor *cursor, BYTE *byte)
 {
     if (cursor->end - cursor->at < 2)
@@ -171,6 +172,7 @@ static bool TakeQuoted(Cursor *cursor, char closing, char *text, size_t size, DW
     return false;
 }
 
+// Eight digits, with the highest first as a person reads a number.
 static bool TakeDword(Cursor *cursor, RegistryLine *line)
 {
     line->type = REG_DWORD;
@@ -362,6 +364,7 @@ int LockRegistry()
     return -1;
 }
 
+// The file itself stays: removing it would let two processes lock two files of one name.
 void UnlockRegistry(int lock)
 {
     close(lock);  // the lock goes with its file

@@ -21,7 +21,7 @@ constexpr size_t kMaxFileSize = 64u << 20;    // a longer file is one that can't
 
 struct RegistryText {
     char *bytes;  // none for a file that isn't there: an empty registry
-    size_t size;
+    size_t size;  // bytes
 };
 
 // What one line says. The data stand in the caller's buffer of kMaxValueSize bytes.
@@ -29,9 +29,9 @@ struct RegistryLine {
     char key[kMaxKeyPath];
     char name[kMaxValueName];
     bool isValue;  // false: the line only says that the key exists
-    DWORD type;
-    DWORD size;
-    BYTE *data;
+    DWORD type;    // REG_SZ and so on; any number is kept
+    DWORD size;    // bytes of data
+    BYTE *data;    // the caller's; null: they aren't kept
 };
 
 // Reads the file. ERROR_SUCCESS also when there is none; everything else means that the file can't

@@ -73,7 +73,7 @@ static bool ModuleFile(HMODULE module, char *native, int nativeSize)
     FILE *maps = fopen("/proc/self/maps", "re");
     if (!maps)
         return false;
-    int found = MappedFile(maps, module, native, nativeSize);
+    bool found = MappedFile(maps, module, native, nativeSize);
     fclose(maps);
     return found;
 }
@@ -102,6 +102,7 @@ static const char *BaseName(const char *native)
     return slash ? slash + 1 : native;
 }
 
+// Called by the loader for each module; a number other than 0 ends its walk.
 static int MatchLoaded(dl_phdr_info *info, size_t, void *data)
 {
     NameSearch *search = static_cast<NameSearch *>(data);
@@ -187,6 +188,8 @@ static HMODULE LoadFile(const char *native)
     return nullptr;
 }
 
+// A bare name means a module that is loaded already, wherever it came from, and only then the file
+// of that name beside the program. A module whose entry point refuses is unloaded again.
 HMODULE WINAPI LoadLibraryA(LPCSTR fileName)
 {
     char name[kNativePathSize];
@@ -219,6 +222,7 @@ BOOL WINAPI FreeLibrary(HMODULE module)
     return TRUE;
 }
 
+// By name only: the modules here have no ordinals.
 FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name)
 {
     void *library = OpenAgain(module ? module : ProgramModule());
@@ -236,6 +240,7 @@ FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name)
     return nullptr;
 }
 
+// Without a count of its own: the handle lives as long as whoever loaded the module wants.
 HMODULE WINAPI GetModuleHandleA(LPCSTR moduleName)
 {
     char name[kNativePathSize];
@@ -259,6 +264,7 @@ HMODULE WINAPI GetModuleHandleA(LPCSTR moduleName)
     return module;
 }
 
+// With backslashes; a path that doesn't fit is cut and ended, and the last error tells.
 DWORD WINAPI GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size)
 {
     char native[kNativePathSize];

@@ -35,6 +35,8 @@ bool ToNativePath(const char *path, char *native, int nativeSize)
     return true;
 }
 
+// A file whose own name has a backslash looks like two parts of a path then: Windows' rules have no
+// name for it.
 int FromNativePath(const char *native, char *path, int pathSize)
 {
     size_t length = strlen(native);
@@ -45,6 +47,7 @@ int FromNativePath(const char *native, char *path, int pathSize)
     return int(length);
 }
 
+// Two bytes more than both together: the slash and the terminator.
 bool JoinNative(const char *folder, const char *name, char *joined, int joinedSize)
 {
     size_t folderLength = strlen(folder);
@@ -64,6 +67,8 @@ static bool IsFolder(const char *native)
     return stat(native, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+// From the root down. A folder that is there already is no failure, nor is one above that can't be
+// made: what counts is whether the last one is there.
 bool MakeFolders(const char *native)
 {
     char part[kNativePathSize];

@@ -71,6 +71,8 @@ static int LockSibling(const char *sibling)
     return -1;
 }
 
+// A new file has the rights of the one that it replaces, so that a change of the text isn't a
+// change of who may read it.
 SiblingState OpenSibling(const char *sibling, const char *target, FILE **file)
 {
     int fd = LockSibling(sibling);
@@ -108,6 +110,9 @@ static void SyncFolder(const char *target)
     close(fd);
 }
 
+// The data first, then the name, then the folder: a machine that stops in between holds the old
+// file or the new one. The target is looked at once more, since others may have changed it
+// meanwhile.
 bool PutInPlace(FILE *file, const char *sibling, const char *target)
 {
     if (fflush(file) != 0)

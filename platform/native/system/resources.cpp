@@ -10,8 +10,8 @@ constexpr int kMaxModules = 16;
 constexpr WORD kDialogType = 5;
 
 struct ModuleResources {
-    HMODULE module;  // none: a free place
-    ResourceBytes file;
+    HMODULE module;      // null: a free place
+    ResourceBytes file;  // the compiled resource file, which the module holds in itself
 };
 
 struct ResourceState {
@@ -19,6 +19,7 @@ struct ResourceState {
 };
 static ResourceState gResources;
 
+// Null finds a free place.
 static ModuleResources *FindModule(HMODULE module)
 {
     for (ModuleResources &known : gResources.modules) {
@@ -43,6 +44,7 @@ void RemoveModuleResources(HMODULE module)
         *place = {};
 }
 
+// Byte by byte: an entry need not be aligned, and the file is little-endian on every machine.
 static WORD ReadWord(const BYTE *at)
 {
     return WORD(at[0] | at[1] << 8);
@@ -92,6 +94,8 @@ static bool IsDialogNamed(const BYTE *header, size_t size, const char *name)
            IsName(header + 12, header + size, name);
 }
 
+// One entry behind the other. A size that leads out of the file ends the search: what stands behind
+// it can't be told from rubbish.
 static ResourceBytes FindInFile(ResourceBytes file, const char *name)
 {
     size_t at = 0;

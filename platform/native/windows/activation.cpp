@@ -32,6 +32,9 @@ static bool HasFocusInside(HWND window)
     return focus && TopLevelOf(focus) == window;
 }
 
+// The window from before hears of it first. If its procedure makes another one active, the newcomer
+// hears nothing: it isn't active any more. A dialog gives its control the focus in WM_ACTIVATE;
+// where nobody did, the window itself gets it.
 void ActivateWindow(HWND window)
 {
     HWND before = gActivation.active;
@@ -46,6 +49,7 @@ void ActivateWindow(HWND window)
         ChangeFocus(window);
 }
 
+// No messages to the window itself, whose record is gone.
 void LeaveActivation(HWND window, HWND owner)
 {
     if (gActivation.focus == window)
@@ -62,6 +66,7 @@ HWND WINAPI GetActiveWindow()
     return gActivation.active;
 }
 
+// The one from before. Only windows on the screen are active, and none is a legal choice.
 HWND WINAPI SetActiveWindow(HWND window)
 {
     HWND before = gActivation.active;
@@ -87,6 +92,7 @@ static bool IsEnabledUpwards(const WindowRecord *window)
     return true;
 }
 
+// The one from before. Activation comes first: it may itself set the focus, or destroy the window.
 HWND WINAPI SetFocus(HWND window)
 {
     HWND before = gActivation.focus;
@@ -139,6 +145,7 @@ BOOL WINAPI EnableWindow(HWND window, BOOL enable)
     return wasDisabled;
 }
 
+// As a person would see it: a window in one that is hidden isn't visible either.
 BOOL WINAPI IsWindowVisible(HWND window)
 {
     WindowRecord *record = FindWindowRecord(window);

@@ -9,6 +9,7 @@
 
 #include "runtime.h"
 
+// As on Windows, so that the numbers of registered messages don't meet a program's own.
 constexpr int kFirstAtom = 0xC000;
 constexpr int kMaxAtoms = 0x4000;
 
@@ -18,6 +19,7 @@ struct AtomTable {
 };
 static AtomTable gAtoms;
 
+// A number that a program hands over in a pointer's place is taken as it is (MAKEINTATOM).
 ATOM FindAtom(const char *nameOrAtom)
 {
     if (reinterpret_cast<ULONG_PTR>(nameOrAtom) <= 0xffff)
@@ -29,6 +31,7 @@ ATOM FindAtom(const char *nameOrAtom)
     return 0;
 }
 
+// A new name gets the next number; one that is there keeps its own, in whatever case it comes.
 ATOM AtomOfName(const char *name)
 {
     size_t length = reinterpret_cast<ULONG_PTR>(name) <= 0xffff ? 0 : strlen(name);

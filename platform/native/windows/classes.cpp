@@ -8,7 +8,7 @@
 #include "windows/atoms.h"
 
 struct ClassList {
-    WindowClass *first;
+    WindowClass *first;  // owned but for the layer's own, as all behind it
 };
 static ClassList gClasses;
 
@@ -21,6 +21,7 @@ static WindowClass *FindOwnClass(ATOM atom, HINSTANCE instance)
     return found;
 }
 
+// A module may have a class of its own under one of the layer's names.
 WindowClass *FindWindowClass(const char *nameOrAtom, HINSTANCE instance)
 {
     ATOM atom = FindAtom(nameOrAtom);
@@ -28,6 +29,7 @@ WindowClass *FindWindowClass(const char *nameOrAtom, HINSTANCE instance)
     return found ? found : FindOwnClass(atom, nullptr);
 }
 
+// In front, so that the newest is found first.
 static void AddClass(WindowClass *added)
 {
     added->next = gClasses.first;
@@ -46,6 +48,8 @@ HINSTANCE InstanceOrProgram(HINSTANCE instance)
     return instance ? instance : GetModuleHandleA(nullptr);
 }
 
+// Of the record only procedure, module and name mean anything here: there are no icons, no cursors
+// and no bytes of the program's own.
 ATOM WINAPI RegisterClassA(const WNDCLASSA *windowClass)
 {
     HINSTANCE instance = InstanceOrProgram(windowClass->hInstance);

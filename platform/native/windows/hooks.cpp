@@ -73,6 +73,7 @@ HHOOK WINAPI SetWindowsHookExA(int type, HOOKPROC procedure, HINSTANCE, DWORD th
     return nullptr;
 }
 
+// Its place is free at once; its serial number never comes again, so a stale handle finds nothing.
 BOOL WINAPI UnhookWindowsHookEx(HHOOK handle)
 {
     for (Hook &hook : gHooks.hooks) {

@@ -46,6 +46,7 @@ static bool Append(EntryList *list, const MSG *message)
     return true;
 }
 
+// Takes the entry out that this link leads to; `end` follows when it was the last.
 static void Remove(EntryList *list, Entry **link)
 {
     Entry *gone = *link;
@@ -223,6 +224,7 @@ static char CharacterOf(WPARAM key)
     return isPlain ? char(key) : '\0';
 }
 
+// The character is posted, so it comes behind what the queue has already, as on Windows.
 BOOL WINAPI TranslateMessage(const MSG *message)
 {
     if (message->message != WM_KEYDOWN)

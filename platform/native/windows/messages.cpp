@@ -4,12 +4,14 @@
 #include "windows/atoms.h"
 #include "windows/window_table.h"
 
+// Straight into the procedure, past the queue: there is one thread, which is always the window's.
 LRESULT WINAPI SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     WindowRecord *record = FindWindowRecord(window);
     return record && record->procedure ? record->procedure(window, message, wParam, lParam) : 0;
 }
 
+// For a procedure that was set over another one and hands messages on to it.
 LRESULT WINAPI CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam,
                                LPARAM lParam)
 {

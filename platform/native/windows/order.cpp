@@ -7,6 +7,7 @@ static bool IsTopmost(const WindowRecord *window)
     return (window->exStyle & WS_EX_TOPMOST) != 0;
 }
 
+// The list is short, so a window is sought from the front instead of knowing its neighbour.
 void Unlink(WindowRecord *window)
 {
     WindowRecord **link = &window->parent->firstChild;
@@ -28,6 +29,7 @@ void LinkInFront(WindowRecord *window)
     *link = window;
 }
 
+// A window that is always on top goes behind the others of its kind, in front of all the rest.
 void LinkBehind(WindowRecord *window)
 {
     WindowRecord **link = &window->parent->firstChild;

@@ -85,6 +85,8 @@ static void PlaceByFlags(WindowRecord *window, HWND after, const RECT *place, UI
         window->style &= ~DWORD(WS_VISIBLE);
 }
 
+// All is checked before anything changes. A window that is moved in the order becomes active too,
+// unless the flags say no.
 BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags)
 {
     WindowRecord *record = FindWindowRecord(window);
@@ -100,6 +102,7 @@ BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int h
     return TRUE;
 }
 
+// The screen's size alone is asked for: dialogs are centred by it.
 int WINAPI GetSystemMetrics(int index)
 {
     switch (index) {

@@ -7,6 +7,7 @@
 #include <stdlib.h>
 #include <string.h>
 
+// Pixels of a screen that nobody sees; templates and centred dialogs are placed in it.
 constexpr int kScreenWidth = 1024;
 constexpr int kScreenHeight = 768;
 constexpr int kMaxWindows = 4096;
@@ -16,16 +17,17 @@ static const HWND kRootHandle =
     reinterpret_cast<HWND>(ULONG_PTR(2));  // generation 0, which no slot has
 
 struct WindowSlot {
-    WindowRecord *record;  // null: free
-    unsigned generation;
+    WindowRecord *record;  // owned; null: the slot is free
+    unsigned generation;   // of the last window that had it, 1 to kGenerations; 0: none yet
 };
 
 struct WindowTable {
     WindowSlot slots[kMaxWindows];
-    WindowRecord root;
+    WindowRecord root;  // the screen: in no slot, and never freed
 };
 static WindowTable gTable;
 
+// Of the window that has the slot now.
 static HWND HandleOf(unsigned slot)
 {
     return reinterpret_cast<HWND>(
@@ -59,6 +61,7 @@ WindowRecord *FindWindowRecord(HWND window)
     return nullptr;
 }
 
+// The record with its class's data, or neither.
 static WindowRecord *AllocateRecord(WindowClass *windowClass)
 {
     WindowRecord *record = static_cast<WindowRecord *>(calloc(1, sizeof *record));
@@ -93,6 +96,7 @@ WindowRecord *NewWindowRecord(WindowClass *windowClass)
     return nullptr;
 }
 
+// The generation stays in the slot, so that the next window there gets another handle.
 void FreeWindowRecord(WindowRecord *window)
 {
     WindowSlot *slot = &gTable.slots[SlotOf(window->handle)];
@@ -123,6 +127,7 @@ HWND TopLevelOf(const WindowRecord *window)
     return window->handle;
 }
 
+// The old text stays until the new one is there: a failure changes nothing.
 bool StoreWindowText(WindowRecord *window, const char *text)
 {
     size_t length = text ? strlen(text) : 0;

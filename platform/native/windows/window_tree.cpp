@@ -79,6 +79,7 @@ static void LetChildrenGo(WindowRecord *window)
     }
 }
 
+// Activation is left at last: its messages go to the owner, who must not find the window any more.
 static void RemoveRecord(WindowRecord *window)
 {
     HWND handle = window->handle, owner = window->owner;
@@ -127,6 +128,8 @@ static bool CanHaveWindows(HWND parent)
     return record && record->dying != kToldNcDestroy;
 }
 
+// A window is in the tree when it hears its first message, and is shown and made active after its
+// last one: what a procedure does in WM_CREATE sees it whole but not yet on the screen.
 HWND WINAPI CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR title, DWORD style, int x,
                             int y, int width, int height, HWND parent, HMENU menuOrId,
                             HINSTANCE instance, LPVOID parameter)
@@ -182,6 +185,8 @@ static void SendDestroy(HWND window)
         SendDestroy(child);
 }
 
+// First what the window owns, then WM_DESTROY from above, then WM_NCDESTROY from below: so each
+// window still has its children when it hears the first and has none when it hears the second.
 BOOL WINAPI DestroyWindow(HWND window)
 {
     WindowRecord *record = FindWindowRecord(window);
@@ -224,11 +229,13 @@ HWND WINAPI FindWindowA(LPCSTR className, LPCSTR title)
     return nullptr;
 }
 
+// The screen stands for a window: it is the parent of all that have none, and hears nothing.
 HWND WINAPI GetDesktopWindow()
 {
     return RootWindow()->handle;
 }
 
+// The relations that somebody asks for; any other gives null.
 HWND WINAPI GetWindow(HWND window, UINT relation)
 {
     WindowRecord *record = FindWindowRecord(window);
