@@ -27,6 +27,7 @@
 #define WM_KEYUP 0x0101
 #define WM_CHAR 0x0102
 #define WM_KEYLAST 0x0109
+#define WM_ENTERIDLE 0x0121
 #define WM_INITDIALOG 0x0110
 #define WM_COMMAND 0x0111
 #define WM_LBUTTONDOWN 0x0201
@@ -91,14 +92,18 @@
 #define HC_ACTION 0
 #define HC_NOREMOVE 3
 
+#define MSGF_DIALOGBOX 0
 #define DM_GETDEFID (WM_USER + 0)
+#define DM_SETDEFID (WM_USER + 1)
 #define DC_HASDEFID 0x534B
 #define DLGC_DEFPUSHBUTTON 0x0010
 #define DLGC_UNDEFPUSHBUTTON 0x0020
 #define DLGC_RADIOBUTTON 0x0040
 #define DLGC_STATIC 0x0100
 #define DLGC_BUTTON 0x2000
+#define BS_PUSHBUTTON 0
 #define BS_DEFPUSHBUTTON 1
+#define BM_SETSTYLE 0x00F4
 #define BM_CLICK 0x00F5
 #define BN_CLICKED 0
 #define GR_GDIOBJECTS 0
@@ -249,6 +254,12 @@ LRESULT WINAPI CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam
 
 HWND WINAPI CreateDialogParamA(HINSTANCE module, LPCSTR name, HWND parent, DLGPROC procedure,
                                LPARAM parameter);
+/* With nobody at the screen a queue that is empty stays empty. Then the owner gets WM_ENTERIDLE and
+   may act; where it doesn't, the dialog is asked to close. -1 when it can't be made or never ends.
+ */
+INT_PTR WINAPI DialogBoxParamA(HINSTANCE module, LPCSTR name, HWND parent, DLGPROC procedure,
+                               LPARAM parameter);
+BOOL WINAPI EndDialog(HWND dialog, INT_PTR result);
 LRESULT WINAPI DefDlgProcA(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 HWND WINAPI GetDlgItem(HWND dialog, int id);
 int WINAPI GetDlgCtrlID(HWND control);

@@ -1,5 +1,5 @@
-// Replacing a file: the new state or the old one, whole, and nothing left beside it. Shown by
-// documents; data files go the same way but for the first step of their paths.
+// Replacing a file, and the paths of documents. (That a file is the old one or the new one,
+// whatever happens, is tests/host/kill_test's.)
 #include <gtest/gtest.h>
 
 #include "support/temp_folder.h"
@@ -11,30 +11,6 @@ static std::string LaoFolder()
     return folder;
 }
 
-static int Replace(const std::string &path, const std::string &text, int keep = 1)
-{
-    FILE *file = BeginReplaceDocument(path.c_str());
-    if (!file)
-        return -1;
-    fwrite(text.data(), 1, text.size(), file);
-    return EndReplaceFile(file, keep);
-}
-
-TEST(ReplacedFile, KeepsTheNewOrTheOld)
-{
-    std::string folder = LaoFolder(), path = folder + "\\ຈົດໝາຍ.xml", large(100000, 'n');
-    EXPECT_EQ(Replace(path, "never", 0), 0);
-    EXPECT_EQ(Replace(path, "first"), 1);
-    EXPECT_EQ(Replace(path, "dropped", 0), 0);
-    FILE *file = BeginReplaceDocument(path.c_str());
-    fwrite(large.data(), 1, large.size(), file);
-    fflush(file);
-    EXPECT_EQ(ReadWholeFile(path), "first") << "until the end";
-    EXPECT_EQ(EndReplaceFile(file, 1), 1);
-    EXPECT_EQ(ReadWholeFile(path), large);
-    EXPECT_EQ(ListFolder(folder), std::vector<std::string>{"ຈົດໝາຍ.xml"});
-}
-
 // Two at the same time for one file, and one beside it: all are written to the end. What a killed
 // process left under the name of such a file is taken over.
 TEST(ReplacedFile, WritersDoNotMix)
@@ -42,7 +18,8 @@ TEST(ReplacedFile, WritersDoNotMix)
     std::string folder = LaoFolder(), path = folder + "\\ກ.xml";
     FILE *first = BeginReplaceDocument(path.c_str());
     std::string leftover = folder + "\\" + ListFolder(folder).at(0);
-    EndReplaceFile(first, 0);
+    EXPECT_EQ(EndReplaceFile(first, 0), 0);
+    EXPECT_TRUE(ListFolder(folder).empty());
     WriteWholeFile(leftover, std::string(1000, '#'));
     first = BeginReplaceDocument(path.c_str());
     FILE *second = BeginReplaceDocument(path.c_str());
@@ -63,7 +40,7 @@ TEST(ReplacedFile, WhatAFileCannotReplaceIsRefused)
     std::filesystem::create_directory(ToPath(folder + "\\inner"));
     WriteWholeFile(folder + "\\file", "x");
     for (const char *name : {"\\inner", "\\absent\\file", "\\file\\file", ""})
-        EXPECT_EQ(Replace(folder + name, "text"), -1) << name;
+        EXPECT_FALSE(BeginReplaceDocument((folder + name).c_str())) << name;
     EXPECT_EQ(ListFolder(folder), (std::vector<std::string>{"file", "inner"}));
     EXPECT_EQ(EndReplaceFile(nullptr, 1) + EndReplaceFile(stdout, 1), 0) << "no replacement";
 }

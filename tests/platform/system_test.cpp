@@ -1,4 +1,4 @@
-// Modules, the calls on paths, opening files (the text mode above all), and comparing names.
+// Modules, the calls on paths, and opening files, the text mode above all.
 #include <cstring>
 #include <gtest/gtest.h>
 
@@ -62,34 +62,27 @@ TEST(Modules, FileNameIsCutToItsRoom)
     }
 }
 
-static BOOL WINAPI Create(const char *path)
-{
-    return CreateDirectoryA(path, nullptr);
-}
-
-static BOOL WINAPI Find(const char *path)
-{
-    return GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES;
-}
-
 // One table for the calls on paths: what is there before each row is what the rows above left.
 TEST(Folders, CallsTellWhyNot)
 {
+    auto create = [](const char *path) { return CreateDirectoryA(path, nullptr); };
+    auto remove = [](const char *path) { return DeleteFileA(path); };
+    auto find = [](const char *path) { return BOOL(GetFileAttributesA(path) + 1 != 0); };
     std::string folder = FreshFolder();
     WriteWholeFile(folder + "\\file", "x");
     struct Row {
-        BOOL(WINAPI *call)(const char *path);
+        BOOL (*call)(const char *path);
         const char *name;
         DWORD error;  // 0: done
     } const rows[] = {
         // clang-format off
-        {Create, "\\new", 0}, {Create, "\\new", ERROR_ALREADY_EXISTS}, {Create, "\\new\\inner", 0},
-        {Create, "\\file", ERROR_ALREADY_EXISTS}, {Create, "\\no\\new", ERROR_PATH_NOT_FOUND},
-        {Create, "\\file\\new", ERROR_PATH_NOT_FOUND}, {Find, "\\file\\no", ERROR_PATH_NOT_FOUND},
-        {Find, "\\no", ERROR_FILE_NOT_FOUND}, {Find, "\\no\\no", ERROR_PATH_NOT_FOUND},
-        {Find, "\\file", 0}, {DeleteFileA, "\\new", ERROR_ACCESS_DENIED},
-        {DeleteFileA, "\\no", ERROR_FILE_NOT_FOUND}, {DeleteFileA, "\\no\\no", ERROR_PATH_NOT_FOUND},
-        {DeleteFileA, "\\file", 0}, {DeleteFileA, "\\file", ERROR_FILE_NOT_FOUND},
+        {create, "\\new", 0}, {create, "\\new", ERROR_ALREADY_EXISTS}, {create, "\\new\\inner", 0},
+        {create, "\\file", ERROR_ALREADY_EXISTS}, {create, "\\no\\new", ERROR_PATH_NOT_FOUND},
+        {create, "\\file\\new", ERROR_PATH_NOT_FOUND}, {find, "\\file\\no", ERROR_PATH_NOT_FOUND},
+        {find, "\\no", ERROR_FILE_NOT_FOUND}, {find, "\\no\\no", ERROR_PATH_NOT_FOUND},
+        {find, "\\file", 0}, {remove, "\\new", ERROR_ACCESS_DENIED},
+        {remove, "\\no", ERROR_FILE_NOT_FOUND}, {remove, "\\no\\no", ERROR_PATH_NOT_FOUND},
+        {remove, "\\file", 0}, {remove, "\\file", ERROR_FILE_NOT_FOUND},
         // clang-format on
     };
     for (const Row &row : rows) {
@@ -149,15 +142,4 @@ TEST(DataFile, WhatIsNoFileIsNotOpened)
         EXPECT_FALSE(OpenDataFile(nullptr, mode));
     }
     EXPECT_FALSE(OpenDataFile((folder + "\\absent").c_str(), "rb"));
-}
-
-TEST(CompareNoCase, FoldsAsciiAndNothingElse)
-{
-    EXPECT_EQ(CompareNoCase("abcz", "ABCZ"), 0);
-    const char *inOrder[][2] = {{"abc", "ABD"}, {"a", "AB"},      {"[", "Z"}, {"_", "a"},
-                                {"[", "{"},     {"\xC9", "\xE9"}, {"@", "`"}};
-    for (const auto &[left, right] : inOrder) {
-        EXPECT_LT(CompareNoCase(left, right), 0) << left << right;
-        EXPECT_GT(CompareNoCase(right, left), 0) << left << right;
-    }
 }

@@ -134,8 +134,7 @@ TEST_F(Windows, TextIsCutToItsRoom)
         EXPECT_EQ(std::string(text), std::string("host").substr(0, size_t(size) - 1));
         EXPECT_EQ(text[size], '#');
     }
-    EXPECT_TRUE(SetWindowTextA(host_, nullptr));
-    EXPECT_EQ(SendMessageA(host_, WM_GETTEXTLENGTH, 0, 0), 0);
+    EXPECT_TRUE(SetWindowTextA(host_, nullptr) && !SendMessageA(host_, WM_GETTEXTLENGTH, 0, 0));
     SendMessageA(host_, WM_CLOSE, 0, 0);
     EXPECT_FALSE(IsWindow(host_));
 }
@@ -189,7 +188,6 @@ TEST_F(Windows, FocusGoesToTheFirstStopUnlessTheProcedureSaysNo)
     HWND dialog = Open("two", host_);
     EXPECT_EQ(gHeard, (Heard{"focus 11", "init 5"}));
     EXPECT_EQ(GetFocus(), GetDlgItem(dialog, 11));
-    EXPECT_EQ(SendMessageA(dialog, DM_GETDEFID, 0, 0), MAKELONG(14, DC_HASDEFID));
     SetFocus(GetDlgItem(dialog, 14));
     SetActiveWindow(host_);
     EXPECT_EQ(GetFocus(), host_);
@@ -208,16 +206,65 @@ TEST_F(Windows, FocusGoesToTheFirstStopUnlessTheProcedureSaysNo)
     EXPECT_FALSE(Open("two", HWND(LONG_PTR(12345))));
 }
 
-TEST_F(Windows, ClosingPressesCancelUnlessItIsDisabled)
+TEST_F(Windows, DefaultButtonCanBeChangedAndClosingPressesCancel)
 {
-    HWND dialog = Open(reinterpret_cast<const char *>(7), host_);
+    HWND dialog = Open("two", host_);
+    for (int id : {14, 11}) {  // the template's, then another
+        EXPECT_EQ(SendMessageA(dialog, DM_GETDEFID, 0, 0), MAKELONG(id, DC_HASDEFID));
+        EXPECT_TRUE(SendDlgItemMessageA(dialog, id, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON);
+        SendMessageA(dialog, DM_SETDEFID, WPARAM(25 - id), 0);
+        EXPECT_FALSE(SendDlgItemMessageA(dialog, id, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON);
+    }
+    dialog = Open(reinterpret_cast<const char *>(7), host_);
     EXPECT_EQ(SendMessageA(dialog, DM_GETDEFID, 0, 0), MAKELONG(IDOK, DC_HASDEFID));
     gHeard.clear();
     for (const Heard &heard : {Heard{}, Heard{"command 2"}}) {
         SendMessageA(dialog, WM_CLOSE, 0, 0);
         DrainMessages();
-        EXPECT_EQ(gHeard, heard);
+        EXPECT_EQ(gHeard, heard) << "it is disabled at first";
         EnableWindow(GetDlgItem(dialog, IDCANCEL), TRUE);
+    }
+}
+
+static WPARAM gAct;  // what the owner of a modal dialog sends at its next turn; 0: nothing
+
+// The owner acts when nothing is left in the queue, as a person would.
+static LRESULT CALLBACK ActWhenIdle(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_ENTERIDLE && wParam == MSGF_DIALOGBOX && gAct) {
+        Hear("enabled ", WPARAM(IsWindowEnabled(window)));
+        PostMessageA(HWND(lParam), WM_COMMAND, gAct, 0);
+        gAct = gAct == 14 ? 11 : 0;
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+static INT_PTR CALLBACK ModalProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_INITDIALOG ? lParam == 9 : message == WM_COMMAND && wParam != 14)
+        EndDialog(dialog, message == WM_COMMAND ? INT_PTR(wParam) + 100 : 99);
+    return message != WM_INITDIALOG && TwoProc(dialog, message, wParam, lParam);
+}
+
+TEST_F(Windows, ModalDialogIsAnsweredByItsOwner)
+{
+    SetWindowLongPtrA(host_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ActWhenIdle));
+    struct Row {
+        const char *name;
+        LPARAM parameter;  // 9: it ends at once
+        INT_PTR result;
+        Heard heard;
+    } const rows[] = {
+        {"two", 5, 111, {"enabled 0", "command 14", "enabled 0", "command 11"}},
+        {"two", 9, 99, {}},
+        {"broken", 5, -1, {}},
+    };
+    for (const Row &row : rows) {
+        gHeard.clear();
+        gAct = 14;
+        EXPECT_EQ(DialogBoxParamA(nullptr, row.name, host_, ModalProc, row.parameter), row.result);
+        EXPECT_EQ(gHeard, row.heard);
+        EXPECT_TRUE(IsWindowEnabled(host_));
     }
 }
 
@@ -281,7 +328,6 @@ TEST_F(Windows, KeysPassTheHooksNewestFirstAndReachTheFocus)
 {
     HHOOK outer = SetWindowsHookExA(WH_KEYBOARD, OuterHook, nullptr, GetCurrentThreadId());
     HHOOK inner = SetWindowsHookExA(WH_KEYBOARD, InnerHook, nullptr, GetCurrentThreadId());
-    ASSERT_TRUE(outer && inner);
     PressKey(VK_SPACE);
     EXPECT_EQ(gHeard, (Heard{"inner 32", "outer 32", "down 32", "char 32", "inner up 32",
                              "outer 32", "up 32"}));
@@ -296,5 +342,4 @@ TEST_F(Windows, KeysPassTheHooksNewestFirstAndReachTheFocus)
     PressKey(VK_TAB);
     EXPECT_EQ(std::count(gHeard.begin(), gHeard.end(), "inner up 9"), 0) << "removed itself";
     EXPECT_TRUE(!UnhookWindowsHookEx(inner) && UnhookWindowsHookEx(outer));
-    EXPECT_FALSE(SetWindowsHookExA(WH_KEYBOARD, nullptr, nullptr, GetCurrentThreadId()));
 }

@@ -63,6 +63,9 @@ static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPA
         return 0;
     case WM_KILLFOCUS: data->isPressed = false; return 0;
     case BM_CLICK: ClickButton(window); return 0;
+    case BM_SETSTYLE:
+        button->style = (button->style & ~kButtonKind) | (wParam & kButtonKind);
+        return 0;
     }
     return DefWindowProcA(window, message, wParam, lParam);
 }

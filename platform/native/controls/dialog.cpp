@@ -10,10 +10,28 @@ DialogData *FindDialogData(HWND dialog)
     return record ? static_cast<DialogData *>(ClassData(record, DefDlgProcA)) : nullptr;
 }
 
+bool IsDefaultButton(HWND control)
+{
+    return (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) != 0;
+}
+
 // The high word says that there is one.
 static LRESULT DefaultId(const DialogData *dialog)
 {
     return dialog->defaultId ? MAKELONG(dialog->defaultId, DC_HASDEFID) : 0;
+}
+
+// The old default button becomes a plain one, the new one the default.
+static LRESULT SetDefaultId(HWND window, DialogData *dialog, int id)
+{
+    HWND before = GetDlgItem(window, dialog->defaultId);
+    HWND button = GetDlgItem(window, id);
+    dialog->defaultId = id;
+    if (before && before != button && IsDefaultButton(before))
+        SendMessageA(before, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
+    if (button && (SendMessageA(button, WM_GETDLGCODE, 0, 0) & DLGC_UNDEFPUSHBUTTON))
+        SendMessageA(button, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
+    return TRUE;
 }
 
 // Another window becomes active: which control had the focus is remembered for the way back.
@@ -52,6 +70,7 @@ static LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM 
         return DefWindowProcA(window, message, wParam, lParam);
     switch (message) {
     case DM_GETDEFID: return DefaultId(dialog);
+    case DM_SETDEFID: return SetDefaultId(window, dialog, int(wParam));
     case WM_CLOSE: return CloseDialog(window);
     case WM_SETFOCUS: GiveFocusBack(window, dialog); return 0;
     case WM_ACTIVATE:

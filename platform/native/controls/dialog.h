@@ -8,9 +8,14 @@ struct DialogData {
     DLGPROC procedure;  // the program's; null: all is handled by default
     int defaultId;      // of the button that Return presses; 0: there is none
     HWND leftFocus;     // the control that had the focus when another window became active
+    bool hasEnded;      // EndDialog was called
+    INT_PTR result;     // that it was called with
 };
 
 // Null for a window that isn't there or isn't a dialog.
 DialogData *FindDialogData(HWND dialog);
+
+// Whether the control says of itself that it is a default push button.
+bool IsDefaultButton(HWND control);
 
 #endif

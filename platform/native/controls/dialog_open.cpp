@@ -1,6 +1,6 @@
-// Opening dialogs: a template becomes a window with its controls, which goes on by itself; nobody
-// here waits for one. Sizes in templates are dialog units, which the dialog's font turns into
-// pixels.
+// Opening dialogs: a template becomes a window with its controls, and either goes on by itself
+// (modeless) or is waited for (modal). Sizes in templates are dialog units, which the dialog's font
+// turns into pixels.
 #include "controls/dialog.h"
 #include "controls/dialog_template.h"
 
@@ -33,11 +33,6 @@ static HWND CreateItem(const TemplateItem *item, DialogUnits units, HWND parent,
         Scaled(item->y, units.height, 8), Scaled(item->width, units.width, 4),
         Scaled(item->height, units.height, 8), parent,
         isControl ? reinterpret_cast<HMENU>(ULONG_PTR(item->id)) : nullptr, module, nullptr);
-}
-
-static bool IsDefaultButton(HWND control)
-{
-    return (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) != 0;
 }
 
 // False when a control can't be read or made, or one of them has destroyed the dialog.
@@ -107,4 +102,75 @@ HWND WINAPI CreateDialogParamA(HINSTANCE module, LPCSTR name, HWND parent, DLGPR
     if ((head.dialog.style & WS_VISIBLE) && IsWindow(dialog))
         ShowWindow(dialog, SW_SHOWNORMAL);
     return IsWindow(dialog) ? dialog : nullptr;
+}
+
+// ---- modal dialogs ----
+
+// A dialog that was destroyed without EndDialog isn't open either.
+static bool IsOpen(HWND dialog)
+{
+    DialogData *data = FindDialogData(dialog);
+    return data && !data->hasEnded;
+}
+
+// Nobody sits at this screen, so a queue that is empty stays empty. Then the owner is told, as
+// always, and may do what a person would do; where it does nothing the dialog is asked to close,
+// and one that won't is left after a second try.
+static void RunModalLoop(HWND dialog, HWND owner)
+{
+    constexpr int kMaxCloses = 2;
+    int closes = 0;
+    bool wasTold = false;  // since the last message
+    while (IsOpen(dialog)) {
+        MSG message;
+        if (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+            if (message.message == WM_QUIT) {
+                PostQuitMessage(int(message.wParam));  // for the host's own loop
+                return;
+            }
+            TranslateMessage(&message);
+            DispatchMessageA(&message);
+            wasTold = false;
+        } else if (!wasTold) {
+            wasTold = true;
+            SendMessageA(owner, WM_ENTERIDLE, MSGF_DIALOGBOX, reinterpret_cast<LPARAM>(dialog));
+        } else if (closes++ < kMaxCloses) {
+            SendMessageA(dialog, WM_CLOSE, 0, 0);
+        } else {
+            return;
+        }
+    }
+}
+
+// The owner is disabled meanwhile, unless it was before; the result is that of EndDialog.
+INT_PTR WINAPI DialogBoxParamA(HINSTANCE module, LPCSTR name, HWND parent, DLGPROC procedure,
+                               LPARAM parameter)
+{
+    TemplateHead head;
+    HWND dialog = MakeDialog(InstanceOrProgram(module), name, parent, procedure, &head);
+    if (!dialog)
+        return -1;
+    HWND owner = GetWindow(dialog, GW_OWNER);
+    bool mustEnable = owner && !EnableWindow(owner, FALSE);
+    InitDialog(dialog, parameter);
+    if (IsOpen(dialog))
+        ShowWindow(dialog, SW_SHOWNORMAL);
+    RunModalLoop(dialog, owner);
+    DialogData *data = FindDialogData(dialog);
+    INT_PTR result = data && data->hasEnded ? data->result : -1;
+    if (mustEnable)
+        EnableWindow(owner, TRUE);  // before the dialog goes, so that the owner can be active again
+    DestroyWindow(dialog);
+    return result;
+}
+
+// Only a mark: the loop sees it when the message that called this is done.
+BOOL WINAPI EndDialog(HWND dialog, INT_PTR result)
+{
+    DialogData *data = FindDialogData(dialog);
+    if (!data)
+        return FALSE;
+    data->hasEnded = true;
+    data->result = result;
+    return TRUE;
 }

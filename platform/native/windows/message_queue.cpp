@@ -1,8 +1,8 @@
 // The message queue of the thread. A message is sought in the system's order: posted ones first,
 // then the end of the program, then keys, which pass the keyboard hooks as they are taken out and
 // go to the window that has the focus at that moment, and windows to be painted at last. Called by
-// the loops of hosts. There is nobody at the screen: with nothing in it a queue stays empty, and
-// GetMessageA says so instead of waiting.
+// the loops of hosts and of modal dialogs. There is nobody at the screen: with nothing in it a
+// queue stays empty, and GetMessageA says so instead of waiting.
 #include <assert.h>
 #include <stdlib.h>
 
