@@ -4,7 +4,7 @@
 
 static int FoldByte(char byte)
 {
-    unsigned char value = uint8_t(byte);
+    unsigned char value = BYTE(byte);
     return value >= 'A' && value <= 'Z' ? value + ('a' - 'A') : value;
 }
 

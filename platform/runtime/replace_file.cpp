@@ -34,7 +34,7 @@ static unsigned HashName(const char *name)
 {
     unsigned hash = 2166136261U;
     for (; *name; ++name)
-        hash = (hash ^ uint8_t(*name)) * 16777619U;
+        hash = (hash ^ BYTE(*name)) * 16777619U;
     return hash;
 }
 

@@ -236,7 +236,7 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int leng
         wellFormed = WidenUtf8(text, length, &sink);
     } else {
         for (int at = 0; at < length && !sink.overflow; ++at)
-            PutUnit(&sink, WidenByte(uint8_t(text[at])));
+            PutUnit(&sink, WidenByte(BYTE(text[at])));
     }
     if (!wellFormed && (flags & MB_ERR_INVALID_CHARS))
         return Fail(ERROR_NO_UNICODE_TRANSLATION);

@@ -22,7 +22,7 @@ static int BestFit(unsigned unit)
     char narrow = 0;
     BOOL usedDefault = FALSE;
     int length = WideCharToMultiByte(1252, 0, &wide, 1, &narrow, 1, "?", &usedDefault);
-    unsigned byte = uint8_t(narrow);
+    unsigned byte = BYTE(narrow);
     return length != 1 || usedDefault || UnitOfByte(byte) == unit ? -1 : int(byte);
 }
 

@@ -15,7 +15,7 @@
 // There are no drives: a path behind its letter begins at the root of the file system.
 static const char *SkipDrive(const char *path)
 {
-    return isalpha(uint8_t(path[0])) && path[1] == ':' ? path + 2 : path;
+    return isalpha(BYTE(path[0])) && path[1] == ':' ? path + 2 : path;
 }
 
 bool ToNativePath(const char *path, char *native, int nativeSize)
