@@ -57,7 +57,7 @@ TEST(Modules, FileNameIsCutToItsRoom)
     for (DWORD size : {length + 1, length, DWORD(5), DWORD(1)}) {
         memset(cut, '#', sizeof cut);
         EXPECT_EQ(GetModuleFileNameA(nullptr, cut, size), std::min(size, length));
-        EXPECT_EQ(std::string(cut), std::string(whole, size - 1));
+        EXPECT_EQ(std::string(cut, size - 1), std::string(whole, size - 1));
         EXPECT_EQ(cut[size], '#');
     }
 }
