@@ -221,8 +221,9 @@ TEST_F(Windows, DefaultButtonCanBeChangedAndClosingPressesCancel)
         EnableWindow(GetDlgItem(dialog, IDCANCEL), isEnabled);
         SendMessageA(dialog, WM_CLOSE, 0, 0);
         DrainMessages();
-        if (isEnabled || kIsNative)  // Wine presses a disabled button too
+        if (isEnabled || kIsNative) {  // Wine presses a disabled button too
             EXPECT_EQ(gHeard, isEnabled ? Heard{"command 2"} : Heard{});
+        }
     }
 }
 
