@@ -93,8 +93,7 @@ std::string FindTextFont()
     }
 }
 
-// As the system writes paths.
-static std::string SystemPath(std::string path)
+std::string SystemPath(std::string path)
 {
     if (std::filesystem::path::preferred_separator == '/')
         std::replace(path.begin(), path.end(), '\\', '/');

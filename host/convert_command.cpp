@@ -48,24 +48,23 @@ static std::string PlaceIn(const std::string &folder, const std::string &file)
 }
 
 // Paths of the command are UTF-8 on all systems.
-static std::filesystem::path SystemPath(std::string path)
+static std::filesystem::path Utf8Path(const std::string &path)
 {
-    if (std::filesystem::path::preferred_separator == '/')
-        std::replace(path.begin(), path.end(), '\\', '/');
-    return std::u8string(path.begin(), path.end());
+    std::string system = SystemPath(path);
+    return std::u8string(system.begin(), system.end());
 }
 
 static bool IsFolder(const std::string &path)
 {
     std::error_code ignored;
-    return std::filesystem::is_directory(SystemPath(path), ignored);
+    return std::filesystem::is_directory(Utf8Path(path), ignored);
 }
 
 // Makes a folder with those above it, where they aren't there yet.
 static bool HasFolder(const std::string &path)
 {
     std::error_code failure;
-    std::filesystem::create_directories(SystemPath(path), failure);
+    std::filesystem::create_directories(Utf8Path(path), failure);
     if (IsFolder(path))
         return true;
     Tell("the folder \"" + path + "\" can't be made" + (failure ? ": " + failure.message() : ""),
