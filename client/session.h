@@ -19,7 +19,7 @@ std::vector<std::string> TakeMessages();
 // font's name are given. Empty when there is none: the user has taken them all out of the list.
 std::string FindTextFont();
 
-// A path as the system writes it: the library's have backslashes, and a backslash counts as a slash.
+// A path as the system writes it. The library's have backslashes; a backslash counts as a slash.
 std::string SystemPath(std::string path);
 
 // What is wrong with a file of the data folder that could not be saved: its path, or why there is
