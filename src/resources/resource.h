@@ -4,7 +4,7 @@
 #define ORVEL_RESOURCE_H
 
 /* A control that no code asks for. */
-#define ID_NONE -1
+#define ID_NONE (-1)
 
 /* The buttons of every dialog: Escape presses Cancel, Return the default. */
 #define ID_OK 1
