@@ -5,16 +5,14 @@
 
 TEST(PackLao, JoinsByTheRules)
 {
-    const char *rows[][2] = {{"\241\361\372\255", "\241\204\255"},  // MAI KAN, EK
-                             {"\241\373\366", "\241\235"},          // THO in front of its sign
-                             {"\241\360\373\276", "\241\325"},  // AM in two signs around its tone
-                             {"\241\277\372", "\241\324"},      // AM, EK
-                             {"\241\276\360", "\241\276\360"},  // AA, niggahita: not joined
-                             {"\241\362\374", "\241\362\374"},  // nor is MAI TI, nor U
-                             {"\241\367\372", "\241\367\372"},
-                             {"\241\372\373\362", "\241\372\231"},  // the nearer tone
-                             {"", ""},
-                             {"abc-\037\214", "abc-\037\214"}};
+    const char *rows[][2] = {
+        // clang-format off
+        {"\241\361\372\255", "\241\204\255"}, {"\241\373\366", "\241\235"},  // THO in front of its sign
+        {"\241\360\373\276", "\241\325"}, {"\241\277\372", "\241\324"},  // AM in two signs around its tone
+        {"\241\276\360", "\241\276\360"}, {"\241\362\374", "\241\362\374"}, {"\241\367\372", "\241\367\372"},
+        {"\241\372\373\362", "\241\372\231"}, {"", ""}, {"abc-\037\214", "abc-\037\214"},  // the nearer tone
+        // clang-format on
+    };
     for (const auto &[text, packed] : rows)
         EXPECT_EQ(ShowCode(Packed(text)), ShowCode(packed)) << ShowCode(text);
     PackLao(nullptr);

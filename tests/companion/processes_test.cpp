@@ -1,23 +1,10 @@
-// Several processes and one user dictionary: none loses a word of another, and a kill at any moment
-// leaves the old file or the new one.
+// Several processes and one user dictionary: none loses a word of another.
 #include "companion/support.h"
 
-#include <csignal>
-#include <ctime>
-#include <set>
 #include <sys/wait.h>
 #include <unistd.h>
 
-class Processes : public CleanDictionaries
-{
-};
-
-static std::string NumberedWord(int number)
-{
-    return "\241\276" + std::to_string(number);
-}
-
-TEST_F(Processes, NoneLosesAWordOfAnother)
+TEST_F(CleanDictionaries, NoProcessLosesAWordOfAnother)
 {
     constexpr int kProcesses = 3, kWords = 40;
     pid_t children[kProcesses];
@@ -28,7 +15,7 @@ TEST_F(Processes, NoneLosesAWordOfAnother)
             continue;
         int failed = 0;
         for (int i = 0; i < kWords; ++i)
-            failed += AddWord(NumberedWord(process * 1000 + i).c_str()) != 0;
+            failed += AddWord(("\241\276" + std::to_string(process * 1000 + i)).c_str()) != 0;
         _exit(failed);
     }
     for (pid_t child : children) {

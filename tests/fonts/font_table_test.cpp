@@ -10,9 +10,7 @@
 #include "support/started_library.h"
 #include "support/temp_folder.h"
 
-class Fonts : public StartedLibrary
-{
-};
+using Fonts = StartedLibrary;
 
 static std::string Describe(const FontRecord &record)
 {
@@ -25,41 +23,29 @@ static std::string Long(size_t length)
     return std::string(length, 'n');
 }
 
-struct LineRow {
-    std::string line, record;  // no record: the default one stands
-};
-
 static const char kDefault[] = "Saysettha Lao/1//100/0";
 
-static const LineRow kLineRows[] = {
-    {"A,Unicode,B,90,1\n", "A/1/B/90/1"},
-    {"A,Unicode", "A/1//100/0"},
-    {" A b\t,  uniCODE , B ,90,7\r\n", "A b/1/B/90/1"},
-    {"A,", kDefault},
-    {"A,nonsense,B,90\n", kDefault},
-    {",Unicode,B,90\n", kDefault},
-    {"", kDefault},
-    {"A,Unicode,,120,1\n", "A/1//120/1"},
-    {"A,Lao2000,B,90,1\n", "A/2/B/90/0"},
-    {"A,Unicode,B,9,1\n", "A/1/B/100/0"},
-    {"A,Unicode,B,1000\n", "A/1/B/1000/0"},
-    {"A,Unicode,B,1001,1\n", "A/1/B/100/0"},
-    {"A,Unicode,B,99999999999999999999,1\n", "A/1/B/100/0"},
-    {"A,Unicode,B,x,1\n", "A/1/B/100/0"},
+static const struct {
+    std::string line, record;
+} kLineRows[] = {
+    // clang-format off
+    {"A,Unicode,B,90,1\n", "A/1/B/90/1"}, {"A,Unicode", "A/1//100/0"},
+    {" A b\t,  uniCODE , B ,90,7\r\n", "A b/1/B/90/1"}, {"A,Unicode,,120,1\n", "A/1//120/1"},
+    {"A,", kDefault}, {"A,nonsense,B,90\n", kDefault}, {",Unicode,B,90\n", kDefault}, {"", kDefault},
+    {"A,Lao2000,B,90,1\n", "A/2/B/90/0"}, {"A,Unicode,B,9,1\n", "A/1/B/100/0"},
+    {"A,Unicode,B,1000\n", "A/1/B/1000/0"}, {"A,Unicode,B,1001,1\n", "A/1/B/100/0"},
+    {"A,Unicode,B,99999999999999999999,1\n", "A/1/B/100/0"}, {"A,Unicode,B,x,1\n", "A/1/B/100/0"},
     {"A,Unicode,B," + std::string(70, '0') + "90x,1\n", "A/1/B/90/1"},
-    {"A,Unicode,B,90,99999999999\n", "A/1/B/90/1"},
-    {Long(36) + ",Unicode\n", Long(36) + "/1//100/0"},
+    {"A,Unicode,B,90,99999999999\n", "A/1/B/90/1"}, {Long(36) + ",Unicode\n", Long(36) + "/1//100/0"},
     {Long(63) + ",Unicode," + Long(63) + ",90\n", Long(36) + "/1/" + Long(36) + "/90/0"},
-    {Long(64) + ",Unicode\n", kDefault},
-    {"A,Unicode," + Long(64) + ",90\n", "A/1//100/0"},
-    {"\x1A"
-     "A,Unicode\n",
-     kDefault},
+    {Long(64) + ",Unicode\n", kDefault}, {"A,Unicode," + Long(64) + ",90\n", "A/1//100/0"},
+    {"\x1A" "A,Unicode\n", kDefault},
+    // clang-format on
 };
 
 TEST_F(Fonts, LinesOfTheFile)
 {
-    for (const LineRow &row : kLineRows) {
+    for (const auto &row : kLineRows) {
         ReplaceFonts(row.line);
         EXPECT_EQ(Describe(gFonts.records[0]), row.record) << row.line;
     }

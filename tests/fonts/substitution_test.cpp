@@ -63,29 +63,23 @@ TEST_F(Substitution, SettersRefuseWhatTheyCanNotKeep)
     EXPECT_EQ(SetFontExtended("B", 1) + SetFontExtended("C", 1), 0);
 }
 
-struct LikenessRow {
-    const char *name, *chosen;
-};
-
 // The current code is 1.
-static const LikenessRow kLikenessRows[] = {
-    {"Alice0 Lao", "Alice0 Unicode"},
-    {"ALICE0 LAO", "Saysettha OT"},  // case counts: one common letter is no likeness
-    {"Al", "Alice0 Unicode"},        // two are one
-    {"Axe", "Saysettha OT"},
-    {"Say", "Saysettha OT"},
-    {"Alice0 Unicode", "Alice0 Unicode"},
-    {"Zebra", "Saysettha OT"},
+static const char *const kLikenessRows[][2] = {
+    // clang-format off
+    {"Alice0 Lao", "Alice0 Unicode"}, {"ALICE0 LAO", "Saysettha OT"},  // case counts
+    {"Al", "Alice0 Unicode"}, {"Axe", "Saysettha OT"},  // one common letter is no likeness
+    {"Alice0 Unicode", "Alice0 Unicode"}, {"Zebra", "Saysettha OT"},
+    // clang-format on
 };
 
 TEST_F(Substitution, TheMostAlikeFontOfTheCurrentCodeIsChosen)
 {
     DWORD mode = LaoMode(1, 15);
-    for (const LikenessRow &row : kLikenessRows) {
+    for (auto [name, chosen] : kLikenessRows) {
         ReplaceFonts("Saysettha OT,Unicode\nAlice0 Unicode,Unicode\nAlice0 UniTwo,Unicode\n" +
-                     std::string(row.name) + ",Lao95\n");
-        EXPECT_EQ(UpdateReplacementFont(row.name), 1);
-        EXPECT_EQ(Substitute(row.name), row.chosen) << row.name;
+                     std::string(name) + ",Lao95\n");
+        EXPECT_EQ(UpdateReplacementFont(name), 1);
+        EXPECT_EQ(Substitute(name), chosen) << name;
     }
     EXPECT_EQ(UpdateReplacementFont("not there") + UpdateReplacementFont(nullptr), 0);
     LaoMode(6, 15);  // a code without a font

@@ -67,12 +67,10 @@ TEST_F(UnicodeMapping, BytesToCharacters)
     LaoMode(mode, 0xFF);
 }
 
-struct BackRow {
+static const struct {
     unsigned character;
     int plain, extended;
-};
-
-static const BackRow kBackRows[] = {
+} kBackRows[] = {
     {'-', 0x8C, 0x8C},    {'a', 'a', 'a'},     {0x200B, '-', '-'},   {0, '?', '?'},
     {0x0E81, 0xA1, 0xA1}, {0x0E80, '?', '?'},  {0x0E83, '?', '?'},   {0x0EDD, 0xCF, 0xCF},
     {0x0EDE, '?', '?'},   {0x0EDF, '?', '?'},  {0x0EE0, 'k', 'k'},   {0x0E7F, 'k', 'k'},
@@ -84,11 +82,10 @@ static const BackRow kBackRows[] = {
 
 TEST_F(UnicodeMapping, CharactersToBytes)
 {
-    for (const BackRow &row : kBackRows) {
-        EXPECT_EQ(ToByte(row.character, 0), row.plain) << std::hex << row.character;
-        EXPECT_EQ(ToByte(row.character, 1), row.extended) << std::hex << row.character;
-        EXPECT_EQ(ToByte(row.character, 99), row.plain) << std::hex << row.character;
-    }
+    for (const auto &row : kBackRows)
+        for (int font : {0, 1, 99})
+            EXPECT_EQ(ToByte(row.character, font), font == 1 ? row.extended : row.plain)
+                << std::hex << row.character;
 }
 
 // All that has a code goes there and back, real text as a whole.

@@ -6,9 +6,7 @@
 #include "keytables/key_support.h"
 #include "support/temp_folder.h"
 
-class KeyGuides : public KeyTables
-{
-};
+using KeyGuides = KeyTables;
 
 static std::string FromRepository(const std::string &path)
 {

@@ -3,9 +3,7 @@
 // proves the lookups and the canonical codes.
 #include "keytables/key_support.h"
 
-class Rendering : public KeyTables
-{
-};
+using Rendering = KeyTables;
 
 struct RenderRow {
     const char *first;  // a sequence, or a pattern and its text
@@ -34,18 +32,15 @@ TEST_F(Rendering, WritesThePiecesInOrder)
         "", sections,
         {
             // clang-format off
-        {"TFV2I", "ກວ່ານ", "1naak"}, {"I2VF", "ກວາ", "kwaa"},  // the cluster is no initial
-        {"I2VF", "ຫນາ", "hnaa"},                             // this pair is
+        {"TFV2I", "ກວ່ານ", "1naak"}, {"I2VF", "ກວາ", "kwaa"}, {"I2VF", "ຫນາ", "hnaa"},  // a pair of its own
         {"IVF", "ກວາ", "kaa"}, {"2I", "ກວາ", "k"},           // no 2, and nothing left for it
         {"I2VF", "ຂານ", ".aan"}, {"I2VF", "ຂວານ", ".waan"}, {"I2VF", "ກະ", "k?"},  // defaults
-        {"IVFT", "ກ໋າດ", "kaa"}, {"IIVV", "ກາ", "kkaaaa"},
-        {"I.V?q", "ກາ", "kaa"},                              // other letters say nothing
+        {"IVFT", "ກ໋າດ", "kaa"}, {"IIVV", "ກາ", "kkaaaa"}, {"I.V?q", "ກາ", "kaa"},  // other letters say nothing
         // a final that belongs to the vowel, also for the tone; one that doesn't
         {"IVFN", "ເກຍ", "kiaIII"}, {"IVF", "ກາຍ", "kaa"},
         // tone numbers: at a place of their own, in the last vowel, where there is none
         {"IVFN", "ການ", "kaanI"}, {"IVFX", "ການ", "kaIan"}, {"VIV.X", "ກາ", "aakaIa"},
-        {"IFX", "ການ", "knI"}, {"IX", "ກໍ", "kI"}, {"IVX", "ກໍ", "kI"},
-        {"INX", "ກ່າດ", "k00"},                              // a tone that isn't
+        {"IFX", "ການ", "knI"}, {"IX", "ກໍ", "kI"}, {"IVX", "ກໍ", "kI"}, {"INX", "ກ່າດ", "k00"},  // a tone that isn't
                                     // clang-format on
         });
 }
