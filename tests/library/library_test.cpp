@@ -37,6 +37,7 @@ class LoadedLibrary : public testing::Test
         if (library_)
             FreeLibrary(library_);
         HideKeyboardManager();
+        RegisterInstallFolder(ProgramFolder());  // under Wine other programs read it too
     }
     HMODULE library_ = nullptr;
 };
