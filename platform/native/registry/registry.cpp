@@ -38,7 +38,7 @@ static const RootKey kRootKeys[] = {
 struct Session {
     RegistryText text;  // owned
     RegistryLine line;  // the last one that was parsed; its data are owned, kMaxValueSize bytes
-    int lock;           // of LockRegistry; -1 while only reading
+    HANDLE lock;        // of LockRegistry; null while only reading
 };
 
 // --- handles ---
@@ -176,7 +176,7 @@ static void EndSession(Session *session)
     if (!session)
         return;
     FreeRegistryText(&session->text);
-    if (session->lock >= 0)
+    if (session->lock)
         UnlockRegistry(session->lock);
     free(session->line.data);
     free(session);
@@ -194,9 +194,9 @@ static LONG BeginSession(bool forWriting, Session **result)
         return ERROR_NOT_ENOUGH_MEMORY;
     }
     session->line.data = data;
-    session->lock = forWriting ? LockRegistry() : -1;
+    session->lock = forWriting ? LockRegistry() : nullptr;
     LONG code = ERROR_REGISTRY_IO_FAILED;
-    if (!forWriting || session->lock >= 0)
+    if (!forWriting || session->lock)
         code = ReadRegistry(&session->text);
     if (code == ERROR_SUCCESS)
         *result = session;

@@ -9,7 +9,6 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,7 +16,7 @@
 #include "runtime.h"
 #include "system/paths.h"
 
-constexpr int kLockTries = 500;  // of 10 ms each
+constexpr DWORD kLockWait = 5000;  // milliseconds; a change takes a few
 
 // --- the file's place ---
 
@@ -314,16 +313,6 @@ static void PutOldLines(FILE *file, const RegistryText *old, KeepRegistryLine ke
     }
 }
 
-// At the first write; who only reads makes no folder.
-static LONG MakeRegistryFolder()
-{
-    char folder[kNativePathSize];
-    if (!RegistryPath("registry", folder))
-        return ERROR_REGISTRY_IO_FAILED;
-    *strrchr(folder, '/') = '\0';
-    return MakeFolders(folder) ? ERROR_SUCCESS : ERROR_REGISTRY_IO_FAILED;
-}
-
 LONG WriteRegistry(const RegistryText *old, KeepRegistryLine keep, void *context,
                    const RegistryLine *added, int addedCount)
 {
@@ -346,26 +335,19 @@ LONG WriteRegistry(const RegistryText *old, KeepRegistryLine keep, void *context
     return result;
 }
 
-// The lock is a file of its own, since the registry's is replaced by each write. Whoever holds it
-// for five seconds hangs, and the write fails rather than hang too.
-int LockRegistry()
+// The mutex has a file of its own, since the registry's is replaced by each write; it makes the
+// folder of both. A process that holds it for so long hangs, and the write fails rather than hang
+// too.
+HANDLE LockRegistry()
 {
-    char native[kNativePathSize];
-    if (MakeRegistryFolder() != ERROR_SUCCESS || !RegistryPath("registry.lock", native))
-        return -1;
-    int lock = open(native, O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    for (int i = 0; lock >= 0 && i < kLockTries; ++i) {
-        if (flock(lock, LOCK_EX | LOCK_NB) == 0)
-            return lock;
-        usleep(10000);
-    }
-    if (lock >= 0)
-        close(lock);
-    return -1;
+    HANDLE lock = CreateMutexA(nullptr, FALSE, "registry");
+    if (!lock || WaitForSingleObject(lock, kLockWait) == WAIT_OBJECT_0)
+        return lock;
+    CloseHandle(lock);
+    return nullptr;
 }
 
-// The file itself stays: removing it would let two processes lock two files of one name.
-void UnlockRegistry(int lock)
+void UnlockRegistry(HANDLE lock)
 {
-    close(lock);  // the lock goes with its file
+    CloseHandle(lock);  // the lock goes with it
 }

@@ -43,10 +43,10 @@ void FreeRegistryText(RegistryText *text);
 // read. `data` none: the value's size and type are told and its data are not kept.
 bool ParseRegistryLine(const RegistryText *text, size_t *place, RegistryLine *line);
 
-// Holds the registry against other processes from reading it to having written it. -1 when the lock
-// can't be had, else what UnlockRegistry takes.
-int LockRegistry();
-void UnlockRegistry(int lock);
+// Holds the registry against other processes from reading it to having written it. Null when the
+// lock can't be had, else what UnlockRegistry takes.
+HANDLE LockRegistry();
+void UnlockRegistry(HANDLE lock);
 
 // Decides for each readable line of the old file whether the new one has it too.
 typedef bool (*KeepRegistryLine)(const RegistryLine *line, void *context);
