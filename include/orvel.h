@@ -362,6 +362,90 @@ enum { kVowelsLastSort = 0, kNaturalSort = 1 };
 WORD WINAPI GetOrvelOption(const char *key);
 int WINAPI SetOrvelOption(const char *key, WORD value, int save);
 
+/* ---- Dialogs ----
+ *
+ * The library's own, beside the host's window. Texts in them are in the internal code, and the Lao
+ * keyboard is on where Lao is typed; the mode word is as before when a dialog has gone. */
+
+/* The options, with the keyboards, the fonts and the user's words behind its buttons. Starts the
+ * library. 1 for OK: the options are saved; 0 for Cancel, which takes them as they are stored, and
+ * when the library can't be started. */
+int WINAPI OrvelOptions(HWND parent);
+
+/* The words of the user dictionary, to be added and deleted; word (may be null) stands in the box
+ * for a new one. Always 1. */
+int WINAPI ModifyDictionary(HWND parent, const char *word);
+
+/* A line of text to be edited: buffer holds it before and after. Starts the library. 1 for Return,
+ * 2 for Return with Shift; 0 for Escape, where buffer holds what the box last showed when it gained
+ * the focus, and when the library can't be started or buffer can't hold a text. */
+int WINAPI EditLao(HWND parent, char *buffer, int size);
+
+/* Asks what is to replace the font of this name: choice holds the name of a registered font of the
+ * font code (may be empty) and receives the one selected, where it fits. -1 always, 1 for the
+ * selection only, 0 once only; also -1 when the dialog can't be opened. */
+int WINAPI ChooseLaoFont(const char *font, char *choice, int size, int code);
+
+/* Asks for up to three sort keys, each a column from 1, a type and an order; the sorting is the
+ * host's. On entry keys[0], when above 0, is the column to offer first. On 1 each array of three
+ * and both flags (0 or 1) are filled. Types of the first key: 0 Lao order, 1 alphabetic, 2 numeric,
+ * 3 date; those of the others are one less. Orders: 0 ascending, 1 descending. A second or third
+ * key that wasn't chosen has 0 in all. 0 when the user cancelled: nothing is filled. */
+int WINAPI ShowLaoSortDialog(HWND owner, short columns, short *keys, short *types, short *orders,
+                             short *keepKeys, short *skipHeader);
+
+/* ---- Find and replace ----
+ *
+ * A modeless dialog that collects what is to be found; the finding is the host's, who is called
+ * back while a button is pressed, and may then call the library, and close the dialog too. */
+
+/* What the find dialog calls its host with; the result isn't looked at. */
+enum { kFindNext = 1, kReplaceFound = 2, kReplaceAll = 3 };
+typedef int(WINAPI *FindCallback)(DWORD action);
+
+/* Opens the dialog, owned by the active window, as one to find (replace 0) or to replace. text, in
+ * the internal code, is what to find; null: what was last. 1 when it is up; 0 when one is open
+ * already, or without a callback. */
+int WINAPI StartOrvelFind(HWND ignored, int replace, const char *text, int ignoreBreaks,
+                          FindCallback callback);
+
+/* What stands in the dialog: both texts, cut to size (at most 127), whether breaks are ignored (0
+ * or 1), and the direction: 0 down, 1 up. 1; 0 when no dialog is open: nothing is filled. */
+int WINAPI GetFindReplaceText(char *findText, char *replaceText, int size, DWORD *ignoreBreaks,
+                              DWORD *direction);
+
+/* Keeps the dialog in front of all windows (1), or lets it go behind (0). 1 done, 0 not. */
+int WINAPI ShowFindDialog(int topmost);
+
+/* ---- Spelling ----
+ *
+ * A modeless dialog that shows words one at a time; finding and changing them is the host's, who is
+ * called back while a button is pressed. It then acts, hands over the next word by SetMarkedText,
+ * and says whether there is one. */
+
+/* What the spelling dialog calls its host with, the first time as it opens. The host gives nonzero
+ * for a next word, 0 for the end; to the last two its result isn't looked at. */
+enum {
+    kSpellCancelled = 0, /* the user ended the check; also comes twice */
+    kSpellDone = 1,      /* the host's 0 has ended it */
+    kSpellIgnore = 10,   /* go on to the next word; first of all, to the first */
+    kSpellIgnoreAll = 20,
+    kSpellChange = 30, /* GetChangedText has the new word */
+    kSpellChangeAll = 40
+};
+typedef int(WINAPI *SpellCallback)(DWORD action);
+
+/* Opens the dialog. 1 when it is up; 0 when one is open already, or without a callback. */
+int WINAPI StartSpellChecking(HWND parent, SpellCallback callback);
+
+/* The word that the dialog is to show and what is suggested in its place, in the internal code with
+ * break marks, cut at 126 bytes; a null leaves the old one. kind: kBadStretch for a bad spelling,
+ * kOldWord for an old one. Always 1. */
+int WINAPI SetMarkedText(const char *marked, const char *suggested, int kind);
+
+/* The word as the user changed it, without break marks. 1 when copied; 0 when it doesn't fit. */
+int WINAPI GetChangedText(char *buffer, int size);
+
 /* ---- Progress meter ----
  * A small window with a label, a bar and a Cancel button, for long work. It stands on the host's
  * message loop, or is painted by the updates alone while the host is busy. Keys go to it while it
