@@ -12,13 +12,16 @@
 #define WM_ACTIVATE 0x0006
 #define WM_SETFOCUS 0x0007
 #define WM_KILLFOCUS 0x0008
+#define WM_SETREDRAW 0x000B
 #define WM_SETTEXT 0x000C
 #define WM_GETTEXT 0x000D
 #define WM_GETTEXTLENGTH 0x000E
 #define WM_PAINT 0x000F
 #define WM_CLOSE 0x0010
 #define WM_QUIT 0x0012
+#define WM_NEXTDLGCTL 0x0028
 #define WM_SETFONT 0x0030
+#define WM_GETFONT 0x0031
 #define WM_NCCREATE 0x0081
 #define WM_NCDESTROY 0x0082
 #define WM_GETDLGCODE 0x0087
@@ -40,10 +43,15 @@
 #define WS_CHILD 0x40000000
 #define WS_VISIBLE 0x10000000
 #define WS_DISABLED 0x08000000
+#define WS_BORDER 0x00800000
+#define WS_VSCROLL 0x00200000
+#define WS_GROUP 0x00020000
 #define WS_TABSTOP 0x00010000
 #define WS_EX_TOPMOST 0x00000008
 #define WS_EX_NOPARENTNOTIFY 0x00000004
 #define DS_SETFONT 0x00000040
+#define DS_SETFOREGROUND 0x00000200
+#define DS_CENTER 0x00000800
 #define CW_USEDEFAULT ((int)0x80000000)
 
 #define GWL_ID (-12)
@@ -80,10 +88,14 @@
 #define VK_SPACE 0x20
 #define VK_PRIOR 0x21
 #define VK_NEXT 0x22
+#define VK_END 0x23
+#define VK_HOME 0x24
 #define VK_LEFT 0x25
 #define VK_UP 0x26
 #define VK_RIGHT 0x27
 #define VK_DOWN 0x28
+#define VK_DELETE 0x2E
+#define VK_F4 0x73
 #define KEYEVENTF_KEYUP 0x0002
 
 #define PM_NOREMOVE 0x0000
@@ -96,16 +108,73 @@
 #define DM_GETDEFID (WM_USER + 0)
 #define DM_SETDEFID (WM_USER + 1)
 #define DC_HASDEFID 0x534B
+#define DLGC_WANTARROWS 0x0001
+#define DLGC_HASSETSEL 0x0008
 #define DLGC_DEFPUSHBUTTON 0x0010
 #define DLGC_UNDEFPUSHBUTTON 0x0020
 #define DLGC_RADIOBUTTON 0x0040
+#define DLGC_WANTCHARS 0x0080
 #define DLGC_STATIC 0x0100
 #define DLGC_BUTTON 0x2000
 #define BS_PUSHBUTTON 0
 #define BS_DEFPUSHBUTTON 1
+#define BS_CHECKBOX 2
+#define BS_AUTOCHECKBOX 3
+#define BS_RADIOBUTTON 4
+#define BS_GROUPBOX 7
+#define BS_AUTORADIOBUTTON 9
+#define BS_TYPEMASK 0x000F
+#define BS_LEFTTEXT 0x0020
+#define BS_MULTILINE 0x2000
+#define BST_UNCHECKED 0
+#define BST_CHECKED 1
+#define BM_GETCHECK 0x00F0
+#define BM_SETCHECK 0x00F1
 #define BM_SETSTYLE 0x00F4
 #define BM_CLICK 0x00F5
 #define BN_CLICKED 0
+
+#define ES_AUTOHSCROLL 0x0080
+#define ES_READONLY 0x0800
+#define EM_GETSEL 0x00B0
+#define EM_SETSEL 0x00B1
+#define EM_SCROLLCARET 0x00B7
+#define EM_REPLACESEL 0x00C2
+#define EM_LIMITTEXT 0x00C5
+#define EM_SETREADONLY 0x00CF
+#define EN_SETFOCUS 0x0100
+#define EN_KILLFOCUS 0x0200
+#define EN_CHANGE 0x0300
+#define EN_UPDATE 0x0400
+
+#define CBS_SIMPLE 0x0001
+#define CBS_DROPDOWN 0x0002
+#define CBS_DROPDOWNLIST 0x0003
+#define CBS_AUTOHSCROLL 0x0040
+#define CBS_SORT 0x0100
+#define CB_ADDSTRING 0x0143
+#define CB_DELETESTRING 0x0144
+#define CB_GETCOUNT 0x0146
+#define CB_GETCURSEL 0x0147
+#define CB_GETLBTEXT 0x0148
+#define CB_GETLBTEXTLEN 0x0149
+#define CB_RESETCONTENT 0x014B
+#define CB_FINDSTRING 0x014C
+#define CB_SELECTSTRING 0x014D
+#define CB_SETCURSEL 0x014E
+#define CB_GETITEMDATA 0x0150
+#define CB_SETITEMDATA 0x0151
+#define CB_FINDSTRINGEXACT 0x0158
+#define CB_OKAY 0
+#define CB_ERR (-1)
+#define CB_ERRSPACE (-2)
+#define CBN_SELCHANGE 1
+#define CBN_SETFOCUS 3
+#define CBN_KILLFOCUS 4
+#define CBN_EDITCHANGE 5
+#define CBN_EDITUPDATE 6
+#define CBN_SELENDOK 9
+
 #define GR_GDIOBJECTS 0
 #define GR_USEROBJECTS 1
 
@@ -221,6 +290,7 @@ BOOL WINAPI GetClientRect(HWND window, LPRECT rect);
 BOOL WINAPI SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 HWND WINAPI GetActiveWindow(void);
 HWND WINAPI SetActiveWindow(HWND window);
+BOOL WINAPI SetForegroundWindow(HWND window);
 HWND WINAPI GetFocus(void);
 HWND WINAPI SetFocus(HWND window);
 BOOL WINAPI ShowWindow(HWND window, int command);
@@ -246,6 +316,8 @@ BOOL WINAPI TranslateMessage(const MSG *message);
 LRESULT WINAPI DispatchMessageA(const MSG *message);
 void WINAPI keybd_event(BYTE key, BYTE scan, DWORD flags, ULONG_PTR extra);
 SHORT WINAPI GetAsyncKeyState(int key);
+/* As of the last key that was taken out of the queue. */
+SHORT WINAPI GetKeyState(int key);
 
 /* Keyboard hooks of the calling thread only. */
 HHOOK WINAPI SetWindowsHookExA(int type, HOOKPROC procedure, HINSTANCE module, DWORD thread);
@@ -266,9 +338,20 @@ int WINAPI GetDlgCtrlID(HWND control);
 BOOL WINAPI SetDlgItemTextA(HWND dialog, int id, LPCSTR text);
 UINT WINAPI GetDlgItemTextA(HWND dialog, int id, LPSTR text, int size);
 LRESULT WINAPI SendDlgItemMessageA(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
+UINT WINAPI GetDlgItemInt(HWND dialog, int id, BOOL *isNumber, BOOL isSigned);
+BOOL WINAPI SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
+BOOL WINAPI CheckDlgButton(HWND dialog, int id, UINT check);
+UINT WINAPI IsDlgButtonChecked(HWND dialog, int id);
+BOOL WINAPI CheckRadioButton(HWND dialog, int first, int last, int checked);
 HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
+HWND WINAPI GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);
+BOOL WINAPI IsDialogMessageA(HWND dialog, LPMSG message);
 
 BOOL WINAPI UpdateWindow(HWND window);
+/* The whole window, whatever the rectangle: nothing is drawn that could stay. */
+BOOL WINAPI InvalidateRect(HWND window, const RECT *rect, BOOL erase);
+HDC WINAPI GetDC(HWND window);
+int WINAPI ReleaseDC(HWND window, HDC context);
 HDC WINAPI BeginPaint(HWND window, LPPAINTSTRUCT paint);
 BOOL WINAPI EndPaint(HWND window, const PAINTSTRUCT *paint);
 

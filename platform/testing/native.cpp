@@ -14,6 +14,8 @@
 struct TestingState {
     int failAfter = -1;  // allocations until the one that fails; negative: none does
     std::map<HWND, std::vector<DrawnTextRecord>> drawn;  // since each window's last BeginPaint
+    const SystemFontRecord *fonts = nullptr;             // the test's own
+    int fontCount = 0;
 };
 static TestingState gTesting;
 
@@ -70,6 +72,28 @@ int DrawnText(HWND window, int number, DrawnTextRecord *drawn)
         return 0;
     *drawn = lines[size_t(number)];
     return 1;
+}
+
+// ---- fonts ----
+
+int ListSystemFonts(const SystemFontRecord *fonts, int count)
+{
+    gTesting.fonts = fonts;
+    gTesting.fontCount = count;
+    return 1;
+}
+
+// Ends where the callback gives 0. The layer refuses a dead context.
+int WINAPI EnumFontFamiliesA(HDC context, LPCSTR family, FONTENUMPROCA callback, LPARAM parameter)
+{
+    int result = CALL_LAYER(EnumFontFamiliesA)(context, family, callback, parameter);
+    for (int i = 0; result && i < gTesting.fontCount; ++i) {
+        LOGFONTA font = {};
+        TEXTMETRICA metrics = {};
+        std::string(gTesting.fonts[i].face).copy(font.lfFaceName, LF_FACESIZE - 1);
+        result = callback(&font, &metrics, gTesting.fonts[i].type, parameter);
+    }
+    return result;
 }
 
 // ---- folders ----

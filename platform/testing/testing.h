@@ -23,6 +23,15 @@ struct DrawnTextRecord {
 // the last one, and where the target can't do it (Windows).
 int DrawnText(HWND window, int number, DrawnTextRecord *drawn);
 
+struct SystemFontRecord {
+    const char *face;
+    DWORD type;  // TRUETYPE_FONTTYPE or another kind
+};
+
+// From now on EnumFontFamiliesA tells of these fonts, which stay the caller's; none of them asks
+// for their count 0. 0 where the target can't do it: Windows has fonts of its own.
+int ListSystemFonts(const SystemFontRecord *fonts, int count);
+
 // This process's registry and shared data stand below this folder from now on, so that what the
 // user has stays untouched. On Windows nothing changes.
 void UseFoldersBelow(const char *folder);

@@ -12,6 +12,11 @@ int DrawnText(HWND, int, DrawnTextRecord *)
     return 0;
 }
 
+int ListSystemFonts(const SystemFontRecord *, int)
+{
+    return 0;
+}
+
 void UseFoldersBelow(const char *) {}
 
 void RemoveRegistryKey(HKEY root, const char *path)

@@ -34,6 +34,45 @@ static LRESULT SetDefaultId(HWND window, DialogData *dialog, int id)
     return TRUE;
 }
 
+// The one that looks like the default and isn't the focus any more; null: there is none.
+static HWND FindDefaultLook(HWND dialog)
+{
+    HWND control = GetWindow(dialog, GW_CHILD);
+    while (control && !IsDefaultButton(control))
+        control = GetWindow(control, GW_HWNDNEXT);
+    return control;
+}
+
+// Only the look moves: DM_GETDEFID goes on to tell the dialog's own default.
+static void MoveDefaultLook(HWND window, HWND focus)
+{
+    constexpr LRESULT kPush = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
+    HWND target = focus;
+    if (!(SendMessageA(focus, WM_GETDLGCODE, 0, 0) & kPush)) {
+        DialogData *dialog = FindDialogData(window);
+        target = dialog ? GetDlgItem(window, dialog->defaultId) : nullptr;
+    }
+    HWND before = FindDefaultLook(window);
+    if (before && before != target)
+        SendMessageA(before, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
+    if (target && (SendMessageA(target, WM_GETDLGCODE, 0, 0) & DLGC_UNDEFPUSHBUTTON))
+        SendMessageA(target, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
+}
+
+void FocusControl(HWND control)
+{
+    if (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
+        SendMessageA(control, EM_SETSEL, 0, -1);
+    SetFocus(control);
+}
+
+void FocusControlByKey(HWND dialog, HWND control)
+{
+    FocusControl(control);
+    if (IsWindow(dialog) && GetFocus() == control)
+        MoveDefaultLook(dialog, control);
+}
+
 // Another window becomes active: which control had the focus is remembered for the way back.
 static void KeepFocus(HWND window, DialogData *dialog)
 {

@@ -18,4 +18,10 @@ DialogData *FindDialogData(HWND dialog);
 // Whether the control says of itself that it is a default push button.
 bool IsDefaultButton(HWND control);
 
+// Gives a control the focus as the dialog manager does: the text of an edit box is selected.
+void FocusControl(HWND control);
+
+// The default look goes along then, to a push button or back to the dialog's own default.
+void FocusControlByKey(HWND dialog, HWND control);
+
 #endif

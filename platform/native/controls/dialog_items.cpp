@@ -1,4 +1,7 @@
-// A dialog's controls: by their number, and in the order of the Tab key.
+// A dialog's controls: by their number, with their texts, numbers and check marks.
+#include <limits.h>
+#include <stdio.h>
+
 #include "windows/window_table.h"
 
 // The first control of this number; a dialog that has none gives null.
@@ -45,47 +48,62 @@ LRESULT WINAPI SendDlgItemMessageA(HWND dialog, int id, UINT message, WPARAM wPa
     return control ? SendMessageA(control, message, wParam, lParam) : 0;
 }
 
-// A control that the Tab key stops at: it says so, can be seen and can be used.
-static bool IsTabStop(const WindowRecord *control)
+// Blanks in front are passed over, and what follows the digits is left. A number that doesn't fit
+// is none, and none is 0.
+UINT WINAPI GetDlgItemInt(HWND dialog, int id, BOOL *isNumber, BOOL isSigned)
 {
-    return (control->style & (WS_TABSTOP | WS_VISIBLE | WS_DISABLED)) == (WS_TABSTOP | WS_VISIBLE);
-}
-
-// The last stop before `control` in the order of the controls; before the end where it is none.
-static HWND StopBefore(const WindowRecord *dialog, const WindowRecord *control)
-{
-    HWND found = nullptr;
-    for (WindowRecord *child = dialog->firstChild; child && child != control; child = child->next) {
-        if (IsTabStop(child))
-            found = child->handle;
+    char text[64];
+    GetDlgItemTextA(dialog, id, text, sizeof text);
+    const char *at = text;
+    while (*at == ' ')
+        ++at;
+    bool isNegative = isSigned && *at == '-';
+    at += isNegative;
+    uint64_t limit = isSigned ? uint64_t(INT_MAX) + isNegative : UINT_MAX;
+    uint64_t number = 0;
+    bool hasDigits = false;
+    for (; *at >= '0' && *at <= '9' && number <= limit; ++at) {
+        number = number * 10 + unsigned(*at - '0');
+        hasDigits = true;
     }
-    return found;
+    bool isGood = hasDigits && number <= limit;
+    if (isNumber)
+        *isNumber = isGood;
+    if (!isGood)
+        return 0;
+    return isNegative ? 0u - UINT(number) : UINT(number);
 }
 
-// The first stop from this control on; null behind the last.
-static HWND StopFrom(const WindowRecord *control)
+BOOL WINAPI SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned)
 {
-    for (; control; control = control->next) {
-        if (IsTabStop(control))
-            return control->handle;
+    char text[16];
+    snprintf(text, sizeof text, isSigned ? "%d" : "%u", value);
+    return SetDlgItemTextA(dialog, id, text);
+}
+
+BOOL WINAPI CheckDlgButton(HWND dialog, int id, UINT check)
+{
+    HWND button = GetDlgItem(dialog, id);
+    if (button)
+        SendMessageA(button, BM_SETCHECK, check, 0);
+    return button != nullptr;
+}
+
+UINT WINAPI IsDlgButtonChecked(HWND dialog, int id)
+{
+    return UINT(SendDlgItemMessageA(dialog, id, BM_GETCHECK, 0, 0));
+}
+
+// All buttons of these numbers are told, in their order; a message may end the dialog.
+BOOL WINAPI CheckRadioButton(HWND dialog, int first, int last, int checked)
+{
+    if (!FindWindowRecord(dialog))
+        return FALSE;
+    for (HWND control = GetWindow(dialog, GW_CHILD); control;
+         control = GetWindow(control, GW_HWNDNEXT)) {
+        int id = GetDlgCtrlID(control);
+        if (id >= first && id <= last)
+            SendMessageA(control, BM_SETCHECK, id == checked ? BST_CHECKED : BST_UNCHECKED, 0);
     }
-    return nullptr;
-}
-
-// Without a control the first stop is meant; backwards there is none then. The last is followed by
-// the first; a control that is the only stop is its own neighbour.
-HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous)
-{
-    WindowRecord *record = FindWindowRecord(dialog);
-    if (!record)
-        return nullptr;
-    if (!control || control == dialog)
-        return previous ? nullptr : StopFrom(record->firstChild);
-    WindowRecord *from = FindWindowRecord(control);
-    if (!from || from->parent != record)
-        return nullptr;
-    HWND found = previous ? StopBefore(record, from) : StopFrom(from->next);
-    if (!found)
-        found = previous ? StopBefore(record, nullptr) : StopFrom(record->firstChild);
-    return found;
+    return TRUE;
 }

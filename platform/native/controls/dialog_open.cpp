@@ -64,7 +64,10 @@ static void InitDialog(HWND dialog, LPARAM parameter)
     if (SendMessageA(dialog, WM_INITDIALOG, reinterpret_cast<WPARAM>(first), parameter) &&
         IsWindow(dialog)) {
         first = GetNextDlgTabItem(dialog, nullptr, FALSE);
-        SetFocus(first ? first : dialog);
+        if (first)
+            FocusControl(first);
+        else
+            SetFocus(dialog);
     }
 }
 
@@ -128,8 +131,10 @@ static void RunModalLoop(HWND dialog, HWND owner)
                 PostQuitMessage(int(message.wParam));  // for the host's own loop
                 return;
             }
-            TranslateMessage(&message);
-            DispatchMessageA(&message);
+            if (!IsDialogMessageA(dialog, &message)) {
+                TranslateMessage(&message);
+                DispatchMessageA(&message);
+            }
             wasTold = false;
         } else if (!wasTold) {
             wasTold = true;

@@ -63,6 +63,11 @@ HFONT WINAPI CreateFontIndirectA(const LOGFONTA *font)
     return nullptr;
 }
 
+int WINAPI EnumFontFamiliesA(HDC context, LPCSTR, FONTENUMPROCA callback, LPARAM)
+{
+    return FindContext(context) && callback ? 1 : 0;
+}
+
 // Only fonts are selected.
 HGDIOBJ WINAPI SelectObject(HDC handle, HGDIOBJ object)
 {

@@ -56,6 +56,30 @@ BOOL WINAPI UpdateWindow(HWND window)
     return TRUE;
 }
 
+BOOL WINAPI InvalidateRect(HWND window, const RECT *, BOOL)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (record)
+        record->needsPaint = true;
+    return record != nullptr;
+}
+
+// Outside of its painting; null is the screen.
+HDC WINAPI GetDC(HWND window)
+{
+    WindowRecord *record = window ? FindWindowRecord(window) : RootWindow();
+    return record ? reinterpret_cast<HDC>(NewContext(record->handle)) : nullptr;
+}
+
+// 1 when it was given back.
+int WINAPI ReleaseDC(HWND, HDC handle)
+{
+    ContextRecord *context = FindContext(handle);
+    if (context)
+        *context = {};
+    return context != nullptr;
+}
+
 DWORD WINAPI GetGuiResources(HANDLE, DWORD kind)
 {
     return kind == GR_USEROBJECTS ? CountWindows() + CountHooks() : CountDrawingObjects();

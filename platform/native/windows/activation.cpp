@@ -77,6 +77,15 @@ HWND WINAPI SetActiveWindow(HWND window)
     return before;
 }
 
+// All windows are this thread's: it is always in the foreground.
+BOOL WINAPI SetForegroundWindow(HWND window)
+{
+    if (!window || !FindWindowRecord(window))
+        return FALSE;
+    SetActiveWindow(window);
+    return TRUE;
+}
+
 HWND WINAPI GetFocus()
 {
     return gActivation.focus;

@@ -26,9 +26,10 @@ struct EntryList {
 
 struct QueueState {
     EntryList posted, keys;
-    bool hasQuit;      // PostQuitMessage was called, and no loop has heard of it yet
-    int quitCode;      // that it was called with
-    BYTE isDown[256];  // keys, as of the last keybd_event
+    bool hasQuit;       // PostQuitMessage was called, and no loop has heard of it yet
+    int quitCode;       // that it was called with
+    BYTE isDown[256];   // keys, as of the last keybd_event
+    BYTE wasDown[256];  // keys, as of the last one that was taken out
 };
 static QueueState gQueue;
 
@@ -89,6 +90,11 @@ void WINAPI keybd_event(BYTE key, BYTE scan, DWORD flags, ULONG_PTR)
 SHORT WINAPI GetAsyncKeyState(int key)
 {
     return key >= 0 && key < 256 && gQueue.isDown[key] ? SHORT(0x8000) : 0;
+}
+
+SHORT WINAPI GetKeyState(int key)
+{
+    return key >= 0 && key < 256 && gQueue.wasDown[key] ? SHORT(0x8000) : 0;
 }
 
 // What a caller asks for.
@@ -156,8 +162,10 @@ static bool TakeKey(const Wanted *wanted, MSG *message)
         key.hwnd = GetFocus() ? GetFocus() : GetActiveWindow();
         if (key.hwnd && (!IsFor(wanted, key.hwnd) || !IsInRange(wanted, key.message)))
             return false;
-        if (wanted->remove || !key.hwnd)
+        if (wanted->remove || !key.hwnd) {
+            gQueue.wasDown[key.wParam] = key.message == WM_KEYDOWN;
             Remove(&gQueue.keys, &gQueue.keys.first);
+        }
         if (!key.hwnd)
             continue;
         *message = key;
@@ -218,7 +226,7 @@ BOOL WINAPI GetMessageA(LPMSG message, HWND window, UINT first, UINT last)
 static char CharacterOf(WPARAM key)
 {
     if (key >= 'A' && key <= 'Z')
-        return char(key + (gQueue.isDown[VK_SHIFT] ? 0 : 'a' - 'A'));
+        return char(key + (gQueue.wasDown[VK_SHIFT] ? 0 : 'a' - 'A'));
     bool isPlain = (key >= '0' && key <= '9') || key == VK_SPACE || key == VK_TAB ||
                    key == VK_RETURN || key == VK_ESCAPE || key == VK_BACK;
     return isPlain ? char(key) : '\0';
