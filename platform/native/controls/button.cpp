@@ -67,7 +67,7 @@ static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPA
         button->style = (button->style & ~kButtonKind) | (wParam & kButtonKind);
         return 0;
     }
-    return DefWindowProcA(window, message, wParam, lParam);
+    return DefControlProc(window, message, wParam, lParam);
 }
 
 const ControlClass kButtonControl = {"BUTTON", ButtonProc, sizeof(ButtonData)};

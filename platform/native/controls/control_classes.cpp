@@ -4,7 +4,7 @@
 
 #include <iterator>
 
-#include "windows/classes.h"
+#include "windows/window_table.h"
 
 static const ControlClass *const kControls[] = {
     &kStaticControl,
@@ -22,4 +22,17 @@ __attribute__((constructor)) static void RegisterControls()
         gRecords[i].dataSize = kControls[i]->dataSize;
         AddSystemClass(&gRecords[i], kControls[i]->name);
     }
+}
+
+LRESULT DefControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    WindowRecord *record = FindWindowRecord(window);
+    if (record && message == WM_SETFONT) {
+        record->font = reinterpret_cast<HFONT>(wParam);
+        record->needsPaint = true;
+        return 0;
+    }
+    if (record && message == WM_GETFONT)
+        return reinterpret_cast<LRESULT>(record->font);
+    return DefWindowProcA(window, message, wParam, lParam);
 }

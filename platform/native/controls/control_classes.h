@@ -11,6 +11,10 @@ struct ControlClass {
     size_t dataSize;  // bytes of the record that ClassData gives the procedure; 0: none
 };
 
+// What all of them do alike with a message that a control leaves: they keep the handle of the font
+// that they were told to use, which stays the teller's.
+LRESULT DefControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
 extern const ControlClass kStaticControl;    // static_control.cpp
 extern const ControlClass kButtonControl;    // button.cpp
 extern const ControlClass kProgressControl;  // progress.cpp

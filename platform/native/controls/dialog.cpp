@@ -102,6 +102,14 @@ static LRESULT CloseDialog(HWND dialog)
     return 0;
 }
 
+// The controls are gone already.
+static void DropFont(DialogData *dialog)
+{
+    if (dialog->font)
+        DeleteObject(dialog->font);
+    dialog->font = nullptr;
+}
+
 static LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     DialogData *dialog = FindDialogData(window);
@@ -111,6 +119,7 @@ static LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM 
     case DM_GETDEFID: return DefaultId(dialog);
     case DM_SETDEFID: return SetDefaultId(window, dialog, int(wParam));
     case WM_CLOSE: return CloseDialog(window);
+    case WM_NCDESTROY: DropFont(dialog); break;
     case WM_SETFOCUS: GiveFocusBack(window, dialog); return 0;
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE)
@@ -119,7 +128,7 @@ static LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM 
             GiveFocusBack(window, dialog);
         return 0;
     }
-    return DefWindowProcA(window, message, wParam, lParam);
+    return DefControlProc(window, message, wParam, lParam);
 }
 
 // A procedure's yes ends the message with 0: only the first message of all gives it back.

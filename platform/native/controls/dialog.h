@@ -7,6 +7,7 @@
 struct DialogData {
     DLGPROC procedure;  // the program's; null: all is handled by default
     int defaultId;      // of the button that Return presses; 0: there is none
+    HFONT font;         // of the dialog and its controls, owned; null: the system's
     HWND leftFocus;     // the control that had the focus when another window became active
     bool hasEnded;      // EndDialog was called
     INT_PTR result;     // that it was called with

@@ -23,16 +23,45 @@ static int Scaled(int units, int pixels, int per)
     return (scaled + (scaled < 0 ? -per / 2 : per / 2)) / per;
 }
 
+// In pixels. The middle of the screen is the place of a dialog that asks for it.
+static RECT PlaceOf(const TemplateItem *item, DialogUnits units)
+{
+    int x = Scaled(item->x, units.width, 4), y = Scaled(item->y, units.height, 8);
+    int width = Scaled(item->width, units.width, 4), height = Scaled(item->height, units.height, 8);
+    if (!(item->style & WS_CHILD) && (item->style & DS_CENTER)) {
+        x = (GetSystemMetrics(SM_CXSCREEN) - width) / 2;
+        y = (GetSystemMetrics(SM_CYSCREEN) - height) / 2;
+    }
+    return {x, y, x + width, y + height};
+}
+
 // The dialog itself isn't visible before its first message, whatever its template says.
 static HWND CreateItem(const TemplateItem *item, DialogUnits units, HWND parent, HINSTANCE module)
 {
     bool isControl = (item->style & WS_CHILD) != 0;
     DWORD style = isControl ? item->style : item->style & ~DWORD(WS_VISIBLE);
-    return CreateWindowExA(
-        item->exStyle, item->className, item->text, style, Scaled(item->x, units.width, 4),
-        Scaled(item->y, units.height, 8), Scaled(item->width, units.width, 4),
-        Scaled(item->height, units.height, 8), parent,
-        isControl ? reinterpret_cast<HMENU>(ULONG_PTR(item->id)) : nullptr, module, nullptr);
+    RECT place = PlaceOf(item, units);
+    return CreateWindowExA(item->exStyle, item->className, item->text, style, place.left, place.top,
+                           place.right - place.left, place.bottom - place.top, parent,
+                           isControl ? reinterpret_cast<HMENU>(ULONG_PTR(item->id)) : nullptr,
+                           module, nullptr);
+}
+
+// Before anybody else hears of the window.
+static void TellFont(HWND dialog, HWND window)
+{
+    DialogData *data = FindDialogData(dialog);
+    if (data && data->font)
+        SendMessageA(window, WM_SETFONT, reinterpret_cast<WPARAM>(data->font), FALSE);
+}
+
+// The last default button of the template is the dialog's.
+static void NoteDefault(HWND dialog, HWND control, int id)
+{
+    bool isDefault = IsDefaultButton(control);
+    DialogData *data = FindDialogData(dialog);
+    if (data && isDefault)
+        data->defaultId = id;
 }
 
 // False when a control can't be read or made, or one of them has destroyed the dialog.
@@ -48,9 +77,8 @@ static bool CreateControls(TemplateReader *reader, int count, DialogUnits units,
         HWND control = CreateItem(&item, units, dialog, record->instance);
         if (!control)
             return false;
-        DialogData *data = IsDefaultButton(control) ? FindDialogData(dialog) : nullptr;
-        if (data)
-            data->defaultId = item.id;
+        TellFont(dialog, control);
+        NoteDefault(dialog, control, int(item.id));
         record = FindWindowRecord(dialog);  // the control's messages may have destroyed it
     }
     return record != nullptr;
@@ -87,6 +115,8 @@ static HWND MakeDialog(HINSTANCE module, LPCSTR name, HWND parent, DLGPROC proce
     if (data) {
         data->procedure = procedure;
         data->defaultId = IDOK;
+        data->font = head->pointSize ? CreateFontIndirectA(&head->font) : nullptr;
+        TellFont(dialog, dialog);
         if (CreateControls(&reader, head->controls, units, dialog))
             return dialog;
     }

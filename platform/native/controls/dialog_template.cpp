@@ -7,6 +7,7 @@
 #include <string.h>
 
 constexpr DWORD kExtendedForm = 0xFFFF0001;  // where a plain template has its style
+constexpr int kPixelsPerInch = 96;           // of a screen that nobody sees
 
 // 0 behind the end: a reader that went bad stays so, and its user asks once at the end.
 static WORD NextWord(TemplateReader *reader)
@@ -85,26 +86,52 @@ static void ReadPlace(TemplateReader *reader, TemplateItem *item)
     item->height = SHORT(NextWord(reader));
 }
 
-// The extended form begins with a mark where the plain one has its style; it isn't read, since no
-// template here has it.
+// The extended form has a help number in front, which nobody asks for, and the two styles the other
+// way round.
+static void ReadStyles(TemplateReader *reader, TemplateItem *item)
+{
+    if (reader->isExtended) {
+        NextLong(reader);
+        item->exStyle = NextLong(reader);
+        item->style = NextLong(reader);
+    } else {
+        item->style = NextLong(reader);
+        item->exStyle = NextLong(reader);
+    }
+}
+
+// The plain form says no more than size and name. A name that is too long for a font is cut.
+static void ReadFont(TemplateReader *reader, TemplateHead *head)
+{
+    WORD number;
+    char face[kTemplateText];
+    head->pointSize = NextWord(reader);
+    head->font.lfWeight = reader->isExtended ? NextWord(reader) : FW_NORMAL;
+    WORD kind = reader->isExtended ? NextWord(reader) : MAKEWORD(FALSE, DEFAULT_CHARSET);
+    ReadNumberOrText(reader, &number, face);
+    head->font.lfItalic = LOBYTE(kind);
+    head->font.lfCharSet = HIBYTE(kind);
+    head->font.lfHeight = -((head->pointSize * kPixelsPerInch + 36) / 72);  // 72 points an inch
+    memcpy(head->font.lfFaceName, face, strnlen(face, LF_FACESIZE - 1));
+}
+
+// The extended form begins with a mark where the plain one has its style.
 bool ReadTemplateHead(TemplateReader *reader, TemplateHead *head)
 {
     WORD number;
+    char menu[kTemplateText];  // there are none
     memset(head, 0, sizeof *head);
-    head->dialog.style = NextLong(reader);
-    if (head->dialog.style == kExtendedForm)
-        return false;
-    head->dialog.exStyle = NextLong(reader);
+    reader->isExtended = NextLong(reader) == kExtendedForm;
+    if (!reader->isExtended)
+        reader->at = 0;
+    ReadStyles(reader, &head->dialog);
     head->controls = NextWord(reader);
     ReadPlace(reader, &head->dialog);
-    ReadNumberOrText(reader, &number, head->face);  // the menu: there are none
+    ReadNumberOrText(reader, &number, menu);
     ReadNumberOrText(reader, &number, head->dialog.className);
     ReadNumberOrText(reader, &number, head->dialog.text);
-    head->face[0] = '\0';
-    if (head->dialog.style & DS_SETFONT) {
-        head->pointSize = NextWord(reader);
-        ReadNumberOrText(reader, &number, head->face);
-    }
+    if (head->dialog.style & DS_SETFONT)
+        ReadFont(reader, head);
     if (!head->dialog.className[0])
         strcpy(head->dialog.className, "#32770");
     return !reader->isBad;
@@ -118,10 +145,9 @@ bool ReadTemplateControl(TemplateReader *reader, TemplateItem *item)
     if (reader->at > reader->bytes.size)
         reader->isBad = true;
     memset(item, 0, sizeof *item);
-    item->style = NextLong(reader);
-    item->exStyle = NextLong(reader);
+    ReadStyles(reader, item);
     ReadPlace(reader, item);
-    item->id = NextWord(reader);
+    item->id = reader->isExtended ? NextLong(reader) : NextWord(reader);
     ReadClass(reader, item);
     ReadNumberOrText(reader, &number, item->text);
     WORD extra = NextWord(reader);  // creation data: nothing here looks at it

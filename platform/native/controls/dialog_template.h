@@ -1,4 +1,5 @@
-// Reads a dialog template of the plain form: first the dialog, then its controls in their order.
+// Reads a dialog template, of the plain or the extended form: first the dialog, then its controls
+// in their order.
 #ifndef ORVEL_PLATFORM_NATIVE_CONTROLS_DIALOG_TEMPLATE_H
 #define ORVEL_PLATFORM_NATIVE_CONTROLS_DIALOG_TEMPLATE_H
 
@@ -9,21 +10,22 @@ constexpr size_t kTemplateText = 256;  // bytes of a text, terminator included; 
 struct TemplateReader {
     ResourceBytes bytes;  // of the template, the module's
     size_t at;            // bytes read so far
-    bool isBad;           // the template ended too early, or isn't of this form
+    bool isExtended;      // the controls are of the form that the head had
+    bool isBad;           // the template ended too early, or isn't of either form
 };
 
 struct TemplateItem {
     DWORD style, exStyle;
     int x, y, width, height;  // in dialog units
-    WORD id;                  // of a control
+    DWORD id;                 // of a control
     char className[kTemplateText], text[kTemplateText];
 };
 
 struct TemplateHead {
     TemplateItem dialog;
-    int controls;              // how many follow
-    int pointSize;             // 0: the system's font
-    char face[kTemplateText];  // the font's name; empty: the system's font
+    int controls;   // how many follow
+    int pointSize;  // of the font; 0: the system's font, and the next field means nothing
+    LOGFONTA font;
 };
 
 // False for a template that can't be read.

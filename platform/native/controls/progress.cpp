@@ -50,7 +50,7 @@ static LRESULT CALLBACK ProgressProc(HWND window, UINT message, WPARAM wParam, L
     case PBM_SETPOS: return MoveBar(record, bar, int(wParam));
     case PBM_GETPOS: return bar->position;
     }
-    return DefWindowProcA(window, message, wParam, lParam);
+    return DefControlProc(window, message, wParam, lParam);
 }
 
 const ControlClass kProgressControl = {PROGRESS_CLASSA, ProgressProc, sizeof(ProgressData)};

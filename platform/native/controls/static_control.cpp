@@ -12,7 +12,7 @@ static LRESULT CALLBACK StaticProc(HWND window, UINT message, WPARAM wParam, LPA
             record->needsPaint = true;
         break;
     }
-    return DefWindowProcA(window, message, wParam, lParam);
+    return DefControlProc(window, message, wParam, lParam);
 }
 
 const ControlClass kStaticControl = {"STATIC", StaticProc, 0};

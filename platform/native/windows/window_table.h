@@ -28,6 +28,7 @@ struct WindowRecord {
     LONG_PTR id;  // of a child
     RECT rect;    // pixels, within the parent
     char *text;   // owned; null is an empty one
+    HFONT font;   // that a control or dialog was told to use, not owned; null: the system's
     DyingStep dying;
     bool needsPaint;  // WM_PAINT is due as soon as it is visible
     void *classData;  // owned: dataSize bytes of the class, zeroed at first; see ClassData
