@@ -1,8 +1,10 @@
 // The help viewer, reached through the one entry of the system's help control.
 #include "frame/help.h"
 
+#include <cstdio>
 #include <cstring>
 
+#include "frame/paths.h"
 #include "frame/strings.h"
 
 typedef HWND(WINAPI *HelpEntry)(HWND, const char *, UINT, DWORD_PTR);
@@ -52,4 +54,13 @@ HWND ShowHelp(HWND window, const char *path, UINT command, DWORD_PTR data)
     if (!gHelp.entry && !gHelp.failed)
         FindHelpEntry();
     return gHelp.entry ? gHelp.entry(window, path, command, data) : nullptr;
+}
+
+void ShowHelpTopic(HWND window, const char *topic)
+{
+    char name[kPathSize];
+    snprintf(name, sizeof name, "Orvel.chm::/%s", topic);
+    const char *path = InstallFilePath(name);
+    if (path)
+        ShowHelp(window, path, 0, 0);
 }

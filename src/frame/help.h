@@ -9,3 +9,7 @@ HWND ShowHelp(HWND window, const char *path, UINT command, DWORD_PTR data);
 
 // Path of the registered help control in buffer (kPathSize bytes): 1 when it was read, else 0.
 int FindHelpLibrary(char *buffer);
+
+// Shows a topic of the library's own help file, as in "src/word/sorting_lao.html". Nothing happens
+// without an install folder or a viewer.
+void ShowHelpTopic(HWND window, const char *topic);
