@@ -69,7 +69,7 @@ static INT_PTR InitSort(HWND dialog)
     CheckBox(dialog, ID_SORT_KEEP_KEYS, gSort.keepKeys);
     for (const SortKeyLists &lists : kLists)
         FillSortKeyGroup(dialog, lists, &lists != kLists);
-    if (gSort.keys[0].column > 0)
+    if (gSort.keys[0].column > 0 && gSort.keys[0].column <= gSort.columns)
         SelectItem(dialog, ID_SORT_COLUMN1, gSort.keys[0].column - 1);
     return 1;
 }
