@@ -7,10 +7,8 @@
 #include "windows/window_table.h"
 
 static const ControlClass *const kControls[] = {
-    &kStaticControl,
-    &kButtonControl,
-    &kProgressControl,
-    &kDialogControl,
+    &kStaticControl, &kButtonControl,   &kEditControl,
+    &kComboControl,  &kProgressControl, &kDialogControl,
 };
 
 static WindowClass gRecords[std::size(kControls)];  // a row each

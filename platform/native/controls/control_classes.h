@@ -17,6 +17,8 @@ LRESULT DefControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 extern const ControlClass kStaticControl;    // static_control.cpp
 extern const ControlClass kButtonControl;    // button.cpp
+extern const ControlClass kEditControl;      // edit.cpp
+extern const ControlClass kComboControl;     // combo.cpp
 extern const ControlClass kProgressControl;  // progress.cpp
 extern const ControlClass kDialogControl;    // dialog.cpp
 

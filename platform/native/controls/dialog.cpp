@@ -21,20 +21,7 @@ static LRESULT DefaultId(const DialogData *dialog)
     return dialog->defaultId ? MAKELONG(dialog->defaultId, DC_HASDEFID) : 0;
 }
 
-// The old default button becomes a plain one, the new one the default.
-static LRESULT SetDefaultId(HWND window, DialogData *dialog, int id)
-{
-    HWND before = GetDlgItem(window, dialog->defaultId);
-    HWND button = GetDlgItem(window, id);
-    dialog->defaultId = id;
-    if (before && before != button && IsDefaultButton(before))
-        SendMessageA(before, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-    if (button && (SendMessageA(button, WM_GETDLGCODE, 0, 0) & DLGC_UNDEFPUSHBUTTON))
-        SendMessageA(button, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
-    return TRUE;
-}
-
-// The one that looks like the default and isn't the focus any more; null: there is none.
+// The one that looks like the default; null: there is none.
 static HWND FindDefaultLook(HWND dialog)
 {
     HWND control = GetWindow(dialog, GW_CHILD);
@@ -43,34 +30,21 @@ static HWND FindDefaultLook(HWND dialog)
     return control;
 }
 
-// Only the look moves: DM_GETDEFID goes on to tell the dialog's own default.
-static void MoveDefaultLook(HWND window, HWND focus)
+// At most one button looks like the default. What isn't a plain push button doesn't become one.
+static void MoveDefaultLook(HWND dialog, HWND button)
 {
-    constexpr LRESULT kPush = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
-    HWND target = focus;
-    if (!(SendMessageA(focus, WM_GETDLGCODE, 0, 0) & kPush)) {
-        DialogData *dialog = FindDialogData(window);
-        target = dialog ? GetDlgItem(window, dialog->defaultId) : nullptr;
-    }
-    HWND before = FindDefaultLook(window);
-    if (before && before != target)
+    HWND before = FindDefaultLook(dialog);
+    if (before && before != button)
         SendMessageA(before, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-    if (target && (SendMessageA(target, WM_GETDLGCODE, 0, 0) & DLGC_UNDEFPUSHBUTTON))
-        SendMessageA(target, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
+    if (button && (SendMessageA(button, WM_GETDLGCODE, 0, 0) & DLGC_UNDEFPUSHBUTTON))
+        SendMessageA(button, BM_SETSTYLE, BS_DEFPUSHBUTTON, TRUE);
 }
 
-void FocusControl(HWND control)
+static LRESULT SetDefaultId(HWND window, DialogData *dialog, int id)
 {
-    if (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
-        SendMessageA(control, EM_SETSEL, 0, -1);
-    SetFocus(control);
-}
-
-void FocusControlByKey(HWND dialog, HWND control)
-{
-    FocusControl(control);
-    if (IsWindow(dialog) && GetFocus() == control)
-        MoveDefaultLook(dialog, control);
+    dialog->defaultId = id;
+    MoveDefaultLook(window, GetDlgItem(window, id));
+    return TRUE;
 }
 
 // Another window becomes active: which control had the focus is remembered for the way back.
@@ -90,6 +64,24 @@ static void GiveFocusBack(HWND window, DialogData *dialog)
         kept = GetNextDlgTabItem(window, nullptr, FALSE);
     if (kept)
         SetFocus(kept);
+}
+
+void FocusControl(HWND control)
+{
+    if (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
+        SendMessageA(control, EM_SETSEL, 0, -1);
+    SetFocus(control);
+}
+
+// Only the look moves: DM_GETDEFID goes on to tell the dialog's own default.
+void FocusControlByKey(HWND window, HWND control)
+{
+    constexpr LRESULT kPush = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
+    FocusControl(control);
+    bool isPush = (SendMessageA(control, WM_GETDLGCODE, 0, 0) & kPush) != 0;
+    DialogData *dialog = FindDialogData(window);
+    if (dialog)
+        MoveDefaultLook(window, isPush ? control : GetDlgItem(window, dialog->defaultId));
 }
 
 // Closing is a press on Cancel, which the program handles as it likes; a disabled one refuses.

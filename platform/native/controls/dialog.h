@@ -19,6 +19,10 @@ DialogData *FindDialogData(HWND dialog);
 // Whether the control says of itself that it is a default push button.
 bool IsDefaultButton(HWND control);
 
+// Where the control's group begins: at the nearest control with WS_GROUP, itself included. It goes
+// on to the next one.
+WindowRecord *FirstOfGroup(const WindowRecord *control);
+
 // Gives a control the focus as the dialog manager does: the text of an edit box is selected.
 void FocusControl(HWND control);
 

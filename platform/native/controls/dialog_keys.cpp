@@ -39,7 +39,9 @@ HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous)
     if (!control || control == dialog)
         return previous ? nullptr : StopFrom(record->firstChild);
     WindowRecord *from = FindWindowRecord(control);
-    if (!from || from->parent != record)
+    while (from && from->parent != record)
+        from = from->parent;  // the edit box of a combo box stands for it
+    if (!from)
         return nullptr;
     HWND found = previous ? StopBefore(record, from) : StopFrom(from->next);
     if (!found)
@@ -49,8 +51,7 @@ HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous)
 
 // ---- groups ----
 
-// From the nearest control with WS_GROUP, this one included, a group goes on to the next such one.
-static WindowRecord *FirstOfGroup(const WindowRecord *control)
+WindowRecord *FirstOfGroup(const WindowRecord *control)
 {
     WindowRecord *first = control->parent->firstChild;
     for (WindowRecord *child = first; child != control->next; child = child->next) {

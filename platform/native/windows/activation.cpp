@@ -116,7 +116,8 @@ HWND WINAPI SetFocus(HWND window)
 }
 
 // What was to be seen before. A window that appears has to be painted; one on the screen becomes
-// active, and the active one leaves that to its owner when it disappears.
+// active, and the active one leaves that to its owner when it disappears. One that has the focus
+// leaves it to the window that it stands in.
 BOOL WINAPI ShowWindow(HWND window, int command)
 {
     WindowRecord *record = FindWindowRecord(window);
@@ -129,6 +130,8 @@ BOOL WINAPI ShowWindow(HWND window, int command)
         record->style &= ~DWORD(WS_VISIBLE);
         if (gActivation.active == window)
             ActivateWindow(record->owner);
+        else if (gActivation.focus == window)
+            SetFocus(record->parent->handle);
         return wasVisible;
     }
     record->style |= WS_VISIBLE;
@@ -138,7 +141,7 @@ BOOL WINAPI ShowWindow(HWND window, int command)
     return wasVisible;
 }
 
-// Whether it was disabled before. A disabled window can't keep the focus.
+// Whether it was disabled before. Neither it nor what stands in it can keep the focus then.
 BOOL WINAPI EnableWindow(HWND window, BOOL enable)
 {
     WindowRecord *record = FindWindowRecord(window);
@@ -149,7 +152,8 @@ BOOL WINAPI EnableWindow(HWND window, BOOL enable)
         record->style &= ~DWORD(WS_DISABLED);
     else
         record->style |= WS_DISABLED;
-    if (!enable && gActivation.focus == window)
+    WindowRecord *focus = gActivation.focus ? FindWindowRecord(gActivation.focus) : nullptr;
+    if (focus && !IsEnabledUpwards(focus))
         ChangeFocus(nullptr);
     return wasDisabled;
 }
