@@ -110,11 +110,9 @@ static void CloseFind(HWND dialog)
     DestroyWindow(dialog);
 }
 
-// The host's mode word comes back also when its owner takes the dialog along.
 static INT_PTR FindDestroyed()
 {
-    if (gFind.input.isOn)
-        TurnLaoInputOff(&gFind.input);
+    EndLaoInput(&gFind.input);
     RemoveDialogKeyHook();
     DeleteObject(gFind.font);
     gProcess.findWindow = nullptr;

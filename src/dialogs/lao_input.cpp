@@ -3,19 +3,32 @@
 
 #include "orvel.h"
 
+struct LaoInputState {
+    LaoInput *typing;  // of the dialog that has changed the mode word; null: the word is the host's
+};
+static LaoInputState gLaoInput;
+
 void BeginLaoInput(LaoInput *input)
 {
-    *input = {LaoMode(kLaoTyping, kDialogMode), true};
+    DWORD before = LaoMode(kLaoTyping, kDialogMode);
+    input->savedMode = gLaoInput.typing ? gLaoInput.typing->savedMode : before;
+    gLaoInput.typing = input;
 }
 
 void TurnLaoInputOn(LaoInput *input, DWORD value, DWORD mask)
 {
     LaoMode(value, mask);
-    input->isOn = true;
+    gLaoInput.typing = input;
 }
 
 void TurnLaoInputOff(LaoInput *input)
 {
     LaoMode(input->savedMode, kDialogMode);
-    input->isOn = false;
+    gLaoInput.typing = nullptr;
+}
+
+void EndLaoInput(LaoInput *input)
+{
+    if (gLaoInput.typing == input)
+        TurnLaoInputOff(input);
 }

@@ -238,11 +238,9 @@ static INT_PTR InitSpelling(HWND dialog)
     return 1;
 }
 
-// The host's mode word comes back also when its parent takes the dialog along.
 static INT_PTR SpellingDestroyed()
 {
-    if (gSpell.input.isOn)
-        TurnLaoInputOff(&gSpell.input);
+    EndLaoInput(&gSpell.input);
     RemoveDialogKeyHook();
     DeleteObject(gSpell.font);
     gProcess.spellingWindow = nullptr;

@@ -30,7 +30,6 @@ inline LRESULT CALLBACK WatchIdle(HWND window, UINT message, WPARAM wParam, LPAR
         return CallWindowProcA(before, window, message, wParam, lParam);
     HWND dialog = reinterpret_cast<HWND>(lParam);
     WatchDialogsOf(dialog);
-    PostMessageA(dialog, WM_NULL, 0, 0);  // so that this is told again
     if (gPerson.steps.empty()) {
         ADD_FAILURE() << "a dialog is left open";
         EndDialog(dialog, 0);
@@ -39,6 +38,7 @@ inline LRESULT CALLBACK WatchIdle(HWND window, UINT message, WPARAM wParam, LPAR
     Step step = gPerson.steps.front();
     gPerson.steps.pop_front();
     step(dialog);
+    PostMessageA(dialog, WM_NULL, 0, 0);  // so that this is told again
     return 0;
 }
 
