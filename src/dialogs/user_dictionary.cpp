@@ -45,20 +45,22 @@ static void SelectWord(HWND dialog, const char *word)
                         0);
 }
 
-// Not drawn word by word: there may be 65,535 of them. With a word, that one is selected.
+// There may be 65,535 words: the list is asked for once and isn't drawn word by word. With a word,
+// that one is selected.
 static INT_PTR ShowWords(HWND dialog, const char *added)
 {
-    SendDlgItemMessageA(dialog, ID_USERDICT_WORDS, WM_SETREDRAW, FALSE, 0);
-    EmptyList(dialog, ID_USERDICT_WORDS);
+    HWND list = GetDlgItem(dialog, ID_USERDICT_WORDS);
+    SendMessageA(list, WM_SETREDRAW, FALSE, 0);
+    SendMessageA(list, CB_RESETCONTENT, 0, 0);
     for (int number = 1; number <= gProcess.userWordCount; ++number) {
         char word[kShownWordSize + 1] = "";  // a word of full length comes without its terminator
         if (GetWord(word, kShownWordSize, number, kUserDictionary))
-            AddListItem(dialog, ID_USERDICT_WORDS, word);
+            SendMessageA(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(word));
     }
     if (added)
         SelectWord(dialog, added);
-    SendDlgItemMessageA(dialog, ID_USERDICT_WORDS, WM_SETREDRAW, TRUE, 0);
-    RedrawControl(dialog, ID_USERDICT_WORDS);
+    SendMessageA(list, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(list, nullptr, FALSE);
     return 1;
 }
 

@@ -270,6 +270,12 @@ TEST_F(Spelling, EveryWayToEnd)
         {[](HWND) { PressKey(VK_ESCAPE); }, "0 "},
         {[](HWND dialog) { SendMessageA(dialog, WM_CLOSE, 0, 0); }, "0 0 "},
         {[](HWND dialog) { DestroyWindow(dialog); }, ""},
+        {[](HWND) {  // the companion goes with the library, and its mode word
+             LibMain(gProcess.instance, 0, nullptr);
+             BindCompanion();
+             LaoMode(kHostMode, ~0u);
+         },
+         ""},
         {[](HWND dialog) {
              gHost.reply = [=](DWORD) { DestroyWindow(dialog); };
              gHost.answers = {0};

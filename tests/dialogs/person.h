@@ -38,7 +38,8 @@ inline LRESULT CALLBACK WatchIdle(HWND window, UINT message, WPARAM wParam, LPAR
     Step step = gPerson.steps.front();
     gPerson.steps.pop_front();
     step(dialog);
-    PostMessageA(dialog, WM_NULL, 0, 0);  // so that this is told again
+    // So that this is told again, or the loop sees that the dialog is gone.
+    PostMessageA(IsWindow(dialog) ? dialog : nullptr, WM_NULL, 0, 0);
     return 0;
 }
 

@@ -123,6 +123,28 @@ TEST_F(Settings, KeyboardsOfTheFontCodes)
     }
 }
 
+// Nothing is known of the font codes then, and nothing is stored of them.
+TEST_F(Settings, WithoutACompanion)
+{
+    std::string file = "Old,Lao95,,90\n", shown;
+    ASSERT_EQ(ReplaceFonts(file), 1);
+    UnbindCompanion();
+    ExpectBoxes boxes({"does not use the currently selected font codes"});
+    Do({Click(ID_OPTIONS_KEYBOARDS),
+        See(&shown,
+            [](HWND d) {
+                return IdsWith(d, {1029, 1035}, IsChecked);
+            }),
+        Click(ID_OK), Click(ID_OPTIONS_FONTS),
+        See(&shown, [](HWND d) { return TextOf(d, ID_FONTS_CODE); }), Click(ID_FONTS_MODIFY),
+        Click(ID_OK), Close(), Close()});
+    EXPECT_EQ(OrvelOptions(host_), 0);
+    EXPECT_EQ(shown, "");
+    EXPECT_EQ(FontType("Old"), 3) << "as it was";
+    BindCompanion();
+    mode_ = LaoMode(0, 0);
+}
+
 // ---- fonts ----
 
 // "108 / 104 109 105 / name, code, substitute, scale, extended; button"

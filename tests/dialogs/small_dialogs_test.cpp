@@ -93,6 +93,8 @@ TEST_F(SmallDialogs, WordsWithoutACompanion)
     ExpectBoxes boxes({"Unable to add to the user-defined dictionary"});
     Do({Type(ID_USERDICT_WORDS, "ab"), Click(ID_USERDICT_ADD), Click(ID_USERDICT_DELETE), Close()});
     EXPECT_EQ(ModifyDictionary(host_, nullptr), 1);
+    Do({[](HWND) { LibMain(gProcess.instance, 0, nullptr); }});  // the library goes meanwhile
+    EXPECT_EQ(ModifyDictionary(host_, nullptr), 1);
     BindCompanion();
     mode_ = LaoMode(0, 0);
 }
