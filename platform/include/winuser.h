@@ -137,8 +137,6 @@
 #define EM_GETSEL 0x00B0
 #define EM_SETSEL 0x00B1
 #define EM_SCROLLCARET 0x00B7
-#define EM_REPLACESEL 0x00C2
-#define EM_LIMITTEXT 0x00C5
 #define EM_SETREADONLY 0x00CF
 #define EN_SETFOCUS 0x0100
 #define EN_KILLFOCUS 0x0200
@@ -156,8 +154,6 @@
 #define CB_GETLBTEXT 0x0148
 #define CB_GETLBTEXTLEN 0x0149
 #define CB_RESETCONTENT 0x014B
-#define CB_FINDSTRING 0x014C
-#define CB_SELECTSTRING 0x014D
 #define CB_SETCURSEL 0x014E
 #define CB_GETITEMDATA 0x0150
 #define CB_SETITEMDATA 0x0151
@@ -170,8 +166,6 @@
 #define CBN_KILLFOCUS 4
 #define CBN_EDITCHANGE 5
 #define CBN_EDITUPDATE 6
-#define CBN_SELENDOK 9
-#define CBN_SELENDCANCEL 10
 
 #define GR_GDIOBJECTS 0
 #define GR_USEROBJECTS 1
@@ -340,7 +334,6 @@ UINT WINAPI GetDlgItemInt(HWND dialog, int id, BOOL *isNumber, BOOL isSigned);
 BOOL WINAPI SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
 BOOL WINAPI CheckDlgButton(HWND dialog, int id, UINT check);
 UINT WINAPI IsDlgButtonChecked(HWND dialog, int id);
-BOOL WINAPI CheckRadioButton(HWND dialog, int first, int last, int checked);
 HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
 HWND WINAPI GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);
 BOOL WINAPI IsDialogMessageA(HWND dialog, LPMSG message);

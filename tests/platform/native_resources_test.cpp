@@ -21,9 +21,12 @@ static bool Opens(const std::string &file)
     auto bytes = std::make_unique<char[]>(file.size());
     memcpy(bytes.get(), file.data(), file.size());
     EXPECT_TRUE(AddModuleResources(module, bytes.get(), file.size()));
-    HWND dialog = CreateDialogParamA(module, "two", nullptr, NoProc, 0);
-    if (dialog)
-        DestroyWindow(dialog);
+    HWND dialog = nullptr;
+    for (const char *name : {"kinds", "two"}) {
+        dialog = CreateDialogParamA(module, name, nullptr, NoProc, 0);
+        if (dialog)
+            DestroyWindow(dialog);
+    }
     RemoveModuleResources(module);
     return dialog != nullptr;
 }

@@ -69,7 +69,6 @@ static void SelectByKey(HWND window, int index)
     if (!EntryAt(&data->list, WPARAM(index)))
         return;
     SelectEntry(FindWindowRecord(window), data, index);
-    Tell(window, CBN_SELENDOK);
     Tell(window, CBN_SELCHANGE);
 }
 
@@ -114,12 +113,6 @@ static void HandleCharacter(HWND window, const ComboData *data, char character)
         SelectByKey(window, found);
 }
 
-static LRESULT Pick(WindowRecord *combo, ComboData *data, int start, const char *text)
-{
-    int found = FindEntry(&data->list, start, text, false);
-    return found == CB_ERR ? CB_ERR : SelectEntry(combo, data, found);
-}
-
 // The selected entry stays selected behind a new one.
 static LRESULT Add(const WindowRecord *combo, ComboData *data, const char *text)
 {
@@ -146,16 +139,13 @@ static void GainFocus(HWND window, ComboData *data)
     Tell(window, CBN_SETFOCUS);
 }
 
-// On its way from one part to the other the focus isn't lost. What was open closes without a
-// choice, and a list that is always open doesn't.
+// On its way from one part to the other the focus isn't lost.
 static void LoseFocus(WindowRecord *combo, ComboData *data)
 {
     HWND window = combo->handle, focus = GetFocus();
     if (!data->hasFocus || focus == window || (focus && focus == data->edit))
         return;
     data->hasFocus = false;
-    if ((combo->style & kComboForm) != CBS_SIMPLE)
-        Tell(window, CBN_SELENDCANCEL);
     Tell(window, CBN_KILLFOCUS);
 }
 
@@ -218,9 +208,7 @@ static LRESULT HandleListMessage(WindowRecord *combo, ComboData *data, UINT mess
     case CB_SETCURSEL: return SelectEntry(combo, data, int(wParam));
     case CB_GETLBTEXT: return GetEntryText(entry, text);
     case CB_GETLBTEXTLEN: return GetEntryText(entry, nullptr);
-    case CB_FINDSTRING: return FindEntry(&data->list, int(wParam), text, false);
     case CB_FINDSTRINGEXACT: return FindEntry(&data->list, int(wParam), text, true);
-    case CB_SELECTSTRING: return Pick(combo, data, int(wParam), text);
     case CB_GETITEMDATA: return entry ? entry->data : CB_ERR;
     case CB_SETITEMDATA: return SetEntryData(entry, lParam);
     }

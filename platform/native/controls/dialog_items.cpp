@@ -93,17 +93,3 @@ UINT WINAPI IsDlgButtonChecked(HWND dialog, int id)
 {
     return UINT(SendDlgItemMessageA(dialog, id, BM_GETCHECK, 0, 0));
 }
-
-// All buttons of these numbers are told, in their order; a message may end the dialog.
-BOOL WINAPI CheckRadioButton(HWND dialog, int first, int last, int checked)
-{
-    if (!FindWindowRecord(dialog))
-        return FALSE;
-    for (HWND control = GetWindow(dialog, GW_CHILD); control;
-         control = GetWindow(control, GW_HWNDNEXT)) {
-        int id = GetDlgCtrlID(control);
-        if (id >= first && id <= last)
-            SendMessageA(control, BM_SETCHECK, id == checked ? BST_CHECKED : BST_UNCHECKED, 0);
-    }
-    return TRUE;
-}

@@ -146,9 +146,15 @@ static bool IsOpen(HWND dialog)
     return data && !data->hasEnded;
 }
 
+struct ModalState {
+    unsigned ended;  // how many loops have ended since the start
+};
+static ModalState gModal;
+
 // Nobody sits at this screen, so a queue that is empty stays empty. Then the owner is told, as
 // always, and may do what a person would do; where it does nothing the dialog is asked to close,
-// and one that won't is left after a second try.
+// and one that won't is left after a second try. A dialog that opened meanwhile has taken out what
+// was posted for this one, so that the owner is told again.
 static void RunModalLoop(HWND dialog, HWND owner)
 {
     constexpr int kMaxCloses = 2;
@@ -167,8 +173,9 @@ static void RunModalLoop(HWND dialog, HWND owner)
             }
             wasTold = false;
         } else if (!wasTold) {
-            wasTold = true;
+            unsigned ended = gModal.ended;
             SendMessageA(owner, WM_ENTERIDLE, MSGF_DIALOGBOX, reinterpret_cast<LPARAM>(dialog));
+            wasTold = gModal.ended == ended;
         } else if (closes++ < kMaxCloses) {
             SendMessageA(dialog, WM_CLOSE, 0, 0);
         } else {
@@ -191,6 +198,7 @@ INT_PTR WINAPI DialogBoxParamA(HINSTANCE module, LPCSTR name, HWND parent, DLGPR
     if (IsOpen(dialog))
         ShowWindow(dialog, SW_SHOWNORMAL);
     RunModalLoop(dialog, owner);
+    ++gModal.ended;
     DialogData *data = FindDialogData(dialog);
     INT_PTR result = data && data->hasEnded ? data->result : -1;
     if (mustEnable)

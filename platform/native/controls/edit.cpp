@@ -3,18 +3,16 @@
 // from the start of the text. The edit box of a combo box is one of these: it leaves the keys of
 // the list to its parent, and tells it only what was typed.
 #include <algorithm>
+#include <assert.h>
 #include <stdlib.h>
 #include <string.h>
 
 #include "controls/control_classes.h"
 #include "windows/window_table.h"
 
-constexpr size_t kDefaultLimit = 30000;
-constexpr size_t kNoLimit = 0x7ffffffe;  // what a limit of 0 means
-constexpr WORD kTextIsFull = 0x0501;     // EN_MAXTEXT: what was typed has no room
+constexpr size_t kTypedLimit = 30000;  // bytes of a text that typing may fill
 
 struct EditData {
-    size_t limit;          // bytes that typing may fill
     size_t anchor, caret;  // the two ends of the selection, within the text; the keys move `caret`
 };
 
@@ -56,16 +54,15 @@ static void Select(EditData *data, size_t anchor, size_t caret)
     data->caret = caret;
 }
 
-// A start of -1 takes the selection away; an end beyond the text, -1 too, is the text's.
+// The smaller end goes first. Behind the text, where -1 is too, means its end; a start of -1 takes
+// the selection away.
 static void SetSelection(const WindowRecord *edit, EditData *data, UINT start, UINT end)
 {
     size_t length = LengthOf(edit);
-    size_t caret = std::min(size_t(end), length);
+    size_t anchor = std::min(size_t(start), length), caret = std::min(size_t(end), length);
     if (start == UINT(-1))
-        Select(data, std::max(data->anchor, data->caret), std::max(data->anchor, data->caret));
-    else
-        Select(data, std::min(std::min(size_t(start), caret), length),
-               std::max(std::min(size_t(start), length), caret));
+        anchor = caret = std::max(data->anchor, data->caret);
+    Select(data, std::min(anchor, caret), std::max(anchor, caret));
 }
 
 static LRESULT GetSelection(const EditData *data, DWORD *start, DWORD *end)
@@ -78,21 +75,19 @@ static LRESULT GetSelection(const EditData *data, DWORD *start, DWORD *end)
     return last > 0xffff ? -1 : MAKELONG(first, last);
 }
 
-// Of the text only what the limit leaves room for. False when there is no memory.
-static bool ReplaceSelection(WindowRecord *edit, EditData *data, const char *text, size_t size)
+// False when there is no memory.
+static bool ReplaceSelection(WindowRecord *edit, EditData *data, const char *text)
 {
     size_t first = std::min(data->anchor, data->caret), last = std::max(data->anchor, data->caret);
-    size_t length = LengthOf(edit), kept = length - (last - first);
-    size = std::min(size, data->limit > kept ? data->limit - kept : 0);
-    char *changed = static_cast<char *>(malloc(kept + size + 1));
+    size_t length = LengthOf(edit), size = strlen(text);
+    assert(last <= length);
+    char *changed = static_cast<char *>(malloc(length - (last - first) + size + 1));
     if (!changed)
         return false;
-    if (edit->text)
-        memcpy(changed, edit->text, first);
+    const char *before = edit->text ? edit->text : "";
+    memcpy(changed, before, first);
     memcpy(changed + first, text, size);
-    if (edit->text)
-        memcpy(changed + first + size, edit->text + last, length - last);
-    changed[kept + size] = '\0';
+    memcpy(changed + first + size, before + last, length - last + 1);
     free(edit->text);
     edit->text = changed;
     edit->needsPaint = true;
@@ -107,7 +102,7 @@ static void Delete(WindowRecord *edit, EditData *data, bool isBackward)
         --data->anchor;
     else if (data->anchor == data->caret && !isBackward && data->caret < LengthOf(edit))
         ++data->caret;
-    if (data->anchor != data->caret && ReplaceSelection(edit, data, "", 0))
+    if (data->anchor != data->caret && ReplaceSelection(edit, data, ""))
         TellChange(edit->handle);
 }
 
@@ -122,24 +117,15 @@ static void TypeCharacter(WindowRecord *edit, EditData *data, char character)
     }
     if (BYTE(character) < ' ')
         return;
-    bool isFull = data->anchor == data->caret && LengthOf(edit) >= data->limit;
-    if (isFull)
-        Tell(edit->handle, kTextIsFull);
-    else if (ReplaceSelection(edit, data, &character, 1))
+    const char typed[] = {character, '\0'};
+    bool hasRoom = data->anchor != data->caret || LengthOf(edit) < kTypedLimit;
+    if (hasRoom && ReplaceSelection(edit, data, typed))
         TellChange(edit->handle);
 }
 
 static void MoveCaret(EditData *data, size_t caret)
 {
     Select(data, caret, caret);
-}
-
-// Nothing in place of nothing is no change. A read-only box refuses the keys alone.
-static void Replace(WindowRecord *edit, EditData *data, const char *text)
-{
-    bool isChange = text[0] || data->anchor != data->caret;
-    if (isChange && ReplaceSelection(edit, data, text, strlen(text)))
-        TellChange(edit->handle);
 }
 
 // In one line up is left and down is right.
@@ -190,7 +176,6 @@ static LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARA
         return 0;
     const char *text = reinterpret_cast<const char *>(lParam);
     switch (message) {
-    case WM_CREATE: data->limit = kDefaultLimit; return 0;
     case WM_GETDLGCODE: return DLGC_HASSETSEL | DLGC_WANTCHARS | DLGC_WANTARROWS;
     case WM_SETTEXT: return SetText(edit, data, text);
     case WM_CHAR: TypeCharacter(edit, data, char(wParam)); return 0;
@@ -201,10 +186,6 @@ static LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARA
     case EM_GETSEL:
         return GetSelection(data, reinterpret_cast<DWORD *>(wParam),
                             reinterpret_cast<DWORD *>(lParam));
-    case EM_REPLACESEL: Replace(edit, data, text); return 0;
-    case EM_LIMITTEXT:
-        data->limit = wParam ? std::min(size_t(wParam), kNoLimit) : kNoLimit;
-        return 0;
     case EM_SETREADONLY: SetReadOnly(edit, wParam != 0); return TRUE;
     case EM_SCROLLCARET: return TRUE;  // all of the text can be seen
     }
