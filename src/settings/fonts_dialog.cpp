@@ -65,12 +65,15 @@ static constexpr ControlModes kControlModes[] = {
     {ID_FONTS_SCALE, kAlways, kEditing},       {ID_FONTS_EXTENDED, kAlways, kEditing},
 };
 
+// The name takes the focus, since what had it may be out of use now.
 static void ShowFontEditMode(HWND dialog, FontsMode mode)
 {
     gDialog.mode = mode;
     for (const ControlModes &row : kControlModes) {
         ShowControl(dialog, row.control, row.shown & mode);
         EnableControl(dialog, row.control, row.usable & mode);
+        if (row.shown == int(mode))
+            SetFocus(GetDlgItem(dialog, row.control));
     }
 }
 
@@ -281,7 +284,6 @@ static INT_PTR InitFonts(HWND dialog)
     SendMessageA(dialog, RegisteredMessage(kListCodes), 0, 0);
     SendMessageA(dialog, RegisteredMessage(kListFonts), WPARAM(-1), 0);
     SendMessageA(dialog, RegisteredMessage(kFontDataChange), 0, 0);
-    SetFocus(GetDlgItem(dialog, ID_FONTS_REGISTERED));
     ShowFontEditMode(dialog, kShowingFonts);
     gDialog.isChanged = false;
     return 0;

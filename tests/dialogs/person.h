@@ -98,7 +98,7 @@ inline std::string TextOf(HWND dialog, int id)
     return text;
 }
 // What the step after the others sees.
-inline Step See(std::string *seen, std::function<std::string(HWND)> look)
+inline Step See(std::string *seen, const std::function<std::string(HWND)> &look)
 {
     return [=](HWND dialog) { *seen += look(dialog); };
 }
@@ -108,7 +108,7 @@ inline int DefaultOf(HWND dialog)
 }
 
 // The ids of a range that can be used, checked or seen, each with a blank behind it.
-inline std::string IdsWith(HWND dialog, std::vector<int> ids, bool (*has)(HWND, int))
+inline std::string IdsWith(HWND dialog, const std::vector<int> &ids, bool (*has)(HWND, int))
 {
     std::string found;
     for (int id : ids)
