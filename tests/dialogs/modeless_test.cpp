@@ -99,6 +99,10 @@ class Find : public Modeless
 TEST_F(Find, FormsAndButtonsFollowTheText)
 {
     HWND dialog = Open(0, " \t", 1);
+    RECT label = {}, box = {};
+    GetWindowRect(GetDlgItem(dialog, 0xFFFF), &label);
+    GetWindowRect(GetDlgItem(dialog, ID_FIND_TEXT), &box);
+    EXPECT_EQ(label.right, box.left) << "its text needs the room";
     EXPECT_EQ(Form(dialog), "Finding Lao text|Replace...|103 104 |2 |2");
     EXPECT_EQ(Texts(), "//10");
     EXPECT_EQ(StartOrvelFind(nullptr, 1, "x", 0, HostCallback), 0) << "one is open";
