@@ -7,8 +7,6 @@
 #include <sstream>
 #include <string>
 
-#include "platform/message_loop.h"
-
 constexpr int kEditOfCombo = 1001;
 
 struct RunState {
@@ -85,7 +83,7 @@ static std::string StateOf(HWND control)
     state << '[' << text;
     LRESULT range = SendMessageA(edit, EM_GETSEL, 0, 0);
     if (edit && edit == GetFocus())
-        state << ' ' << LOWORD(range) << '-' << HIWORD(range);
+        state << '|' << LOWORD(range) << '-' << HIWORD(range);
     state << ']';
     LRESULT count = SendMessageA(control, CB_GETCOUNT, 0, 0);  // 0 of an edit box
     if (isCombo)
@@ -166,34 +164,37 @@ static void Do(HWND dialog, const std::string &word)
 
 static LRESULT CALLBACK OwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message != WM_ENTERIDLE)
+        return DefWindowProcA(window, message, wParam, lParam);
+    HWND dialog = reinterpret_cast<HWND>(lParam);
+    PostMessageA(dialog, WM_NULL, 0, 0);  // so that it is idle again
+    if (gRun.isDeaf && GetFocus() != GetDlgItem(dialog, 21))
+        return 0;  // the screen hasn't made it active yet
     std::string word;
-    if (message == WM_ENTERIDLE) {
-        HWND dialog = reinterpret_cast<HWND>(lParam);
-        PostMessageA(dialog, WM_NULL, 0, 0);  // so that it is idle again
-        gRun.isDeaf = !(gRun.script >> word);
-        if (gRun.isDeaf)
-            EndDialog(dialog, 0);
-        else
-            Do(dialog, word);
-    }
-    return DefWindowProcA(window, message, wParam, lParam);
+    gRun.isDeaf = !(gRun.script >> word);
+    if (gRun.isDeaf)
+        EndDialog(dialog, 0);
+    else
+        Do(dialog, word);
+    return 0;
 }
 
 // clang-format off
 static constexpr const char *kRows[][2] = {
     // 21: an edit box
     {"21 27 focus 21 focus on? text:abc ? text:abc",
-     "kill21 focus21 on21/28 update21 change21 [abc 0-0] update21 change21"},
+     "kill21 focus21 on21/28 update21 change21 [abc|0-0] update21 change21"},
     {"21 text: 'ab ? text:hello range:1,3 'x ? '< ? '< '<< ?",
-     "update21 change21 update21 change21 update21 change21 [ab 2-2] update21 change21 "
-     "update21 change21 [hxlo 2-2] update21 change21 [hlo 1-1] update21 change21 [lo 0-0]"},
+     "update21 change21 update21 change21 update21 change21 [ab|2-2] update21 change21 "
+     "update21 change21 [hxlo|2-2] update21 change21 [hlo|1-1] update21 change21 [lo|0-0]"},
     {"21 text:abc range:1,1 k2E ? k23 ? k2E k24 ? k27 ? k25 k25 ? range:0,2 k2E ?",
-     "update21 change21 update21 change21 [ac 1-1] [ac 2-2] [ac 0-0] [ac 1-1] [ac 0-0] "
-     "update21 change21 [ 0-0]"},
-    {"21 range:0,-1 ? range:-1,0 ? range:3,1 ? range:2,99 ? range:0,-65536 ? text:ab ?",
-     "[text 0-4] [text 4-4] [text 1-3] [text 2-4] [text 0-4] update21 change21 [ab 0-0]"},
+     "update21 change21 update21 change21 [ac|1-1] [ac|2-2] [ac|0-0] [ac|1-1] [ac|0-0] "
+     "update21 change21 [|0-0]"},
+    {"21 ? range:-1,0 ? range:0,-1 ? range:3,1 ? range:2,99 ? range:0,-65536 ? text:ab ?",
+     "[text|0-4] [text|4-4] [text|0-4] [text|1-3] [text|2-4] [text|0-4] update21 change21 "
+     "[ab|0-0]"},
     {"21 readonly:1 text:ab 'a k2E '< ? readonly:0 'c ? code:0",
-     "update21 change21 [ab 0-0] update21 change21 [cab 1-1] =137"},
+     "update21 change21 [ab|0-0] update21 change21 [cab|1-1] =137"},
     {"21 x 'ab", "update21"}, {"21 x text:a", "update21"}, {"21 x 27 focus", "kill21"},
     // 23: a check box; 24 to 26: radio buttons; 30: a box around a group; 27, 28: push buttons
     {"23 code:0 press:0 marks? press:0 marks? check:1 marks? focus k20 marks?",
@@ -204,8 +205,9 @@ static constexpr const char *kRows[][2] = {
      "=256 =8224 kill21 click27 +0+0-0-0 =8208"},
     {"23 focus x press:0", "kill21 click23"}, {"25 focus x press:0", "kill21 click25"},
     // 22: a list that drops down from an edit box, 31: without one, 32: always open, 33: sorted
-    {"22 code:0 focus on? 27 focus 31 code:0 focus on? 27 focus 32 focus on?",
-     "=129 kill21 focus22 on1001/28 kill22 =129 focus31 on31/28 kill31 focus32 on1001/28"},
+    {"22 code:0 focus on? focus 27 focus 31 code:0 focus on? 27 focus 32 focus on?",
+     "=129 kill21 focus22 on1001/28 kill22 focus22 kill22 =129 focus31 on31/28 kill31 focus32 "
+     "on1001/28"},
     {"22 add:bb add:aa add:Ab ? cur:1 ? cur:-1 ? cur:0 text:zz ? reset:0 ?",
      "=0 =1 =2 []-1:bb,aa,Ab [aa]1:bb,aa,Ab []-1:bb,aa,Ab [zz]0:bb,aa,Ab []-1"},
     {"31 add:bb add:aa add:Ab cur:1 ? text:zz ? cur:-1 ? cur:0 reset:0 ?",
@@ -214,27 +216,26 @@ static constexpr const char *kRows[][2] = {
      "=0 =0 =1 =2 =0 =0 =4 [a_9]2:_x,9,a_9,aa,aB,B9,bb =1 =77 =-1"},
     {"22 add:abc add:ab exact:-1,AB exact:1,ab exact:-1,a length:0 length:3 length:-1",
      "=0 =1 =1 =1 =-1 =3 =-1 =-1"},
-    {"22 add:a add:b focus 'x ? cur:1 ? 'b ? '< ? reset:0 ?",
-     "=0 =1 kill21 focus22 update22 change22 [x 1-1]-1:a,b [b 0-1]1:a,b update22 change22 [b "
-     "1-1]-1:a,b update22 change22 [ 0-0]-1:a,b [ 0-0]-1"},
-    {"22 add:bay add:box add:c focus 'bo ? k28 ? k28 ? k26 ?",
-     "=0 =1 =2 kill21 focus22 update22 change22 update22 change22 [bo 2-2]-1:bay,box,c "
-     "select22 [box 0-3]1:bay,box,c select22 [c 0-1]2:bay,box,c select22 [box 0-3]1:bay,box,c"},
-    {"31 add:a add:b focus k28 ? k28 ? k26 ? k23 ? k24 ? k27 ? k25 ? 'b ? 'q ?",
+    {"22 add:a add:b cur:1 focus ? 'b ? cur:1 '< ? reset:0 ?",
+     "=0 =1 kill21 focus22 [b|0-1]1:a,b update22 change22 [b|1-1]-1:a,b update22 change22 "
+     "[|0-0]-1:a,b [|0-0]-1"},
+    {"22 add:bay add:box add:c focus 'bo k28 ? k28 ? k26 ?",
+     "=0 =1 =2 kill21 focus22 update22 change22 update22 change22 select22 "
+     "[box|0-3]1:bay,box,c select22 [c|0-1]2:bay,box,c select22 [box|0-3]1:bay,box,c"},
+    {"31 add:a add:b focus k28 ? k23 ? k26 ? k27 ? k24 k25 'b ? 'q ?",
      "=0 =1 kill21 focus31 select31 [a]0:a,b select31 [b]1:a,b select31 [a]0:a,b select31 "
-     "[b]1:a,b select31 [a]0:a,b select31 [b]1:a,b select31 [a]0:a,b select31 [b]1:a,b "
-     "[b]1:a,b"},
+     "[b]1:a,b select31 select31 select31 [b]1:a,b [b]1:a,b"},
     {"32 add:a add:b focus 'b ? k28 ?",
-     "=0 =1 kill21 focus32 update32 change32 [b 1-1]-1:a,b select32 [b 0-1]1:a,b"},
+     "=0 =1 kill21 focus32 update32 change32 [b|1-1]-1:a,b select32 [b|0-1]1:a,b"},
     {"22 add:a focus x 'y", "=0 kill21 focus22 update22"},
     {"31 add:a focus x k28", "=0 kill21 focus31 select31"},
     {"22 focus x 27 focus", "kill21 focus22 kill22"}, {"27 focus 32 x focus", "kill21 focus32"},
     // focus that can't stay; Tab, Return, Escape and the arrows
     {"21 off on? 22 focus off on? 31 focus hide on?",
      "kill21 onnowhere/28 focus22 kill22 onnowhere/28 focus31 kill31 focus32 on1001/28"},
-    {"k09 on? k09 on? k09 on? k09 on? k09 on? k09 on? k09 on? k09 on? k09 on? k09 on?",
-     "kill21 focus22 on1001/28 kill22 focus31 on31/28 kill31 focus32 on1001/28 kill32 focus33 "
-     "on1001/28 kill33 on23/28 on24/28 on27/27 on28/28 on2/2 focus21 on21/28"},
+    {"k09 on? k09 k09 k09 k09 on? k09 on? k09 on? k09 on? k09 on? k09 21 ?",
+     "kill21 focus22 on1001/28 kill22 focus31 kill31 focus32 kill32 focus33 kill33 on23/28 "
+     "on24/28 on27/27 on28/28 on2/2 focus21 [text|0-4]"},
     {"+k09 on? +k09 on? +k09 on? +k09 on? +k09 on? +k09 on?",
      "kill21 on2/2 on28/28 on27/27 on24/28 on23/28 focus33 on1001/28"},
     {"24 focus k27 on? k28 on? k25 on? k09 on? +k09 on?",
@@ -248,14 +249,9 @@ static constexpr const char *kRows[][2] = {
 
 TEST(Controls, AreHeardAsOnWindows)
 {
-    WNDCLASSA host = {};
-    host.lpfnWndProc = OwnerProc;
-    host.hInstance = GetModuleHandleA(nullptr);
-    host.lpszClassName = "OrvelTestOwner";
-    ASSERT_TRUE(RegisterClassA(&host));
-    HWND owner = CreateWindowExA(0, "OrvelTestOwner", "", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9,
-                                 nullptr, nullptr, host.hInstance, nullptr);
-    DrainMessages();
+    HWND owner = CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9, nullptr,
+                                 nullptr, nullptr, nullptr);
+    SetWindowLongPtrA(owner, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(OwnerProc));
     DWORD fonts = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
     for (auto [script, heard] : kRows) {
         gRun = {std::istringstream(script), nullptr, "", false, true};
@@ -265,8 +261,6 @@ TEST(Controls, AreHeardAsOnWindows)
     }
     EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), fonts);
     DestroyWindow(owner);
-    DrainMessages();
-    EXPECT_TRUE(UnregisterClassA("OrvelTestOwner", host.hInstance));
 }
 
 TEST(Controls, ExtendedTemplateIsCentredAndBringsItsFont)
@@ -307,9 +301,6 @@ TEST(Controls, NumbersAreReadWithinTheirRange)
         SetDlgItemTextA(dialog, 21, row.text);
         EXPECT_EQ(GetDlgItemInt(dialog, 21, &isNumber, row.isSigned), row.number) << row.text;
         EXPECT_EQ(isNumber, row.isNumber) << row.text;
-        if (row.isNumber && SetDlgItemInt(dialog, 21, row.number, row.isSigned)) {
-            EXPECT_EQ(GetDlgItemInt(dialog, 21, nullptr, row.isSigned), row.number) << row.text;
-        }
     }
     DestroyWindow(dialog);
 }

@@ -131,29 +131,21 @@ static LRESULT Reset(WindowRecord *combo, ComboData *data)
 
 // ---- focus ----
 
-static void GainFocus(HWND window, ComboData *data)
+// Where there is an edit box the focus is its own: it only passes this window on its way there,
+// and nobody hears of that.
+static void ChangeFocus(HWND window, ComboData *data, bool hasFocus)
 {
-    if (data->hasFocus)
+    if (data->hasFocus == hasFocus)
         return;
-    data->hasFocus = true;
-    Tell(window, CBN_SETFOCUS);
-}
-
-// On its way from one part to the other the focus isn't lost.
-static void LoseFocus(WindowRecord *combo, ComboData *data)
-{
-    HWND window = combo->handle, focus = GetFocus();
-    if (!data->hasFocus || focus == window || (focus && focus == data->edit))
-        return;
-    data->hasFocus = false;
-    Tell(window, CBN_KILLFOCUS);
+    data->hasFocus = hasFocus;
+    Tell(window, hasFocus ? CBN_SETFOCUS : CBN_KILLFOCUS);
 }
 
 static void TakeFocus(HWND window, ComboData *data)
 {
     HWND edit = data->edit;
     if (!edit) {
-        GainFocus(window, data);
+        ChangeFocus(window, data, true);
         return;
     }
     SendMessageA(edit, EM_SETSEL, 0, -1);
@@ -164,8 +156,8 @@ static void TakeFocus(HWND window, ComboData *data)
 static void HandleEdit(WindowRecord *combo, ComboData *data, WORD code)
 {
     switch (code) {
-    case EN_SETFOCUS: GainFocus(combo->handle, data); break;
-    case EN_KILLFOCUS: LoseFocus(combo, data); break;
+    case EN_SETFOCUS: ChangeFocus(combo->handle, data, true); break;
+    case EN_KILLFOCUS: ChangeFocus(combo->handle, data, false); break;
     case EN_UPDATE:
         data->selected = CB_ERR;
         Tell(combo->handle, CBN_EDITUPDATE);
@@ -249,7 +241,7 @@ static LRESULT CALLBACK ComboProc(HWND window, UINT message, WPARAM wParam, LPAR
             SendMessageA(data->edit, message, wParam, lParam);
         break;
     case WM_SETFOCUS: TakeFocus(window, data); return 0;
-    case WM_KILLFOCUS: LoseFocus(combo, data); return 0;
+    case WM_KILLFOCUS: ChangeFocus(window, data, false); return 0;
     case WM_KEYDOWN: HandleKey(window, data, wParam); return 0;
     case WM_CHAR: HandleCharacter(window, data, char(wParam)); return 0;
     case WM_COMMAND: HandleEdit(combo, data, HIWORD(wParam)); return 0;
