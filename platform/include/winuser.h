@@ -42,11 +42,14 @@
 #define WS_CHILD 0x40000000
 #define WS_VISIBLE 0x10000000
 #define WS_DISABLED 0x08000000
+#define WS_BORDER 0x00800000
+#define WS_VSCROLL 0x00200000
 #define WS_GROUP 0x00020000
 #define WS_TABSTOP 0x00010000
 #define WS_EX_TOPMOST 0x00000008
 #define WS_EX_NOPARENTNOTIFY 0x00000004
 #define DS_SETFONT 0x00000040
+#define DS_SETFOREGROUND 0x00000200
 #define DS_CENTER 0x00000800
 #define CW_USEDEFAULT ((int)0x80000000)
 
@@ -119,6 +122,8 @@
 #define BS_GROUPBOX 7
 #define BS_AUTORADIOBUTTON 9
 #define BS_TYPEMASK 0x000F
+#define BS_LEFTTEXT 0x0020
+#define BS_MULTILINE 0x2000
 #define BST_UNCHECKED 0
 #define BST_CHECKED 1
 #define BM_GETCHECK 0x00F0
@@ -330,6 +335,7 @@ BOOL WINAPI SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
 BOOL WINAPI CheckDlgButton(HWND dialog, int id, UINT check);
 UINT WINAPI IsDlgButtonChecked(HWND dialog, int id);
 HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
+HWND WINAPI GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);
 BOOL WINAPI IsDialogMessageA(HWND dialog, LPMSG message);
 
 BOOL WINAPI UpdateWindow(HWND window);

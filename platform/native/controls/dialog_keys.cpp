@@ -68,22 +68,28 @@ static bool CanBeReached(const WindowRecord *control)
 
 // The neighbour within the group that can be seen and used; behind the last comes the first. A
 // control that is alone is its own neighbour.
-static HWND NextInGroup(WindowRecord *control, bool isBackward)
+HWND WINAPI GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous)
 {
-    WindowRecord *first = FirstOfGroup(control), *before = nullptr, *behind = nullptr;
-    WindowRecord *start = nullptr, *end = nullptr;  // the outermost ones but for the control itself
+    WindowRecord *record = FindWindowRecord(dialog);
+    WindowRecord *from = FindWindowRecord(control);
+    if (!record || !from || from->parent != record)
+        return nullptr;
+    WindowRecord *first = FirstOfGroup(from);
+    WindowRecord *before = nullptr, *last = nullptr, *next = nullptr, *start = nullptr;
     bool isBehind = false;
     for (WindowRecord *at = first; at && (at == first || !(at->style & WS_GROUP)); at = at->next) {
-        isBehind = isBehind || at == control;
-        if (at == control || !CanBeReached(at))
+        isBehind = isBehind || at == from;
+        if (at == from || !CanBeReached(at))
             continue;
         start = start ? start : at;
-        end = at;
+        last = at;
         before = isBehind ? before : at;
-        behind = isBehind && !behind ? at : behind;
+        next = isBehind && !next ? at : next;
     }
-    WindowRecord *found = isBackward ? (before ? before : end) : (behind ? behind : start);
-    return found ? found->handle : control->handle;
+    WindowRecord *found = previous ? before : next;
+    if (!found)
+        found = previous ? last : start;
+    return found ? found->handle : control;
 }
 
 // ---- keys ----
@@ -99,9 +105,8 @@ static void MoveByTab(HWND dialog)
 // Radio buttons are chosen by the arrows that lead to them.
 static void MoveByArrow(HWND dialog, HWND from, bool isBackward)
 {
-    WindowRecord *control = FindWindowRecord(from);
-    HWND next = control && from != dialog ? NextInGroup(control, isBackward) : from;
-    if (next == from)
+    HWND next = GetNextDlgGroupItem(dialog, from, isBackward);
+    if (!next || next == from)
         return;
     bool isRadio = (SendMessageA(next, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0;
     FocusControlByKey(dialog, next);
