@@ -76,6 +76,7 @@
 #define WA_INACTIVE 0
 #define WA_ACTIVE 1
 #define GW_HWNDNEXT 2
+#define GW_HWNDPREV 3
 #define GW_OWNER 4
 #define GW_CHILD 5
 
@@ -157,6 +158,7 @@
 #define CB_SETCURSEL 0x014E
 #define CB_GETITEMDATA 0x0150
 #define CB_SETITEMDATA 0x0151
+#define CB_GETDROPPEDCONTROLRECT 0x0152
 #define CB_FINDSTRINGEXACT 0x0158
 #define CB_OKAY 0
 #define CB_ERR (-1)

@@ -79,18 +79,6 @@ static void ReadFindText(HWND dialog)
 
 // ---- the dialog ----
 
-// The label of the box is made for a narrower font than systems have today: it may reach the box.
-static void WidenLabel(HWND dialog)
-{
-    constexpr int kLabelId = 0xFFFF;  // as the system knows a control without a number
-    HWND label = GetDlgItem(dialog, kLabelId);
-    RECT place = {}, box = {};
-    GetWindowRect(label, &place);
-    GetWindowRect(GetDlgItem(dialog, ID_FIND_TEXT), &box);
-    SetWindowPos(label, nullptr, 0, 0, box.left - place.left, place.bottom - place.top,
-                 SWP_NOMOVE | SWP_NOZORDER);
-}
-
 static void FillControls(HWND dialog)
 {
     gFind.font = CreateLaoFont();
@@ -107,7 +95,7 @@ static void FillControls(HWND dialog)
 static INT_PTR InitFind(HWND dialog)
 {
     gProcess.findWindow = dialog;
-    WidenLabel(dialog);
+    WidenLabelOf(dialog, ID_FIND_TEXT);
     FillControls(dialog);
     SendMessageA(dialog, RegisteredMessage(kShowLao), 1, 0);
     SetWindowPos(dialog, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);

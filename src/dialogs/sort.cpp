@@ -62,6 +62,9 @@ static void FillSortKeyGroup(HWND dialog, const SortKeyLists &lists, bool withNo
     for (const char *order : kOrders)
         AddListItem(dialog, lists.order, order);
     SelectItem(dialog, lists.order, 0);
+    WidenList(dialog, lists.column, 12);
+    WidenList(dialog, lists.type, 12);
+    WidenList(dialog, lists.order, 12);
 }
 
 static INT_PTR InitSort(HWND dialog)

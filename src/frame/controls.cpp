@@ -61,6 +61,30 @@ void SetDefaultButton(HWND dialog, int button)
     SendMessageA(dialog, DM_SETDEFID, WPARAM(button), 0);
 }
 
+static void SetSize(HWND window, int width, int height)
+{
+    SetWindowPos(window, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// A label is the control before its control.
+void WidenLabelOf(HWND dialog, int control)
+{
+    HWND labelled = GetDlgItem(dialog, control), label = GetWindow(labelled, GW_HWNDPREV);
+    RECT place = {}, end = {};
+    GetWindowRect(label, &place);
+    GetWindowRect(labelled, &end);
+    SetSize(label, end.left - place.left, place.bottom - place.top);
+}
+
+// The height of such a control is that with its list open.
+void WidenList(HWND dialog, int list, int percent)
+{
+    HWND control = GetDlgItem(dialog, list);
+    RECT open = {};
+    SendMessageA(control, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&open));
+    SetSize(control, (open.right - open.left) * (100 + percent) / 100, open.bottom - open.top);
+}
+
 HFONT CreateLaoFont()
 {
     LOGFONTA font = {};

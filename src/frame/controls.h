@@ -25,6 +25,13 @@ void ShowControl(HWND dialog, int control, bool isShown);
 // The button that Return presses.
 void SetDefaultButton(HWND dialog, int button);
 
+// ---- room ----
+
+// Templates give some texts less room than they need in the fonts that systems have today. The
+// label in front of a control then reaches up to it; a list becomes wider by a part of its width.
+void WidenLabelOf(HWND dialog, int control);
+void WidenList(HWND dialog, int list, int percent);
+
 // ---- texts in Lao ----
 
 // The font of controls that hold Lao in the internal code; its owner gives it back by DeleteObject.

@@ -281,6 +281,7 @@ static void StoreEntry(HWND dialog)
 
 static INT_PTR InitFonts(HWND dialog)
 {
+    WidenLabelOf(dialog, ID_FONTS_SUBSTITUTE);
     SendMessageA(dialog, RegisteredMessage(kListCodes), 0, 0);
     SendMessageA(dialog, RegisteredMessage(kListFonts), WPARAM(-1), 0);
     SendMessageA(dialog, RegisteredMessage(kFontDataChange), 0, 0);

@@ -359,6 +359,7 @@ TEST_F(Spelling, WordGoesToTheDictionary)
 
 TEST_F(Modeless, TheHookIsTakenAwayByTheFirstThatGoes)
 {
+    gHost.reply = [](DWORD) { SetMarkedText("w", "", kBadStretch); };
     StartSpellChecking(host_, HostCallback);
     DrainMessages();
     StartOrvelFind(nullptr, 0, "x", 0, HostCallback);

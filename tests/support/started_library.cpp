@@ -71,6 +71,7 @@ void StartedLibrary::SetUp()
     RegisterInstallFolder(ProgramFolder());
     RemoveAllData();
     ASSERT_EQ(Initialize(), 1);
+    LaoMode(1, ~DWORD(0));  // as a companion begins
     gFonts.count = WORD(ReadFontList());
     SetOptions({.optionF = 0,
                 .breakMode = 12,

@@ -196,6 +196,8 @@ static LRESULT HandleListMessage(WindowRecord *combo, ComboData *data, UINT mess
     case CB_ADDSTRING: return Add(combo, data, text);
     case CB_RESETCONTENT: return Reset(combo, data);
     case CB_GETCOUNT: return data->list.count;
+    case CB_GETDROPPEDCONTROLRECT:  // its list is never closed
+        return GetWindowRect(combo->handle, reinterpret_cast<RECT *>(lParam));
     case CB_GETCURSEL: return data->selected;
     case CB_SETCURSEL: return SelectEntry(combo, data, int(wParam));
     case CB_GETLBTEXT: return GetEntryText(entry, text);

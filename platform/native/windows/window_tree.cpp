@@ -235,6 +235,14 @@ HWND WINAPI GetDesktopWindow()
     return RootWindow()->handle;
 }
 
+static WindowRecord *RecordBefore(const WindowRecord *window)
+{
+    WindowRecord *before = window->parent ? window->parent->firstChild : nullptr;
+    while (before && before->next != window)
+        before = before->next;
+    return before;
+}
+
 // The relations that somebody asks for; any other gives null.
 HWND WINAPI GetWindow(HWND window, UINT relation)
 {
@@ -245,6 +253,7 @@ HWND WINAPI GetWindow(HWND window, UINT relation)
     switch (relation) {
     case GW_CHILD: found = record->firstChild; break;
     case GW_HWNDNEXT: found = record->next; break;
+    case GW_HWNDPREV: found = RecordBefore(record); break;
     case GW_OWNER: return record->owner;
     }
     return found ? found->handle : nullptr;
