@@ -6,7 +6,7 @@
 
 #include "utf8.h"
 
-constexpr WCHAR kForeign = ' ', kBreak = 0x200B;
+constexpr WCHAR kForeign = ' ';
 
 // A break that holds the halves of a broken character apart stays: without it they would become
 // another one.
@@ -33,7 +33,7 @@ static void ListCharacters(std::string_view source, LaoText *text)
             i += 3;
         } else if (source[i] == kZeroWidthSpace[0] && IsOldBreakAt(source.substr(i))) {
             text->oldBreaks.push_back(i);
-            AddCharacter(text, kBreak, i);
+            AddCharacter(text, kBreakSign, i);
             i += kZeroWidthSpace.size();
         } else {
             if (text->characters.empty() || text->characters.back() != kForeign)

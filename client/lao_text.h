@@ -9,6 +9,8 @@
 
 #include "orvel.h"
 
+constexpr WCHAR kBreakSign = 0x200B;  // an old break among the characters
+
 // A divided text; it doesn't hold the text itself. A record can serve text after text.
 struct LaoText {
     std::vector<WCHAR> characters;  // one for each of Lao, one blank for each stretch of others

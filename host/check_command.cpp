@@ -4,6 +4,7 @@
 #include "commands.h"
 #include "lao_text.h"
 #include "messages.h"
+#include "suggestions.h"
 #include "utf8.h"
 
 constexpr DWORD kInsertBoth = kInsertBreaks | kBothBreaks;
@@ -46,51 +47,86 @@ static std::string DescribeOldWord(const CodeTable &codes, const std::string &wo
     return "old spelling: " + word + " -> " + modern + sign;
 }
 
-static std::string DescribeChunk(const CodeTable &codes, BYTE kind, const std::string &text)
+// The chunk between its neighbours, so that a person sees the word; a mark where the run goes on.
+static std::string Surroundings(std::string_view source, const LaoText &text, size_t number)
 {
-    return kind == kBadStretch ? "bad spelling: " + text : DescribeOldWord(codes, text);
+    const std::vector<LaoChunk> &chunks = text.chunks;
+    auto isJoined = [&](size_t i) { return i < chunks.size() && chunks[i].hasBreak; };
+    std::string around = ChunkText(source, text, chunks[number]);
+    if (isJoined(number))
+        around = (isJoined(number - 1) ? "…" : "") + ChunkText(source, text, chunks[number - 1]) +
+                 around;
+    if (isJoined(number + 1))
+        around += ChunkText(source, text, chunks[number + 1]) + (isJoined(number + 2) ? "…" : "");
+    return around;
 }
 
-static int ReportChunks(const CodeTable &codes, std::string_view source, const LaoText &text,
+static std::string DescribeBadStretch(std::string_view source, const LaoText &text, size_t number,
+                                      bool isHelped)
+{
+    std::string bad = ChunkText(source, text, text.chunks[number]);
+    std::string around = Surroundings(source, text, number), line = "bad spelling: " + bad;
+    if (around != bad)
+        line += " in " + around;
+    const char *lead = "; perhaps ";
+    for (const std::string &word :
+         isHelped ? SuggestWords(text, number) : std::vector<std::string>{}) {
+        line += lead + word;
+        lead = ", ";
+    }
+    return line;
+}
+
+struct CheckSettings {
+    bool isHelped = false;  // --suggest
+    std::vector<std::string> files;
+    CodeTable codes;
+};
+
+static int ReportChunks(const CheckSettings &settings, std::string_view source, const LaoText &text,
                         LinePlace place, std::string *output)
 {
     int status = kDone;
-    for (const LaoChunk &chunk : text.chunks) {
+    for (size_t i = 0; i < text.chunks.size(); ++i) {
+        const LaoChunk &chunk = text.chunks[i];
         if (chunk.kind != kBadStretch && chunk.kind != kOldWord)
             continue;
         Advance(&place, source, text.starts[chunk.start]);
         *output += gPlace.file + ":" + std::to_string(place.line) + ":" +
                    std::to_string(place.column) + ": " +
-                   DescribeChunk(codes, chunk.kind, ChunkText(source, text, chunk)) + "\n";
+                   (chunk.kind == kBadStretch
+                        ? DescribeBadStretch(source, text, i, settings.isHelped)
+                        : DescribeOldWord(settings.codes, ChunkText(source, text, chunk))) +
+                   "\n";
         status = kNotDone;
     }
     return status;
 }
 
 // Old spellings are looked for whatever the option says: they are what this command is asked for.
-static int RunCheck(const std::vector<std::string> &files)
+static int RunCheck(CheckSettings *settings)
 {
     LaoText text;
     if (!Start())
         return kNotDone;
-    CodeTable codes = ReadCodeTable();
+    settings->codes = ReadCodeTable();
     SetOrvelOption("d", WORD(GetOrvelOption("d") | kOldDictionary), 0);
-    return ProcessParts(files, [&](const TextPart &part, std::string *output) {
+    return ProcessParts(settings->files, [&](const TextPart &part, std::string *output) {
         std::string_view source = WithoutByteOrderMark(part);
         if (!DivideLaoText(source, kInsertBoth, &text))
             return int(kNotDone);
-        return ReportChunks(codes, source, text, {part.line, part.column, 0}, output);
+        return ReportChunks(*settings, source, text, {part.line, part.column, 0}, output);
     });
 }
 
 void AddCheckCommand(CLI::App *app, Command *chosen)
 {
-    auto files = std::make_shared<std::vector<std::string>>();
+    auto settings = std::make_shared<CheckSettings>();
     CLI::App *check = app->add_subcommand("check", "report bad and old spellings");
-    check->add_option("files", *files, "UTF-8 files; none or - reads standard input");
-    check->footer(
-        "A line for each: file:line:column: bad spelling: TEXT, or old spelling: TEXT -> MODERN.\n"
-        "Exit status 1 when there is any.\n"
-        "Example: orvel check letter.txt");
-    check->callback([=] { *chosen = [=] { return RunCheck(*files); }; });
+    check->add_flag("--suggest", settings->isHelped, "up to five words that may have been meant");
+    check->add_option("files", settings->files, "UTF-8 files; none or - reads standard input");
+    check->footer("A line for each: file:line:column: bad spelling: TEXT in SURROUNDINGS, or\n"
+                  "old spelling: TEXT -> MODERN. Exit status 1 when there is any.\n"
+                  "Example: orvel check --suggest letter.txt");
+    check->callback([=] { *chosen = [=] { return RunCheck(settings.get()); }; });
 }

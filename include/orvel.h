@@ -113,7 +113,7 @@ enum { kInsertBreaks = 3, kSyllableBreaks = 4, kWordBreaks = 8, kBothBreaks = 12
 
 /* What starts at a byte of a side buffer, and what a chunk of DivideText is. */
 enum {
-    kInside = 0, /* nothing; the first chunk of a run that is no old spelling and no bad stretch */
+    kInside = 0, /* nothing; in a side buffer also the first chunk of a run that needs no telling */
     kSyllable = 1,  /* a syllable that no dictionary knows */
     kMainWord = 2,  /* a word of the main dictionary */
     kUserWord = 3,  /* a word of the user dictionary */

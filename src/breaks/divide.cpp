@@ -141,7 +141,7 @@ static void TraceChunks(size_t count, const DivideScratch &scratch, ChunkList *l
     AddChunk(list, chunk);
 }
 
-// A chunk that begins its run shows only what a reader must be told.
+// A single byte is its run's only chunk, whatever it is.
 static void MarkPackedRun(const BreakRequest &request, const DivideScratch &scratch)
 {
     size_t length = strlen(reinterpret_cast<char *>(scratch.packed));
@@ -150,8 +150,6 @@ static void MarkPackedRun(const BreakRequest &request, const DivideScratch &scra
         MarkBreakPoints(scratch.markers, scratch.scores, scratch.marks, request.flags);
     else
         memset(scratch.markers, kInside, length);
-    if (scratch.markers[0] < kOldWord)
-        scratch.markers[0] = kInside;
 }
 
 static void DivideRun(const WCHAR *text, DWORD start, DWORD end, const BreakRequest &request,
