@@ -1,14 +1,21 @@
 // The sort dialog: up to three keys, each a column with a type and an order. It sorts nothing. What
 // was chosen last stays for the next opening, and whether the keys are to be kept stays in the
 // registry.
-#include "dialogs/sort.h"
-
 #include <cstdio>
 
 #include "frame/controls.h"
 #include "frame/help.h"
 #include "frame/library.h"
+#include "orvel.h"
 #include "settings/registry.h"
+
+constexpr int kSortKeys = 3;
+
+struct SortKey {
+    short column;  // from 1; 0: no key
+    short type;    // the first key's from 0, the others' from -1
+    short order;   // 0 ascending, 1 descending
+};
 
 struct SortState {
     short columns;  // how many there are to choose from
@@ -29,9 +36,10 @@ static constexpr SortKeyLists kLists[kSortKeys] = {
     {ID_SORT_COLUMN3, ID_SORT_TYPE3, ID_SORT_ORDER3},
 };
 
-// A key that needn't be has "(none)" before its columns, so its positions are the columns' numbers.
-// Its types come out one less than the first key's: hosts know them so.
-SortKey ChosenSortKey(bool isFirst, int column, int type, int order)
+// The key behind the positions in its three lists (-1: nothing is selected). A key that needn't be
+// has "(none)" before its columns, so its positions are the columns' numbers. Its types come out
+// one less than the first key's: hosts know them so.
+static SortKey ChosenSortKey(bool isFirst, int column, int type, int order)
 {
     if (isFirst)
         return {short(column + 1), short(type), short(order)};

@@ -1,16 +1,21 @@
 // The fonts dialog: shows the table of registered fonts, a record at a time, and lets the user add,
 // change and delete. It works on the table in memory; who opened it writes the list. A font that is
 // being added stands in the slot behind the last record and counts only when OK is pressed.
-#include "settings/fonts_dialog.h"
-
 #include <cstring>
 
+#include "fonts/font_table.h"
 #include "frame/companion.h"
 #include "frame/controls.h"
 #include "frame/help.h"
 #include "frame/library.h"
 #include "frame/strings.h"
 #include "settings/dialogs.h"
+
+enum FontsMode {
+    kShowingFonts = 1,
+    kAddingFont = 2,
+    kModifyingFont = 4,
+};
 
 struct FontsDialogState {
     FontsMode mode;
@@ -26,7 +31,17 @@ static int CurrentCode()
 
 // ---- what becomes of an entry ----
 
-void StoreFont(FontRecord *record, const FontEntry *entry)
+// What the controls hold as OK is pressed.
+struct FontEntry {
+    char name[kFontNameSize - 1];  // the dialog takes a byte less than the table
+    char substitute[kFontNameSize - 1];
+    int code;         // the font code; -1: none is selected
+    bool isExtended;  // the box is checked
+    short scale;      // in percent, whatever was typed
+};
+
+// Name, code and flag: stored before the substitute is asked about, and kept whatever the answer.
+static void StoreFont(FontRecord *record, const FontEntry *entry)
 {
     CopyCut(record->name, sizeof record->name, entry->name);
     if (entry->code >= 0)
@@ -34,7 +49,7 @@ void StoreFont(FontRecord *record, const FontEntry *entry)
     record->extended = CarriesExtended(*record) && entry->isExtended;
 }
 
-bool IsFontOfCode(const char *name, int code)
+static bool IsFontOfCode(const char *name, int code)
 {
     for (int i = 0; i < gFonts.count; ++i)
         if (gFonts.records[i].code == code && EqualNoCase(gFonts.records[i].name, name))
@@ -42,7 +57,9 @@ bool IsFontOfCode(const char *name, int code)
     return false;
 }
 
-int CountAddedFont()
+// Counts the record in the working slot, unless its name is registered: then the index of that one,
+// and the record is dropped.
+static int CountAddedFont()
 {
     int known = FontIndex(gFonts.records[gFonts.count].name);
     return known >= 0 || gFonts.count >= kMostFonts ? known : gFonts.count++;

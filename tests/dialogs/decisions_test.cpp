@@ -1,13 +1,10 @@
-// What dialogs decide without a window: every state of the options, keys as they are handed out,
-// words that are spread out, fonts that are entered.
+// What dialogs decide without a window: every state of the options, words that are spread out.
 #include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 
 #include "dialogs/find.h"
-#include "dialogs/sort.h"
 #include "dialogs/spelling.h"
-#include "settings/fonts_dialog.h"
 #include "settings/options_dialog.h"
 
 // A row for each break mode and set of dictionaries: w words, o old words, s spelling, u user's.
@@ -37,24 +34,6 @@ TEST(Decisions, ControlsThatCanBeUsed)
     }
 }
 
-TEST(Decisions, SortKeys)
-{
-    const struct {
-        bool isFirst;
-        int column, type, order;  // positions
-        SortKey key;
-    } rows[] = {
-        {true, 0, 0, 0, {1, 0, 0}},          {true, 2, 3, 1, {3, 3, 1}},
-        {true, -1, 1, 1, {0, 1, 1}},         {false, 0, 2, 1, {0, 0, 0}},
-        {false, -1, 2, 1, {0, 0, 0}},        {false, 1, 0, 1, {1, -1, 1}},
-        {false, 32767, 3, 0, {32767, 2, 0}},
-    };
-    for (const auto &row : rows) {
-        SortKey key = ChosenSortKey(row.isFirst, row.column, row.type, row.order);
-        EXPECT_EQ(memcmp(&key, &row.key, sizeof key), 0) << row.isFirst << row.column << row.type;
-    }
-}
-
 // Each length up to the longest, of each kind of byte, and nothing behind the buffer.
 TEST(Decisions, SpreadWordsStayInTheirRoom)
 {
@@ -75,18 +54,4 @@ TEST(Decisions, SpreadWordsStayInTheirRoom)
         EXPECT_TRUE(IsBlankText(blank));
     for (const char *full : {"x", " \xA1", "\xA0 "})
         EXPECT_FALSE(IsBlankText(full));
-}
-
-TEST(Decisions, FontEntries)
-{
-    FontEntry entry = {"", "", 1, true, 0};
-    memset(entry.name, 'n', sizeof entry.name - 1);
-    for (int code : {1, 3, -1}) {
-        FontRecord record = {"old", "", 5, 100, 1};
-        entry.code = code;
-        StoreFont(&record, &entry);
-        EXPECT_EQ(strlen(record.name), 35u);
-        EXPECT_EQ(record.code, code < 0 ? 5 : code);
-        EXPECT_EQ(record.extended, code == 1);
-    }
 }

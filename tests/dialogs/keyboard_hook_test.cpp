@@ -140,18 +140,3 @@ TEST_F(KeyHook, KeysRepeatAndOtherWindowsKeepTheirs)
     Start(kEdit, 0);
     EXPECT_EQ(Press(VK_ESCAPE), "char 27, ");
 }
-
-// The hook of the first dialog stays its own, until the second one takes it away.
-TEST_F(KeyHook, SecondDialogGetsNoneAndRemovesTheFirstOnes)
-{
-    ASSERT_EQ(StartOrvelMeter(host_, "x"), 1);
-    EXPECT_EQ(Press(VK_ESCAPE), "");
-    EXPECT_EQ(UpdateOrvelMeter(1), 0) << "the meter has no hook";
-    SetFocus(GetDlgItem(dialog_, kEdit));
-    EXPECT_EQ(Press(VK_UP), "special 38, ");
-    EXPECT_EQ(CloseOrvelMeter(), 1);
-    SetFocus(GetDlgItem(dialog_, kEdit));
-    EXPECT_EQ(Press(VK_UP), "");
-    InstallDialogKeyHook(dialog_);
-    EXPECT_EQ(Press(VK_UP), "special 38, ");
-}

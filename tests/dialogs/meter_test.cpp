@@ -138,20 +138,6 @@ TEST_F(Meter, TellsTheMonitorOfItsCommands)
     }
 }
 
-TEST_F(Meter, LeavesNothingBehind)
-{
-    HANDLE process = GetCurrentProcess();
-    DWORD windows = GetGuiResources(process, GR_USEROBJECTS);
-    DWORD drawing = GetGuiResources(process, GR_GDIOBJECTS);
-    for (int i = 0; i < 300; ++i) {
-        Open();
-        DrainMessages();
-        ASSERT_EQ(CloseOrvelMeter(), 1);
-    }
-    EXPECT_LE(GetGuiResources(process, GR_USEROBJECTS), windows + 10);
-    EXPECT_LE(GetGuiResources(process, GR_GDIOBJECTS), drawing + 10);
-}
-
 // ---- the meter of a conversion ----
 
 static int gMetersAtBoxes;

@@ -408,6 +408,8 @@ TEST_F(Modeless, NothingIsLeftBehind)
                          Click(ID_OPTIONS_KEYBOARDS),
                          Close(),
                          Close()};
+        StartOrvelMeter(host_, "x");
+        CloseOrvelMeter();
         SetActiveWindow(host_);  // which owns the next one
         ChooseLaoFont("x", text, 9, 1);
         ModifyDictionary(host_, "x");
