@@ -1,10 +1,12 @@
 // Breaks: the bare call on internal code beside the peer's bare iterator, and the whole road from
-// UTF-8 to marked UTF-8 beside the peer's. Rates are characters of the UTF-8 text in a second.
+// UTF-8 to marked UTF-8 beside the peer's, with Orvel's own words and with those of the peer. Rates
+// are characters of the UTF-8 text in a second.
 #include "corpus.h"
 
 #include <cstring>
 
 #include "icu_breaks.h"
+#include "icu_words.h"
 #include "lao_text.h"
 #include "utf8.h"
 
@@ -70,13 +72,32 @@ static void IcuRoad(benchmark::State &state, const std::string &text)
     SetRate(state, double(CountCharacters(text)));
 }
 
+static void WithIcuWords(benchmark::State &state, const std::string &text, BenchBody body)
+{
+    UseWords(ReadIcuWords());
+    body(state, text);
+    UseWords({});
+}
+
+static void WrapCallIcuWords(benchmark::State &state, const std::string &text)
+{
+    WithIcuWords(state, text, WrapCall);
+}
+
+static void WrapRoadIcuWords(benchmark::State &state, const std::string &text)
+{
+    WithIcuWords(state, text, WrapRoad);
+}
+
 void RegisterBreaks()
 {
     for (const char *name : kCorpusNames) {
         std::string text = ReadCorpusRepeated(name);
         AddBenchmark(std::string(name) + "/call/orvel", WrapCall, text);
+        AddBenchmark(std::string(name) + "/call/orvel-icu-words", WrapCallIcuWords, text);
         AddBenchmark(std::string(name) + "/call/icu", IcuCall, text);
         AddBenchmark(std::string(name) + "/road/orvel", WrapRoad, text);
+        AddBenchmark(std::string(name) + "/road/orvel-icu-words", WrapRoadIcuWords, text);
         AddBenchmark(std::string(name) + "/road/icu", IcuRoad, text);
     }
 }

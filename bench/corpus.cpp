@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "orvel.h"
 #include "session.h"
 
 constexpr size_t kTextSize = 3'000'000;
@@ -21,6 +22,15 @@ static std::string ReadWhole(const std::string &path)
         text.append(block, got);
     fclose(file);
     return text;
+}
+
+void WriteWhole(const std::string &path, const std::string &text)
+{
+    FILE *file = fopen(path.c_str(), "wb");
+    if (file && fwrite(text.data(), 1, text.size(), file) == text.size() && fclose(file) == 0)
+        return;
+    perror(path.c_str());
+    exit(1);
 }
 
 std::string ReadCorpusOnce(const std::string &name)
@@ -74,6 +84,20 @@ const CodeTable &Codes()
     TextFont();  // starts the library
     static const CodeTable codes = ReadCodeTable();
     return codes;
+}
+
+// A list in the data folder goes before the one beside the companion, which reads either again when
+// it has dropped what it had.
+void UseWords(const std::string &list)
+{
+    TextFont();  // starts the library
+    char folder[MAX_PATH];
+    GetOrvelDataDir(folder, sizeof folder);
+    std::string path = SystemPath(std::string(folder) + "\\MainDict.dat");
+    remove(path.c_str());
+    if (!list.empty())
+        WriteWhole(path, list);
+    GetProcAddress(GetModuleHandleA("Vesk.dll"), "UnloadDictionaries")();
 }
 
 void SetRate(benchmark::State &state, double amount)

@@ -29,15 +29,6 @@ static std::string PathOf(const std::string &name, const char *kind)
     return (gFiles.folder / (name + kind)).string();
 }
 
-static void WriteFile(const std::string &path, const std::string &bytes)
-{
-    FILE *file = OpenOrExit(path.c_str(), "wb");
-    if (fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && fclose(file) == 0)
-        return;
-    perror(path.c_str());
-    exit(1);
-}
-
 // Bytes of the document's source, which is there then.
 static size_t PrepareDocument(const std::string &name)
 {
@@ -50,8 +41,8 @@ static size_t PrepareDocument(const std::string &name)
         gFiles.folder = std::filesystem::path(home ? home : ".") / "documents";
     std::filesystem::create_directories(gFiles.folder);
     MadeDocument made = MakeDocument({1, kDocumentSize, ReadCorpusOnce("udhr"), isPlain, true});
-    WriteFile(PathOf(name, ".xml"), made.source);
-    WriteFile(PathOf(name, ".converted.xml"), made.converted);
+    WriteWhole(PathOf(name, ".xml"), made.source);
+    WriteWhole(PathOf(name, ".converted.xml"), made.converted);
     return *size = made.source.size();
 }
 

@@ -1,6 +1,8 @@
 // Runs all benchmarks and, where one has peers of the same name, prints how many times as fast it
 // is.
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <string>
 
@@ -34,14 +36,26 @@ static void PrintRatios(const std::map<std::string, double> &medians)
         for (const char *peerName : kPeers) {
             auto peer = ours == name.npos ? medians.end() : medians.find(job + "/" + peerName);
             if (peer != medians.end())
-                printf("%-28s %6.1f M/s, %-12s %6.1f, ratio %.2f\n", job.c_str(), rate / 1e6,
+                printf("%-36s %6.1f M/s, %-12s %6.1f, ratio %.2f\n", name.c_str(), rate / 1e6,
                        peerName, peer->second / 1e6, rate / peer->second);
         }
     }
 }
 
+// The library's data and options, and the documents that are made: beside the program, so that no
+// run touches the user's own.
+static void UseOwnHome()
+{
+    std::filesystem::path home =
+        std::filesystem::read_symlink("/proc/self/exe").parent_path() / "bench-home";
+    std::filesystem::remove_all(home);
+    setenv("XDG_CONFIG_HOME", home.c_str(), 1);
+    setenv("XDG_DATA_HOME", home.c_str(), 1);
+}
+
 int main(int argc, char **argv)
 {
+    UseOwnHome();
     benchmark::Initialize(&argc, argv);
     RegisterBreaks();
     RegisterKeys();

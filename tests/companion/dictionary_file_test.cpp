@@ -55,7 +55,7 @@ TEST_F(DictionaryFile, OnlyTheThreeNamesWithTheirBits)
 
 TEST_F(DictionaryFile, ALoadedDictionaryIsNotReadAgain)
 {
-    EXPECT_EQ(ReadLaoDict("MainDict.dat", 1), 30504u) << "beside the program";
+    EXPECT_EQ(ReadLaoDict("MainDict.dat", 1), 44136u) << "beside the program";
     UnloadDictionaries();
     WriteDataFile("MainDict.dat", KAA "\n");
     EXPECT_EQ(ReadLaoDict("MainDict.dat", 1), 1u) << "the data folder comes first";
