@@ -1,10 +1,13 @@
 // Loading and unloading of the three dictionaries. A file that is missing or can't be read makes an
 // empty dictionary that counts as loaded, so that the question that comes with every run of text
-// touches no file system.
+// touches no file system. The main dictionary's trie stands ready beside the module; where it isn't
+// that of the list, because the user has another one, the trie is built from the list.
 #include "dictionary.h"
 #include "dictionary_file.h"
 #include "runtime.h"
+#include "trie_file.h"
 
+#include <cstring>
 #include <iterator>
 
 // A row for each dictionary: how the library asks for it, and what its file holds.
@@ -12,12 +15,13 @@ struct DictionaryName {
     DWORD bit;
     const char *fileName;
     bool hasPairs;
+    const char *trieName;  // null: the trie is always built
 };
 constexpr DictionaryName kNames[] = {
     // ORDER Dictionary
-    {kMainDictionary, "MainDict.dat", false},
-    {kOldDictionary, "OldDict.dat", true},
-    {kUserDictionary, "UserDict.dat", false},
+    {kMainDictionary, "MainDict.dat", false, "MainDict.trie"},
+    {kOldDictionary, "OldDict.dat", true, nullptr},
+    {kUserDictionary, "UserDict.dat", false, nullptr},
 };
 static_assert(std::size(kNames) == kDictionaryCount);
 
@@ -59,29 +63,62 @@ void ReplaceList(Dictionary *dictionary, const WordList *list)
 {
     FreeWordList(&dictionary->list);
     dictionary->list = *list;
+    dictionary->wordCount = list->count;
     dictionary->isLoaded = true;
     dictionary->isTrieStale = true;
     ++dictionary->revision;
+}
+
+// Takes the trie that was made from this content of the dictionary's file, if there is one.
+static bool LoadTrie(int index, const FileContent *content)
+{
+    Dictionary *dictionary = &gDictionaries.dictionaries[index];
+    FileContent file = {};
+    Trie trie;
+    uint32_t wordCount;
+    bool isTaken = kNames[index].trieName &&
+                   ReadInstalledFile(kNames[index].trieName, &file) == kFileRead &&
+                   ReadTrieFile(&trie, &wordCount, &file, content);
+    FreeFileContent(&file);
+    if (!isTaken)
+        return false;
+    WordList none = {};
+    ReplaceList(dictionary, &none);
+    FreeTrie(&dictionary->trie);
+    dictionary->trie = trie;
+    dictionary->isTrieStale = false;
+    dictionary->wordCount = wordCount;
+    return true;
 }
 
 static void LoadDictionary(int index)
 {
     FileContent content;
     WordList list = {};
-    if (ReadDictionaryFile(kNames[index].fileName, &content) == kFileRead)
+    bool isRead = ReadDictionaryFile(kNames[index].fileName, &content) == kFileRead;
+    bool hasTrie = isRead && LoadTrie(index, &content);
+    if (isRead && !hasTrie)
         ParseWordList(&list, content.bytes, content.size, kNames[index].hasPairs);
     FreeFileContent(&content);
-    ReplaceList(&gDictionaries.dictionaries[index], &list);
+    if (!hasTrie)
+        ReplaceList(&gDictionaries.dictionaries[index], &list);
+}
+
+// Asked with every run of text, as a rule in the name's own letters.
+static bool IsNameOf(const char *fileName, int index)
+{
+    const char *name = kNames[index].fileName;
+    return !strcmp(fileName, name) || !CompareNoCase(fileName, name);
 }
 
 DWORD WINAPI ReadLaoDict(const char *fileName, DWORD dictionary)
 {
     int index = IndexOfBit(dictionary);
-    if (!fileName || index < 0 || CompareNoCase(fileName, kNames[index].fileName))
+    if (!fileName || index < 0 || !IsNameOf(fileName, index))
         return 0;
     if (!gDictionaries.dictionaries[index].isLoaded)
         LoadDictionary(index);
-    uint32_t count = gDictionaries.dictionaries[index].list.count;
+    uint32_t count = gDictionaries.dictionaries[index].wordCount;
     return count < 0xFFFF ? count : 0xFFFF;
 }
 

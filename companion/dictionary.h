@@ -7,11 +7,14 @@
 
 enum { kDictionaryCount = 3 };  // ORDER Dictionary: main, old, user
 
-// The words as a sorted list, which changes, and as a trie, which look-ups walk.
+// The words as a sorted list, which changes, and as a trie, which look-ups walk. A trie that was
+// read from a file comes without its list: only old spellings and the user's words are asked for
+// it.
 struct Dictionary {
     bool isLoaded;
     bool isTrieStale;   // the list has changed since the trie was built
-    uint32_t revision;  // grows with every change of the list; what remembers places compares it
+    uint32_t revision;  // grows with every change of the words; what remembers places compares it
+    uint32_t wordCount;
     WordList list;
     Trie trie;  // see FreshTrie
 };

@@ -85,6 +85,13 @@ static FileResult ReadFileAt(const char *path, FileContent *content)
     return isRead ? kFileRead : kFileUnreadable;
 }
 
+FileResult ReadInstalledFile(const char *name, FileContent *content)
+{
+    *content = {};
+    char path[MAX_PATH];
+    return InstallPath(path, name) ? ReadFileAt(path, content) : kFileMissing;
+}
+
 FileResult ReadDictionaryFile(const char *name, FileContent *content)
 {
     *content = {};
@@ -94,7 +101,7 @@ FileResult ReadDictionaryFile(const char *name, FileContent *content)
         if (result != kFileMissing)
             return result;
     }
-    return InstallPath(path, name) ? ReadFileAt(path, content) : kFileMissing;
+    return ReadInstalledFile(name, content);
 }
 
 void FreeFileContent(FileContent *content)

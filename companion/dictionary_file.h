@@ -19,6 +19,9 @@ struct FileContent {
 // Reads the file of that bare name from the data folder or, where that has none, from the folder of
 // this module. The caller frees the content, whatever the result.
 FileResult ReadDictionaryFile(const char *name, FileContent *content);
+
+// The same from the folder of this module alone.
+FileResult ReadInstalledFile(const char *name, FileContent *content);
 void FreeFileContent(FileContent *content);
 
 // Puts a new content in the place of the data folder's file: after a crash at any moment the old or

@@ -13,8 +13,7 @@
 #include <cstring>
 
 constexpr uint32_t kFreeCell = 0xFF;  // no class has this number
-constexpr uint32_t kMostClasses = 0xFE;
-constexpr uint32_t kRow = 256;  // the places that one base can reach
+constexpr uint32_t kRow = 256;        // the places that one base can reach
 constexpr uint32_t kMostCells = 1u << (32 - kBaseShift);
 constexpr int kMostTries = 400;
 constexpr uint32_t kGroups = 8;  // nodes with this many children and more are one group
@@ -63,10 +62,8 @@ static void NumberClasses(Trie *trie, const WordList *list)
                 *place = uint8_t(++trie->classCount);
     if (trie->classOf[kHoSung] && trie->classOf[kLo])
         trie->classOf[kHoLo] = uint8_t(++trie->classCount);
-    for (int code = 1; code < 256; ++code) {
+    for (int code = 1; code < 256; ++code)
         trie->classOf[code] = trie->classOf[MainForm(uint8_t(code))];
-        trie->runClassOf[code] = IsLaoSign(uint8_t(code)) ? trie->classOf[code] : 0;
-    }
 }
 
 // Equal beginnings of neighbours are one node, so this counts the nodes below the root.
@@ -265,6 +262,9 @@ static bool PlaceAll(TrieBuild *build)
         if (!PlaceChildren(build, &node))
             return false;
     }
+    // Every base is below the end. What was made room for behind that is not used.
+    if (build->trie->cellCount > build->end + kRow)
+        build->trie->cellCount = build->end + kRow;
     return true;
 }
 
@@ -284,6 +284,13 @@ static bool FillFirstTwo(Trie *trie)
     return true;
 }
 
+int FinishTrie(Trie *trie)
+{
+    for (int code = 1; code < 256; ++code)
+        trie->runClassOf[code] = IsLaoSign(uint8_t(code)) ? trie->classOf[code] : 0;
+    return FillFirstTwo(trie);
+}
+
 int BuildTrie(Trie *trie, const WordList *list)
 {
     *trie = {};
@@ -293,7 +300,7 @@ int BuildTrie(Trie *trie, const WordList *list)
     TrieBuild build = {trie, list, nullptr, 0, nullptr, {}, 0};
     build.queue = static_cast<WaitingNode *>(malloc((CountNodes(list) + 1) * sizeof(WaitingNode)));
     bool isBuilt =
-        trie->classCount <= kMostClasses && build.queue && PlaceAll(&build) && FillFirstTwo(trie);
+        trie->classCount <= kMostClasses && build.queue && PlaceAll(&build) && FinishTrie(trie);
     free(build.queue);
     free(build.baseTaken);
     if (!isBuilt)

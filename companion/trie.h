@@ -8,11 +8,12 @@
 
 constexpr uint32_t kWordEnd = 0x100;  // a word ends at this cell
 constexpr int kBaseShift = 9;
+constexpr uint32_t kMostClasses = 0xFE;
 
 // Owned by its dictionary; all blocks are its own.
 struct Trie {
     uint32_t *cells;          // null: no words, every walk ends at once
-    uint32_t cellCount;       // room; a step from any cell stays inside of it
+    uint32_t cellCount;       // a step from any cell stays inside of it
     uint32_t root;            // the cell in front of the first byte
     uint32_t classCount;      // bytes that words hold have the classes 1 to classCount
     uint32_t *firstTwo;       // the cell behind two bytes, by their classes; 0 for none
@@ -23,6 +24,9 @@ struct Trie {
 // Builds the trie of a list. 0: no memory, or too many words; the trie is then empty.
 int BuildTrie(Trie *trie, const WordList *list);
 void FreeTrie(Trie *trie);
+
+// Fills runClassOf and firstTwo of a trie that has all the rest. 0: no memory.
+int FinishTrie(Trie *trie);
 
 // The cell behind a byte of that class, or 0. Class 0 never leads on.
 static inline uint32_t TrieStep(const Trie *trie, uint32_t cell, uint32_t byteClass)
