@@ -119,16 +119,23 @@ static DWORD LengthsInTrie(const Trie *trie, const uint8_t *text)
     return lengths;
 }
 
+static DWORD LengthsIn(int index, const char *text, DWORD dictionaries)
+{
+    if (!text || !(dictionaries >> index & 1))
+        return 0;
+    return LengthsInTrie(FreshTrie(&gDictionaries.dictionaries[index]),
+                         reinterpret_cast<const uint8_t *>(text));
+}
+
+// Each mask goes straight to its place: a pair of them put down one by one and fetched as one
+// number makes the processor wait for longer than a step of the walk takes.
 void WINAPI FindWordLengths(const char *text, DWORD dictionaries, WordLengths *lengths)
 {
     if (!lengths)
         return;
-    DWORD found[kDictionaryCount] = {};
-    for (int i = 0; text && i < kDictionaryCount; ++i)
-        if (dictionaries >> i & 1)
-            found[i] = LengthsInTrie(FreshTrie(&gDictionaries.dictionaries[i]),
-                                     reinterpret_cast<const uint8_t *>(text));
-    *lengths = {found[0], found[1], found[2]};
+    lengths->main = LengthsIn(0, text, dictionaries);  // ORDER Dictionary
+    lengths->old = LengthsIn(1, text, dictionaries);
+    lengths->user = LengthsIn(2, text, dictionaries);
 }
 
 DWORD WINAPI GetNewWord(char *buffer, DWORD size, DWORD handle)

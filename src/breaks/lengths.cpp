@@ -54,16 +54,15 @@ uint32_t DictionaryWordMask(const uint8_t *position, int dictionary)
     return mask;
 }
 
-WordLengths DictionaryWords(const uint8_t *position, DWORD dictionaries)
+void DictionaryWords(const uint8_t *position, DWORD dictionaries, WordLengths *lengths)
 {
-    WordLengths lengths = {};
-    if (FindWordLengths(reinterpret_cast<const char *>(position), dictionaries, &lengths))
-        return lengths;
+    if (FindWordLengths(reinterpret_cast<const char *>(position), dictionaries, lengths))
+        return;
+    *lengths = {};
     if (dictionaries & kMainDictionary)
-        lengths.main = DictionaryWordMask(position, kMainDictionary);
+        lengths->main = DictionaryWordMask(position, kMainDictionary);
     if (dictionaries & kUserDictionary)
-        lengths.user = DictionaryWordMask(position, kUserDictionary);
+        lengths->user = DictionaryWordMask(position, kUserDictionary);
     if (dictionaries & kOldDictionary)
-        lengths.old = DictionaryWordMask(position, kOldDictionary);
-    return lengths;
+        lengths->old = DictionaryWordMask(position, kOldDictionary);
 }

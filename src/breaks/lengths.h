@@ -26,4 +26,4 @@ uint32_t DictionaryWordMask(const uint8_t *position, int dictionary);
 
 // The words of all dictionaries in the set (bits 1, 2, 4), by one question where the companion
 // answers it.
-WordLengths DictionaryWords(const uint8_t *position, DWORD dictionaries);
+void DictionaryWords(const uint8_t *position, DWORD dictionaries, WordLengths *lengths);

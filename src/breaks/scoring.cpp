@@ -49,7 +49,7 @@ static void ScorePosition(const uint8_t *position, uint16_t *score, uint8_t *mar
     WordLengths words = {};
     uint32_t syllables = flags & kSyllableBreaks ? SyllableLengths(position) : 0;
     if (flags & kWordBreaks)
-        words = DictionaryWords(position, gProcess.options->dictionaries);
+        DictionaryWords(position, gProcess.options->dictionaries, &words);
     uint32_t allWords = words.main | words.user | words.old;
     uint32_t best = 0;
     *mark = 1;
