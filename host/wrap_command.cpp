@@ -23,6 +23,7 @@ static int RunWrap(const WrapSettings &settings)
     if (!Start())
         return kNotDone;
     DWORD flags = kInsertBreaks | kModes.at(settings.by);
+    SetOrvelOption("d", WORD(GetOrvelOption("d") | kOldDictionary), 0);  // an old word is one too
     return ProcessParts(settings.files, [&](const TextPart &part, std::string *output) {
         if (DivideLaoText(part.text, flags, &text)) {
             AppendMarked(part.text, text, settings.mark, output);
