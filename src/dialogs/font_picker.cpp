@@ -61,7 +61,7 @@ static INT_PTR CALLBACK PickerDlgProc(HWND dialog, UINT message, WPARAM wParam, 
 // A host that is called meanwhile may open another one: the outer one's buffers come back.
 int WINAPI ChooseLaoFont(const char *font, char *choice, int size, int code)
 {
-    if (!font || !choice || size < 1)
+    if (!font || !choice)
         return 0;
     FontPickerState outer = gPicker;
     gPicker = {font, choice, size};

@@ -161,6 +161,7 @@ TEST_F(SmallDialogs, PickedFontIsOneOfTheList)
         {"x", 20, -1, ID_FONTPICK_ALWAYS, -1, "x"},
         {"x", 3, 0, ID_FONTPICK_ALWAYS, -1, "x"},
         {"x", 4, 1, ID_FONTPICK_ALWAYS, -1, "Zet"},
+        {"x", 0, 1, ID_FONTPICK_SELECTION_ONLY, 1, "x"},
     };
     for (const auto &row : rows) {
         char choice[20] = "";
