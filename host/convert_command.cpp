@@ -4,11 +4,11 @@
 // library would copy it as if all were well.
 #include <csignal>
 #include <cstring>
-#include <filesystem>
 #include <unistd.h>
 
 #include "commands.h"
 #include "document_kind.h"
+#include "document_list.h"
 #include "messages.h"
 #include "orvel.h"
 #include "progress.h"
@@ -32,26 +32,11 @@ static ConvertState gConvert;
 
 // ---- paths: as the library has them, a backslash counts as a slash ----
 
-// Where a path's last name begins.
-static size_t BaseStart(const std::string &path)
-{
-    bool hasDrive = path.size() > 1 && path[1] == ':';
-    size_t slash = path.find_last_of("/\\");
-    return slash != path.npos ? slash + 1 : hasDrive ? 2 : 0;
-}
-
-// The path of a file of the same name in a folder.
-static std::string PlaceIn(const std::string &folder, const std::string &file)
+// The path of a file of this name in a folder.
+static std::string PlaceIn(const std::string &folder, const std::string &name)
 {
     bool hasEnd = folder.find_last_of("/\\:") == folder.size() - 1;
-    return folder + (hasEnd ? "" : "/") + file.substr(BaseStart(file));
-}
-
-// Paths of the command are UTF-8 on all systems.
-static std::filesystem::path Utf8Path(const std::string &path)
-{
-    std::string system = SystemPath(path);
-    return std::u8string(system.begin(), system.end());
+    return folder + (hasEnd ? "" : "/") + name;
 }
 
 static bool IsFolder(const std::string &path)
@@ -272,35 +257,38 @@ static bool IsAmong(const std::vector<std::string> &written, const std::string &
 }
 
 // One document of many: whether it was written, and in *isLast whether the others are left.
-static bool ConvertOneOfMany(const ConvertSettings &settings, const std::string &file,
+static bool ConvertOneOfMany(const ConvertSettings &settings, const ListedDocument &document,
                              std::vector<std::string> *written, bool *isLast)
 {
-    std::string destination = PlaceIn(settings.folder, file);
-    if (!CanBeDocument(file))
+    std::string destination = PlaceIn(settings.folder, document.name);
+    size_t folders = document.name.rfind('/');
+    if (!CanBeDocument(document.path))
         return false;
-    if (!HasFolder(settings.folder)) {
-        *isLast = true;
+    if (!HasFolder(folders == std::string::npos
+                       ? settings.folder
+                       : PlaceIn(settings.folder, document.name.substr(0, folders)))) {
+        *isLast = !IsFolder(settings.folder);  // else it is one of many
         return false;
     }
     if (IsAmong(*written, destination)) {
         TellHere("not converted: " + destination + " is there from another one of these documents");
         return false;
     }
-    DWORD failure = ConvertOne(settings, file, destination);
+    DWORD failure = ConvertOne(settings, document.path, destination);
     *isLast = EndsAll(failure);
     if (!failure)
         written->push_back(destination);
     return !failure;
 }
 
-// A bad document among good ones stops none of them.
+// A bad document among good ones stops none of them. The tree of a folder stays as it is.
 static int ConvertAll(const ConvertSettings &settings)
 {
     std::vector<std::string> written;
     int worst = kDone;
     bool isLast = false;
-    for (const std::string &file : settings.files) {
-        if (!ConvertOneOfMany(settings, file, &written, &isLast))
+    for (const ListedDocument &document : ListDocuments(settings.files, settings.folder, &worst)) {
+        if (!ConvertOneOfMany(settings, document, &written, &isLast))
             worst = kNotDone;
         if (isLast)
             break;
@@ -353,8 +341,8 @@ static int ListFonts(const ConvertSettings &settings)
 {
     int worst = kDone;
     DWORD failure = 0;
-    for (const std::string &file : settings.files) {
-        worst = std::max(worst, ListFontsOf(settings, file, &failure));
+    for (const ListedDocument &document : ListDocuments(settings.files, "", &worst)) {
+        worst = std::max(worst, ListFontsOf(settings, document.path, &failure));
         if (EndsAll(failure))
             break;
     }
@@ -407,10 +395,12 @@ void AddConvertCommand(CLI::App *app, Command *chosen)
         app->add_subcommand("convert", "turn documents in legacy Lao fonts into Unicode ones");
     convert
         ->add_option("files", settings->files,
-                     "source and destination; with --to and --list-fonts all are sources")
+                     "source and destination; with --to and --list-fonts all are sources, and a "
+                     "folder stands for all files below it")
         ->required();
     CLI::Option *folder = convert->add_option(
-        "--to", settings->folder, "the folder that the new documents go to; it is made");
+        "--to", settings->folder,
+        "the folder that the new documents go to, in the tree of the old ones; it is made");
     CLI::Option *map =
         convert->add_option("--map", settings->map,
                             "a file that says what each font is and becomes, like FontList.ini");
