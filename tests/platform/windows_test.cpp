@@ -205,6 +205,28 @@ TEST_F(Windows, FocusGoesToTheFirstStopUnlessTheProcedureSaysNo)
     EXPECT_FALSE(Open("two", HWND(LONG_PTR(12345))));
 }
 
+TEST_F(Windows, DefaultButtonCanBeChangedAndClosingPressesCancel)
+{
+    HWND dialog = Open("two", host_);
+    for (int id : {14, 11}) {  // the template's, then another
+        EXPECT_EQ(SendMessageA(dialog, DM_GETDEFID, 0, 0), MAKELONG(id, DC_HASDEFID));
+        EXPECT_TRUE(SendDlgItemMessageA(dialog, id, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON);
+        SendMessageA(dialog, DM_SETDEFID, WPARAM(25 - id), 0);
+        EXPECT_FALSE(SendDlgItemMessageA(dialog, id, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON);
+    }
+    dialog = Open(reinterpret_cast<const char *>(7), host_);
+    EXPECT_EQ(SendMessageA(dialog, DM_GETDEFID, 0, 0), MAKELONG(IDOK, DC_HASDEFID));
+    for (bool isEnabled : {false, true}) {
+        gHeard.clear();
+        EnableWindow(GetDlgItem(dialog, IDCANCEL), isEnabled);
+        SendMessageA(dialog, WM_CLOSE, 0, 0);
+        DrainMessages();
+        if (isEnabled || kIsNative) {  // Wine presses a disabled button too
+            EXPECT_EQ(gHeard, isEnabled ? Heard{"command 2"} : Heard{});
+        }
+    }
+}
+
 static WPARAM gAct;  // what the owner of a modal dialog sends at its next turn; 0: nothing
 
 // The owner acts when nothing is left in the queue, as a person would.
