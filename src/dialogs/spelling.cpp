@@ -192,9 +192,7 @@ static INT_PTR BoxNotified(HWND dialog, WPARAM wParam, LPARAM lParam)
 static INT_PTR ExpandPressed(HWND dialog)
 {
     SendMessageA(dialog, RegisteredMessage(kShowLao), 0, 0);
-    DWORD isExpanded = IsChecked(dialog, ID_SPELL_EXPAND);
-    if (HasUserKey())
-        WriteUserValue(kExpandValue, REG_DWORD, &isExpanded, sizeof isExpanded);
+    KeepUserNumber(kExpandValue, IsChecked(dialog, ID_SPELL_EXPAND));
     return 1;
 }
 
@@ -213,12 +211,6 @@ static INT_PTR OpenHelp(HWND dialog)
 
 // ---- the dialog ----
 
-static DWORD ReadExpandFlag()
-{
-    DWORD flag = 0, size = sizeof flag;
-    return ReadUserValue(kExpandValue, &flag, &size) ? flag : 0;
-}
-
 static INT_PTR InitSpelling(HWND dialog)
 {
     gProcess.spellingWindow = dialog;
@@ -227,7 +219,7 @@ static INT_PTR InitSpelling(HWND dialog)
     gSpell.font = CreateLaoFont();
     SetControlFont(dialog, ID_SPELL_MARKED, gSpell.font);
     SetControlFont(dialog, ID_SPELL_CHANGED, gSpell.font);
-    CheckBox(dialog, ID_SPELL_EXPAND, ReadExpandFlag());
+    CheckBox(dialog, ID_SPELL_EXPAND, ReadUserNumber(kExpandValue, 0));
     if (gSpell.hasUserWords)
         EnableControl(dialog, ID_SPELL_DICTIONARY, true);
     SendDlgItemMessageA(dialog, ID_SPELL_MARKED, EM_SETREADONLY, TRUE, 0);

@@ -58,8 +58,7 @@ int SaveOptions()
 
 DWORD ReadHotKey()
 {
-    DWORD key = kPauseKey, size = sizeof key;
-    return ReadUserValue("HotKey", &key, &size) ? key : kPauseKey;
+    return ReadUserNumber("HotKey", kPauseKey);
 }
 
 int WriteHotKey(DWORD virtualKey)

@@ -36,3 +36,15 @@ int WriteUserValue(const char *name, DWORD type, const void *data, DWORD size)
     RegCloseKey(key);
     return !failure;
 }
+
+DWORD ReadUserNumber(const char *name, DWORD standard)
+{
+    DWORD number = standard, size = sizeof number;
+    return ReadUserValue(name, &number, &size) ? number : standard;
+}
+
+void KeepUserNumber(const char *name, DWORD number)
+{
+    if (HasUserKey())
+        WriteUserValue(name, REG_DWORD, &number, sizeof number);
+}
