@@ -30,10 +30,7 @@ static INT_PTR InitPicker(HWND dialog, int code)
     for (int i = 0; i < gFonts.count; ++i)
         if (gFonts.records[i].code == code)
             AddListItem(dialog, ID_FONTPICK_FONTS, gFonts.records[i].name);
-    LRESULT position = SendDlgItemMessageA(dialog, ID_FONTPICK_FONTS, CB_FINDSTRINGEXACT,
-                                           WPARAM(-1), reinterpret_cast<LPARAM>(gPicker.choice));
-    if (position >= 0)
-        SelectItem(dialog, ID_FONTPICK_FONTS, int(position));
+    SelectItem(dialog, ID_FONTPICK_FONTS, FindListItem(dialog, ID_FONTPICK_FONTS, gPicker.choice));
     SetDefaultButton(dialog, ID_FONTPICK_ALWAYS);
     return 1;
 }

@@ -2,6 +2,7 @@
 // was chosen last stays for the next opening, and whether the keys are to be kept stays in the
 // registry.
 #include <cstdio>
+#include <iterator>
 
 #include "frame/controls.h"
 #include "frame/help.h"
@@ -24,6 +25,7 @@ struct SortState {
 };
 static SortState gSort;
 
+constexpr int kFreePercent = 12;  // of a list's width, which its group box leaves beside it
 constexpr char kKeepKeysValue[] = "KeepSortKeys";
 
 struct SortKeyLists {
@@ -51,6 +53,14 @@ static SortKey ChosenSortKey(bool isFirst, int column, int type, int order)
 static constexpr const char *kTypes[] = {"Lao order", "Alphabetic", "Numeric", "Date"};
 static constexpr const char *kOrders[] = {"Ascending", "Descending"};
 
+static void FillList(HWND dialog, int list, const char *const *items, size_t count)
+{
+    EmptyList(dialog, list);
+    for (size_t i = 0; i < count; ++i)
+        AddListItem(dialog, list, items[i]);
+    SelectItem(dialog, list, 0);
+}
+
 static void FillSortKeyGroup(HWND dialog, const SortKeyLists &lists, bool withNone)
 {
     EmptyList(dialog, lists.column);
@@ -62,17 +72,11 @@ static void FillSortKeyGroup(HWND dialog, const SortKeyLists &lists, bool withNo
         AddListItem(dialog, lists.column, name);
     }
     SelectItem(dialog, lists.column, 0);
-    EmptyList(dialog, lists.type);
-    for (const char *type : kTypes)
-        AddListItem(dialog, lists.type, type);
-    SelectItem(dialog, lists.type, 0);
-    EmptyList(dialog, lists.order);
-    for (const char *order : kOrders)
-        AddListItem(dialog, lists.order, order);
-    SelectItem(dialog, lists.order, 0);
-    WidenList(dialog, lists.column, 12);
-    WidenList(dialog, lists.type, 12);
-    WidenList(dialog, lists.order, 12);
+    FillList(dialog, lists.type, kTypes, std::size(kTypes));
+    FillList(dialog, lists.order, kOrders, std::size(kOrders));
+    WidenList(dialog, lists.column, kFreePercent);
+    WidenList(dialog, lists.type, kFreePercent);
+    WidenList(dialog, lists.order, kFreePercent);
 }
 
 static INT_PTR InitSort(HWND dialog)
@@ -121,9 +125,7 @@ static INT_PTR CALLBACK SortDialogProc(HWND dialog, UINT message, WPARAM wParam,
 // A column to begin with is the caller's, else that of the last time.
 static void PrepareSort(short columns, short firstColumn)
 {
-    DWORD keepKeys = 0, size = sizeof keepKeys;
-    if (ReadUserValue(kKeepKeysValue, &keepKeys, &size) && size == sizeof keepKeys)
-        gSort.keepKeys = keepKeys;
+    gSort.keepKeys = ReadUserNumber(kKeepKeysValue, gSort.keepKeys);
     gSort.columns = columns;
     if (firstColumn > 0)
         gSort.keys[0].column = firstColumn;
@@ -144,7 +146,6 @@ int WINAPI ShowLaoSortDialog(HWND owner, short columns, short *keys, short *type
     }
     *keepKeys = short(gSort.keepKeys);
     *skipHeader = short(gSort.skipHeader);
-    if (HasUserKey())
-        WriteUserValue(kKeepKeysValue, REG_DWORD, &gSort.keepKeys, sizeof gSort.keepKeys);
+    KeepUserNumber(kKeepKeysValue, gSort.keepKeys);
     return 1;
 }

@@ -37,14 +37,6 @@ static void WantDefault(HWND dialog, int button, int plain)
 
 // ---- the list ----
 
-static void SelectWord(HWND dialog, const char *word)
-{
-    SendDlgItemMessageA(dialog, ID_USERDICT_WORDS, CB_SETCURSEL,
-                        WPARAM(SendDlgItemMessageA(dialog, ID_USERDICT_WORDS, CB_FINDSTRINGEXACT,
-                                                   WPARAM(-1), reinterpret_cast<LPARAM>(word))),
-                        0);
-}
-
 // There may be 65,535 words: the list is asked for once and isn't drawn word by word. With a word,
 // that one is selected.
 static INT_PTR ShowWords(HWND dialog, const char *added)
@@ -58,7 +50,7 @@ static INT_PTR ShowWords(HWND dialog, const char *added)
             SendMessageA(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(word));
     }
     if (added)
-        SelectWord(dialog, added);
+        SelectItem(dialog, ID_USERDICT_WORDS, FindListItem(dialog, ID_USERDICT_WORDS, added));
     SendMessageA(list, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(list, nullptr, FALSE);
     return 1;
@@ -72,17 +64,17 @@ static void Refresh(HWND dialog, const char *added)
 // ---- the buttons ----
 
 struct AddResult {
-    int result;  // of the companion
+    int result;  // of AddWord
     const char *text;
     UINT flags;
 };
 
 static constexpr AddResult kAddResults[] = {
-    {1, "User-defined words must be at least two characters long", MB_ICONINFORMATION},
-    {2, "That word is already in the user-defined word list", MB_ICONINFORMATION},
+    {kWordTooShort, "User-defined words must be at least two characters long", MB_ICONINFORMATION},
+    {kWordThereAlready, "That word is already in the user-defined word list", MB_ICONINFORMATION},
 };
-static constexpr AddResult kAddFailure = {0, "Unable to add to the user-defined dictionary",
-                                          MB_ICONEXCLAMATION};
+static constexpr AddResult kAddFailure = {
+    kWordNotSaved, "Unable to add to the user-defined dictionary", MB_ICONEXCLAMATION};
 
 static const AddResult *FindAddResult(int result)
 {
@@ -106,7 +98,7 @@ static void AddTypedWord(HWND dialog)
         return;
     }
     int result = AddWord(gDictionary.word);
-    if (result == 0) {
+    if (result == kWordAdded) {
         ++gProcess.userWordCount;
         Refresh(dialog, gDictionary.word);
     } else {
@@ -123,7 +115,7 @@ static void DeleteSelectedWord(HWND dialog)
     if (position < 0)
         return;
     ReadWord(dialog);
-    if (DeleteWord(gDictionary.word) != 0) {
+    if (DeleteWord(gDictionary.word) != kWordDeleted) {
         OrvelMsg(dialog, "The selected word is not in the user-defined word list", nullptr, MB_OK);
         return;
     }

@@ -27,6 +27,12 @@ void SelectItem(HWND dialog, int list, int position)
     SendDlgItemMessageA(dialog, list, CB_SETCURSEL, WPARAM(position), 0);
 }
 
+int FindListItem(HWND dialog, int list, const char *text)
+{
+    return int(SendDlgItemMessageA(dialog, list, CB_FINDSTRINGEXACT, WPARAM(-1),
+                                   reinterpret_cast<LPARAM>(text)));
+}
+
 int CopyListItem(HWND dialog, int list, int position, char *text, int size)
 {
     LRESULT length = SendDlgItemMessageA(dialog, list, CB_GETLBTEXTLEN, WPARAM(position), 0);

@@ -13,6 +13,8 @@ int AddListItem(HWND dialog, int list, const char *text);
 void EmptyList(HWND dialog, int list);
 int SelectedItem(HWND dialog, int list);
 void SelectItem(HWND dialog, int list, int position);
+// The item that is this text, in any case; -1 when there is none.
+int FindListItem(HWND dialog, int list, const char *text);
 // The item's text when it fits size bytes with its terminator: its length, else 0 and no text.
 int CopyListItem(HWND dialog, int list, int position, char *text, int size);
 
