@@ -492,7 +492,15 @@ enum ConversionFailure {
     kFailFontMap = 1003, /* the font map of a job can't be read or has no row */
     kFailBusy = 1004,    /* a conversion is running */
     kFailJobSize = 1005, /* a job's size field isn't the size of this library's record */
-    kFailStopped = 1006  /* the job's shallStop said so */
+    kFailStopped = 1006, /* the job's shallStop said so */
+    kFailFormat = 1007,  /* the source is no document of a format that is known; jobs with
+                            kAllFormats alone, as are all below */
+    kFailPackage = 1008,   /* a packed document is damaged */
+    kFailEncrypted = 1009, /* a document is protected by a password */
+    kFailTooLarge = 1010,  /* a part of a package is too large to be true, or a tag too long */
+    kFailDepth = 1011,     /* elements or groups stand in one another too deep */
+    kFailEncoding = 1012,  /* the source is in an encoding that isn't read */
+    kFailTextFont = 1013   /* a plain text, and the job's textFont is no legacy font */
 };
 
 /* Converts a WordprocessingML 2003 document from legacy Lao fonts to Unicode text and Unicode
@@ -509,20 +517,57 @@ typedef struct DocumentFont {
     DWORD characters;
 } DocumentFont;
 
+/* What a document is; told by its content and not by its name. */
+enum DocumentFormat {
+    kNoFormat = 0, /* none that is known; of a job: find it out */
+    kWordXml2003,  /* WordprocessingML 2003 */
+    kFlatOpc,      /* a package of Office Open XML as one XML file */
+    kDocx,
+    kXlsx,
+    kPptx,
+    kOpenDocument,     /* a package: .odt, .ods, .odp … */
+    kFlatOpenDocument, /* the same as one XML file: .fodt … */
+    kHtml,
+    kRtf,
+    kPlainText /* and CSV: whatever has no other format, where the job names a textFont */
+};
+
+/* Flags of a job. */
+enum {
+    kAllFormats = 1,     /* all of DocumentFormat, each read as its standard has it. Without it the
+                            source counts as WordprocessingML 2003, and is read as ConvertFile does */
+    kWriteBreaks = 2,    /* U+200B at the word boundaries of all Lao, in place of those there */
+    kTakeBreaks = 4,     /* take out U+200B in all Lao */
+    kDetectText = 8,     /* tell hearNote of text that reads as legacy Lao in a font that isn't one,
+                            and of text that doesn't in a font that is one */
+    kApplyDetected = 16, /* and convert the first, and leave the second as it is */
+    kKeepFonts = 32      /* no font is a legacy one: only breaks change */
+};
+
 /* A conversion with what ConvertFile leaves to the library. Null or 0 where nothing is wanted. The
- * host owns all of it, and must not start another conversion in a callback. */
+ * host owns all of it, and must not start another conversion in a callback. What stands behind
+ * fontCount counts with kAllFormats alone; a host of an older library, whose record ends there,
+ * gives the size of its own. */
 typedef struct DocumentJob {
     DWORD size;         /* sizeof(DocumentJob), so that a later library knows which record it is */
     const char *source; /* UTF-8 path */
     const char *destination; /* UTF-8 path; null: nothing is written, the fonts are counted */
     const char *fontMap;     /* UTF-8 path of a file like FontList.ini */
-    void *context;           /* the first argument of both callbacks */
+    void *context;           /* the first argument of all callbacks */
     void(WINAPI *showPercent)(void *context, DWORD percent); /* hears rising percentages in place of
                                                                 the meter */
     int(WINAPI *shallStop)(void *context); /* asked often; nonzero stops, and the old file stays */
     DocumentFont *fonts; /* receives the fonts of the text, in order of their first use */
     DWORD fontRoom;      /* how many have room; those that come later are left out */
     DWORD fontCount;     /* receives their number */
+    DWORD flags;         /* of the enumeration above */
+    DWORD format;        /* a DocumentFormat that the source shall be; receives what it is */
+    const char *textFont; /* UTF-8: the font whose code a plain text is in */
+    unsigned long long convertedCharacters; /* receives how many were in legacy fonts */
+    unsigned long long changedParts; /* receives how many parts of the document changed; 0: the new
+                                        one is the old one, byte for byte */
+    void(WINAPI *hearNote)(void *context, const char *note); /* hears each note, UTF-8, in place of
+                                                                the box with all of them */
 } DocumentJob;
 
 /* Does a job. Results and boxes as from ConvertFile. */
