@@ -324,10 +324,7 @@ static zip_int64_t ReadNewPart(NewPart *made, char *buffer, zip_uint64_t size)
 {
     Package *package = made->package;
     size_t count = ReadWalk(&made->walk, buffer, size_t(size));
-    bool goesOn =
-        !package->document->report.error &&
-        GoOn(package->document, package->done + made->walk.scanner.position, package->all);
-    return goesOn ? zip_int64_t(count) : -1;
+    return package->document->report.error ? -1 : zip_int64_t(count);
 }
 
 static zip_int64_t TellNewPart(const NewPart *made, void *data)
