@@ -75,18 +75,18 @@ static bool OpenRun(Walk *walk, Tag *)
 
 // clang-format off
 static constexpr ElementRow kRows[] = {
-    // element       kind        open          close    fonts of its text
-    {"a:majorFont",  kPlain,     nullptr,      nullptr, nullptr,    nullptr},
-    {"a:minorFont",  kPlain,     nullptr,      nullptr, nullptr,    nullptr},
-    {"a:latin",      kPlain,     OpenTypeface, nullptr, nullptr,    nullptr},
-    {"a:ea",         kPlain,     OpenTypeface, nullptr, nullptr,    nullptr},
-    {"a:cs",         kPlain,     OpenTypeface, nullptr, nullptr,    nullptr},
-    {"a:p",          kParagraph, OpenRun,      nullptr, nullptr,    nullptr},
-    {"a:r",          kPlain,     OpenRun,      nullptr, nullptr,    nullptr},
-    {"a:fld",        kApart,     OpenRun,      nullptr, nullptr,    nullptr},
-    {"a:br",         kApart,     nullptr,      nullptr, nullptr,    nullptr},
-    {"a:rPr",        kPlain,     nullptr,      nullptr, nullptr,    nullptr},
-    {"a:t",          kPlain,     nullptr,      nullptr, FontsOfRun, nullptr},
+    // element  kind        open     close    fonts of its text
+    {"a:majorFont"},
+    {"a:minorFont"},
+    {"a:latin", kPlain,     OpenTypeface},
+    {"a:ea",    kPlain,     OpenTypeface},
+    {"a:cs",    kPlain,     OpenTypeface},
+    {"a:p",     kParagraph, OpenRun},
+    {"a:r",     kPlain,     OpenRun},
+    {"a:fld",   kApart,     OpenRun},
+    {"a:br",    kApart},
+    {"a:rPr"},
+    {"a:t",     kPlain,     nullptr, nullptr, FontsOfRun},
 };
 // clang-format on
 

@@ -27,6 +27,7 @@ struct PackagePart {
     bool isXml;        // what a walk goes through
     bool hasStyles;    // which are read first
     bool hasChanged;
+    int folder;        // the number of the first part in its folder
     uint64_t newSize;  // bytes of the new part
 };
 
@@ -208,17 +209,35 @@ static DocumentFormat FormatOfTypes(std::string_view types)
     return kNoFormat;
 }
 
+static DocumentFormat FormatOfMimeType(std::string_view type)
+{
+    return type.starts_with("application/vnd.oasis.opendocument.") ? kOpenDocument : kNoFormat;
+}
+
+// Parts that are protected by a password are listed with how they are.
+static bool IsProtected(std::string_view manifest)
+{
+    return manifest.find("encryption-data") != manifest.npos;
+}
+
+// The part that says what the package is, in each family of packages.
 static bool FindFormatOfPackage(Package *package)
 {
-    DocumentFormat format = kNoFormat;
+    DWORD *format = &package->document->job->format;
     PackagePart *types = FindPart(package, "[Content_Types].xml");
-    if (types) {
-        if (!ReadSmallPart(package, *types, &package->types))
-            return false;
-        format = FormatOfTypes(TextOf(package->types));
-    }
-    package->document->job->format = format;
-    return format != kNoFormat || Fail(package, kFailFormat);
+    PackagePart *mimeType = types ? nullptr : FindPart(package, "mimetype");
+    PackagePart *manifest = mimeType ? FindPart(package, "META-INF/manifest.xml") : nullptr;
+    Bytes bytes = {};
+    if (types && !ReadSmallPart(package, *types, &package->types))
+        return false;
+    bool done = !mimeType || ReadSmallPart(package, *mimeType, &bytes);
+    *format = types ? FormatOfTypes(TextOf(package->types)) : FormatOfMimeType(TextOf(bytes));
+    bytes.length = 0;
+    done = done && (!manifest || ReadSmallPart(package, *manifest, &bytes));
+    if (done && IsProtected(TextOf(bytes)))
+        done = Fail(package, kFailEncrypted);
+    FreeBytes(&bytes);
+    return done && (*format != kNoFormat || Fail(package, kFailFormat));
 }
 
 // ---- parts with styles ----
@@ -240,10 +259,31 @@ static std::string_view TypeOfPart(std::string_view types, std::string_view name
     return {};
 }
 
+static bool IsInFolderOf(std::string_view left, std::string_view right)
+{
+    return left.substr(0, left.rfind('/') + 1) == right.substr(0, right.rfind('/') + 1);
+}
+
+// The first part of a part's folder stands for it.
+static size_t FolderOf(const Package *package, size_t part)
+{
+    size_t first = 0;
+    while (!IsInFolderOf(package->parts[first].entry.name, package->parts[part].entry.name))
+        ++first;
+    return first;
+}
+
 static void FindStyleParts(Package *package)
 {
+    bool isOpenDocument = package->document->job->format == kOpenDocument;
     for (size_t i = 0; i < package->count; ++i) {
         PackagePart *part = &package->parts[i];
+        if (isOpenDocument) {
+            part->hasStyles = EndsWithNoCase(part->entry.name, "styles.xml") ||
+                              EndsWithNoCase(part->entry.name, "content.xml");
+            part->folder = int(FolderOf(package, i));
+            continue;
+        }
         std::string_view type =
             part->isXml ? TypeOfPart(TextOf(package->types), part->entry.name) : std::string_view();
         for (std::string_view styles : kStyleTypes)
@@ -253,13 +293,22 @@ static void FindStyleParts(Package *package)
 
 // ---- walks through parts ----
 
+static bool StartPart(Package *package, const PackagePart &part, PartReader *reader, Walk *walk)
+{
+    if (!OpenPart(package, part, reader) ||
+        !StartWalk(walk, package->document, &package->elements, {ReadPart, reader, 0}))
+        return false;
+    walk->part = int(part.entry.index);
+    walk->folder = part.folder;
+    return true;
+}
+
 static bool WalkPart(Package *package, PackagePart *part)
 {
     PartReader reader;
     Walk walk = {};
-    bool done = OpenPart(package, *part, &reader) &&
-                StartWalk(&walk, package->document, &package->elements, {ReadPart, &reader, 0}) &&
-                WalkThrough(&walk, nullptr, &part->newSize);
+    bool done =
+        StartPart(package, *part, &reader, &walk) && WalkThrough(&walk, nullptr, &part->newSize);
     part->hasChanged = done && HasChanged(&walk);
     StopWalk(&walk);
     ClosePart(&reader);
@@ -299,23 +348,17 @@ struct NewPart {
     const PackagePart *part;
     PartReader reader;
     Walk walk;
-    bool isOpen;
 };
 
 static zip_int64_t OpenNewPart(NewPart *made)
 {
-    Package *package = made->package;
-    made->isOpen =
-        OpenPart(package, *made->part, &made->reader) &&
-        StartWalk(&made->walk, package->document, &package->elements, {ReadPart, &made->reader, 0});
-    return made->isOpen ? 0 : -1;
+    return StartPart(made->package, *made->part, &made->reader, &made->walk) ? 0 : -1;
 }
 
 static zip_int64_t CloseNewPart(NewPart *made)
 {
     StopWalk(&made->walk);
     ClosePart(&made->reader);
-    made->isOpen = false;
     made->package->done += made->part->entry.size;
     return 0;
 }

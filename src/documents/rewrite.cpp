@@ -6,6 +6,7 @@
 
 #include "documents/drawing.h"
 #include "documents/format.h"
+#include "documents/opendocument.h"
 #include "documents/package.h"
 #include "documents/word.h"
 
@@ -29,10 +30,11 @@ bool GoOn(Document *document, uint64_t done, uint64_t all)
 
 bool MakeElementsOf(Document *document, DocumentFormat format, ElementIndex *elements)
 {
-    const Vocabulary kOffice[] = {kWordElements, kDrawingElements};
-    (void)format;
-    return MakeElementIndex(elements, kOffice, std::size(kOffice)) ||
-           FailDocument(document, kFailMemory);
+    const Vocabulary office[] = {kWordElements, kDrawingElements};
+    bool isOpenDocument = format == kOpenDocument || format == kFlatOpenDocument;
+    bool done = isOpenDocument ? MakeElementIndex(elements, &kOpenDocumentElements, 1)
+                               : MakeElementIndex(elements, office, std::size(office));
+    return done || FailDocument(document, kFailMemory);
 }
 
 bool WalkThrough(Walk *walk, FILE *output, uint64_t *size)
@@ -103,8 +105,9 @@ struct FormatRoad {
     bool (*rewrite)(Document *document, const RewriteFiles &files);
 };
 constexpr FormatRoad kRoads[] = {
-    {kWordXml2003, RewriteFile}, {kFlatOpc, RewriteFile}, {kDocx, RewritePackage},
-    {kXlsx, RewritePackage},     {kPptx, RewritePackage},
+    {kWordXml2003, RewriteFile},      {kFlatOpc, RewriteFile}, {kDocx, RewritePackage},
+    {kXlsx, RewritePackage},          {kPptx, RewritePackage}, {kOpenDocument, RewritePackage},
+    {kFlatOpenDocument, RewriteFile},
 };
 
 bool RewriteDocument(Document *document, const RewriteFiles &files)

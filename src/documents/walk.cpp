@@ -96,7 +96,8 @@ bool StartWalk(Walk *walk, Document *document, const ElementIndex *elements,
     StartScanning(&walk->scanner, source, false);
     state.runStyle = state.paragraphStyle = state.tableStyle = kNoFontStyle;
     state.listStyle = state.style = kNoFontStyle;
-    state.text = kNotHeld;
+    for (int &text : state.texts)
+        text = kNotHeld;
     return PushElement(walk, nullptr, state);
 }
 
@@ -152,7 +153,7 @@ static TagEdit *AddEdit(Walk *walk, size_t start, size_t end)
     int at = walk->editCount++;
     for (; at > 0 && walk->edits[at - 1].start > start; --at)
         walk->edits[at] = walk->edits[at - 1];
-    walk->edits[at] = {start, end, walk->editTexts.length, 0, nullptr, nullptr};
+    walk->edits[at] = {start, end, walk->editTexts.length, 0, nullptr, {}, nullptr};
     return &walk->edits[at];
 }
 
@@ -205,15 +206,36 @@ void AddAttribute(Walk *walk, const Tag *tag, std::string_view local, std::strin
     edit->textLength = bytes->length - edit->text;
 }
 
-void TakeValueAsText(Walk *walk, const Attribute &attribute, const TextForm *form, int *held)
+static void AddTextEdit(Walk *walk, const Attribute &attribute, const TextForm *form,
+                        FontPair fonts, int *held)
 {
-    *held = kNotHeld;
     if (!HasRoomForEdit(walk))
         return;
     size_t start = attribute.valueStart;
     TagEdit *edit = AddEdit(walk, start, start + attribute.value.size());
     edit->form = form;
+    edit->fonts = fonts;
     edit->held = held;
+}
+
+void TakeValueAsText(Walk *walk, const Attribute &attribute, const TextForm *form, FontPair fonts)
+{
+    AddTextEdit(walk, attribute, form, fonts, nullptr);
+}
+
+void TakeValueLater(Walk *walk, const Attribute &attribute, const TextForm *form, int *held)
+{
+    *held = kNotHeld;
+    AddTextEdit(walk, attribute, form, {}, held);
+}
+
+void SetFontsOfTexts(Walk *walk, FontPair fonts)
+{
+    for (int &text : StateOf(walk)->texts) {
+        if (text != kNotHeld)
+            SetFonts(walk->document, &walk->paragraph, text, fonts);
+        text = kNotHeld;
+    }
 }
 
 void PutBefore(Walk *walk, std::string_view markup)
@@ -249,7 +271,10 @@ static void PutEdit(Walk *walk, const Tag &tag, const TagEdit &edit)
 {
     if (edit.form) {
         std::string_view value = tag.raw.substr(edit.start, edit.end - edit.start);
-        *edit.held = PutTextOfUnknownFont(&walk->paragraph, edit.form, value);
+        if (edit.held)
+            *edit.held = PutTextOfUnknownFont(&walk->paragraph, edit.form, value);
+        else
+            PutText(walk->document, &walk->paragraph, edit.form, value, edit.fonts, &walk->output);
         return;
     }
     walk->hasChanged = true;
@@ -298,6 +323,8 @@ static bool OpenTag(Walk *walk, const Piece &piece)
         return FailDocument(walk->document, kFailMemory);
     const ElementRow *row = FindRow(walk->elements, NameOfTag(&walk->prefixes, piece.name));
     TextState state = StateOf(walk)[0];
+    if (row && row->fonts)
+        state.textRow = row;
     if (!PushElement(walk, row, state) || !PassBorder(walk, row) ||
         (row && row->open && !row->open(walk, &tag)))
         return false;
@@ -322,13 +349,13 @@ static bool CloseTag(Walk *walk, const Piece &piece)
 
 static void TakeText(Walk *walk, const TextForm *form, std::string_view text)
 {
-    const ElementRow *row = ElementAbove(walk, 0)->row;
-    bool isText = row && row->fonts && walk->document->isRewriting && !StateOf(walk)->isDropped;
-    if (!isText)
-        PutRaw(walk, text);
+    const TextState *state = StateOf(walk);
+    bool isText = state->textRow && walk->document->isRewriting && !state->isDropped;
+    if (isText)
+        PutText(walk->document, &walk->paragraph, form, text, state->textRow->fonts(walk),
+                &walk->output);
     else
-        PutText(walk->document, &walk->paragraph, row->form ? row->form : form, text,
-                row->fonts(walk), &walk->output);
+        PutRaw(walk, text);
 }
 
 static void TakeCdata(Walk *walk, std::string_view raw)

@@ -20,10 +20,11 @@ struct TextState {
     int fonts[kFontSlots];                     // of a run, or of whatever has fonts in a format
     int runStyle, paragraphStyle, tableStyle;  // numbers of FontStyles
     int listStyle;                             // the same; of shapes with a list of styles
-    int style;       // the one that is being defined; kNoFontStyle elsewhere
-    int text;        // a held text that waits for its fonts; kNotHeld elsewhere
-    uint8_t level;   // of a paragraph in a list, from 0
-    bool isComplex;  // the run is in complex script
+    int style;                         // the one that is being defined; kNoFontStyle elsewhere
+    int texts[3];                      // held texts that wait for their fonts; kNotHeld elsewhere
+    const struct ElementRow *textRow;  // of the element whose text stands here; null: none does
+    uint8_t level;                     // of a paragraph in a list, from 0
+    bool isComplex;                    // the run is in complex script
     bool prefersEastAsian;
     bool isRenamed;  // the font that is described here has another name now
     bool isDropped;  // what stands here doesn't go out
@@ -39,11 +40,11 @@ enum ElementKind : uint8_t {
 
 struct ElementRow {
     std::string_view name;  // with the prefix of names.cpp
-    ElementKind kind;
-    TagWork open;                   // null: nothing is to be done; false: a failure
-    bool (*close)(Walk *walk);      // the same; the element is still open
-    FontPair (*fonts)(Walk *walk);  // of text that stands directly in it; null: that isn't text
-    const TextForm *form;           // of such text, where it isn't XML's
+    ElementKind kind = kPlain;
+    TagWork open = nullptr;                   // what its tag says; null: nothing. False: a failure
+    bool (*close)(Walk *walk) = nullptr;      // the same at its end, while it is still open
+    FontPair (*fonts)(Walk *walk) = nullptr;  // of the text in it, and in what stands in it; null:
+                                              // it has none of its own
 };
 
 // The elements of all formats that may meet in one document.
@@ -69,10 +70,17 @@ struct OpenElement {
 struct TagEdit {
     size_t start, end;        // bytes of the tag that go
     size_t text, textLength;  // what comes in their place, in the block of texts
-    const TextForm *form;     // not null: the bytes are text themselves, and stay till then
-    int *held;                // receives the number of that text
+    const TextForm *form;     // not null: the bytes are text themselves
+    FontPair fonts;           // of that text
+    int *held;                // receives its number where its fonts come later; else null
 };
 enum { kMostEdits = 24 };
+
+// Columns of a sheet that have one style, up to the column `end`.
+struct ColumnGroup {
+    int end, style;
+};
+enum { kMostColumnGroups = 256, kMostColumns = 1024 * 1024 };
 
 struct Walk {
     Document *document;            // not owned
@@ -87,9 +95,11 @@ struct Walk {
     Bytes editTexts;
     TagEdit edits[kMostEdits];
     int editCount;
-    bool hasChanged;  // a tag came out otherwise than it came
-    bool isDone;      // at the end, or where a reading for styles has seen enough
-    int part;         // tells styles of parts apart where a format has it so
+    bool hasChanged;   // a tag came out otherwise than it came
+    bool isDone;       // at the end, or where a reading for styles has seen enough
+    int part, folder;  // tell styles of parts apart where a format has it so
+    ColumnGroup columns[kMostColumnGroups];  // of the sheet that is open
+    int columnCount, column;                 // how many they are; the next cell's
 };
 
 // Begins a part. StopWalk frees all in either case. False without memory, which is reported.
@@ -130,8 +140,12 @@ void ReplaceValue(Walk *walk, const Attribute &attribute, std::string_view text)
 void RemoveAttribute(Walk *walk, const Attribute &attribute);
 void AddAttribute(Walk *walk, const Tag *tag, std::string_view local, std::string_view text);
 
-// The value of an attribute is text of the document in itself: its number goes to *held.
-void TakeValueAsText(Walk *walk, const Attribute &attribute, const TextForm *form, int *held);
+// The value of an attribute is text of the document in itself. Where its fonts come later, its
+// number goes to one of the texts of an open element, and SetFontsOfTexts gives all of these their
+// fonts before that is closed.
+void TakeValueAsText(Walk *walk, const Attribute &attribute, const TextForm *form, FontPair fonts);
+void TakeValueLater(Walk *walk, const Attribute &attribute, const TextForm *form, int *held);
+void SetFontsOfTexts(Walk *walk, FontPair fonts);
 
 // Markup that goes out in front of the tag at work.
 void PutBefore(Walk *walk, std::string_view markup);

@@ -384,7 +384,6 @@ static bool OpenLevel(Walk *walk, Tag *)
     TextState *state = StateOf(walk);
     ClearRun(state);
     state->paragraphStyle = kNoFontStyle;
-    state->text = kNotHeld;
     return true;
 }
 
@@ -392,15 +391,21 @@ static bool OpenLevelText(Walk *walk, Tag *tag)
 {
     Attribute value;
     if (IsInside(walk, 1, "w:lvl") && FindAttribute(walk, tag, "w:val", &value))
-        TakeValueAsText(walk, value, &kLevelText, &ElementAbove(walk, 1)->state.text);
+        TakeValueLater(walk, value, &kLevelText, &ElementAbove(walk, 1)->state.texts[0]);
     return true;
 }
 
 static bool CloseLevel(Walk *walk)
 {
-    const TextState *state = StateOf(walk);
-    if (state->text != kNotHeld)
-        SetFonts(walk->document, &walk->paragraph, state->text, FindFonts(walk, *state));
+    SetFontsOfTexts(walk, FindFonts(walk, *StateOf(walk)));
+    return true;
+}
+
+// Documents of 2003 have their styles in front of the body. Those of today may have them anywhere.
+static bool OpenBody(Walk *walk, Tag *)
+{
+    const Document *document = walk->document;
+    walk->isDone = !document->isRewriting && document->job->format == kWordXml2003;
     return true;
 }
 
@@ -436,54 +441,55 @@ static bool OpenSymbol(Walk *walk, Tag *tag)
 
 // clang-format off
 static constexpr ElementRow kRows[] = {
-    // element            kind        open                close       fonts of its text
-    {"w:style",           kPlain,     OpenStyle,          nullptr,    nullptr,    nullptr},
-    {"w:basedOn",         kPlain,     OpenBasedOn,        nullptr,    nullptr,    nullptr},
-    {"w:rPrDefault",      kPlain,     OpenDefaults,       nullptr,    nullptr,    nullptr},
-    {"w:tblStylePr",      kPlain,     OpenTablePart,      nullptr,    nullptr,    nullptr},
-    {"w:tStylePr",        kPlain,     OpenTablePart,      nullptr,    nullptr,    nullptr},
-    {"w:rFonts",          kPlain,     OpenFonts,          nullptr,    nullptr,    nullptr},
-    {"w:defaultFonts",    kPlain,     OpenDefaultFonts,   nullptr,    nullptr,    nullptr},
-    {"w:font",            kPlain,     OpenFontEntry,      nullptr,    nullptr,    nullptr},
-    {"w:embedRegular",    kPlain,     OpenEmbeddedFont,   nullptr,    nullptr,    nullptr},
-    {"w:embedBold",       kPlain,     OpenEmbeddedFont,   nullptr,    nullptr,    nullptr},
-    {"w:embedItalic",     kPlain,     OpenEmbeddedFont,   nullptr,    nullptr,    nullptr},
-    {"w:embedBoldItalic", kPlain,     OpenEmbeddedFont,   nullptr,    nullptr,    nullptr},
-    {"wx:font",           kPlain,     OpenAuxiliaryFont,  nullptr,    nullptr,    nullptr},
-    {"w:p",               kParagraph, OpenParagraph,      nullptr,    nullptr,    nullptr},
-    {"w:r",               kPlain,     OpenRun,            nullptr,    nullptr,    nullptr},
-    {"m:r",               kPlain,     OpenRun,            nullptr,    nullptr,    nullptr},
-    {"w:tbl",             kParagraph, OpenTable,          nullptr,    nullptr,    nullptr},
-    {"w:txbxContent",     kParagraph, OpenTable,          nullptr,    nullptr,    nullptr},
-    {"w:pPr",             kPlain,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:rPr",             kPlain,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:pStyle",          kPlain,     OpenParagraphStyle, nullptr,    nullptr,    nullptr},
-    {"w:rStyle",          kPlain,     OpenRunStyle,       nullptr,    nullptr,    nullptr},
-    {"w:tblStyle",        kPlain,     OpenTableStyle,     nullptr,    nullptr,    nullptr},
-    {"w:cs",              kPlain,     OpenComplex,        nullptr,    nullptr,    nullptr},
-    {"w:rtl",             kPlain,     OpenComplex,        nullptr,    nullptr,    nullptr},
-    {"w:t",               kPlain,     nullptr,            nullptr,    FontsOfRun, nullptr},
-    {"w:delText",         kPlain,     nullptr,            nullptr,    FontsOfRun, nullptr},
-    {"m:t",               kPlain,     nullptr,            nullptr,    FontsOfRun, nullptr},
-    {"w:sym",             kPlain,     OpenSymbol,         nullptr,    nullptr,    nullptr},
-    {"w:lvl",             kParagraph, OpenLevel,          CloseLevel, nullptr,    nullptr},
-    {"w:lvlText",         kPlain,     OpenLevelText,      nullptr,    nullptr,    nullptr},
+    // element              kind        open       close    fonts of its text
+    {"w:style",             kPlain,     OpenStyle},
+    {"w:basedOn",           kPlain,     OpenBasedOn},
+    {"w:rPrDefault",        kPlain,     OpenDefaults},
+    {"w:tblStylePr",        kPlain,     OpenTablePart},
+    {"w:tStylePr",          kPlain,     OpenTablePart},
+    {"w:rFonts",            kPlain,     OpenFonts},
+    {"w:defaultFonts",      kPlain,     OpenDefaultFonts},
+    {"w:font",              kPlain,     OpenFontEntry},
+    {"w:embedRegular",      kPlain,     OpenEmbeddedFont},
+    {"w:embedBold",         kPlain,     OpenEmbeddedFont},
+    {"w:embedItalic",       kPlain,     OpenEmbeddedFont},
+    {"w:embedBoldItalic",   kPlain,     OpenEmbeddedFont},
+    {"wx:font",             kPlain,     OpenAuxiliaryFont},
+    {"w:body",              kPlain,     OpenBody},
+    {"w:p",                 kParagraph, OpenParagraph},
+    {"w:r",                 kPlain,     OpenRun},
+    {"m:r",                 kPlain,     OpenRun},
+    {"w:tbl",               kParagraph, OpenTable},
+    {"w:txbxContent",       kParagraph, OpenTable},
+    {"w:pPr"},
+    {"w:rPr"},
+    {"w:pStyle",            kPlain,     OpenParagraphStyle},
+    {"w:rStyle",            kPlain,     OpenRunStyle},
+    {"w:tblStyle",          kPlain,     OpenTableStyle},
+    {"w:cs",                kPlain,     OpenComplex},
+    {"w:rtl",               kPlain,     OpenComplex},
+    {"w:t",                 kPlain,     nullptr,   nullptr, FontsOfRun},
+    {"w:delText",           kPlain,     nullptr,   nullptr, FontsOfRun},
+    {"m:t",                 kPlain,     nullptr,   nullptr, FontsOfRun},
+    {"w:sym",               kPlain,     OpenSymbol},
+    {"w:lvl",               kParagraph, OpenLevel, CloseLevel},
+    {"w:lvlText",           kPlain,     OpenLevelText},
     // Text in front of these and behind them doesn't go on in one word.
-    {"w:tab",             kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:br",              kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:cr",              kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:noBreakHyphen",   kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:footnoteReference", kApart,   nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:endnoteReference", kApart,    nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:fldChar",         kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:drawing",         kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:pict",            kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:object",          kApart,     nullptr,            nullptr,    nullptr,    nullptr},
+    {"w:tab",               kApart},
+    {"w:br",                kApart},
+    {"w:cr",                kApart},
+    {"w:noBreakHyphen",     kApart},
+    {"w:footnoteReference", kApart},
+    {"w:endnoteReference",  kApart},
+    {"w:fldChar",           kApart},
+    {"w:drawing",           kApart},
+    {"w:pict",              kApart},
+    {"w:object",            kApart},
     // What is deleted or put in may go or stay by itself.
-    {"w:del",             kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:ins",             kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:moveFrom",        kApart,     nullptr,            nullptr,    nullptr,    nullptr},
-    {"w:moveTo",          kApart,     nullptr,            nullptr,    nullptr,    nullptr},
+    {"w:del",               kApart},
+    {"w:ins",               kApart},
+    {"w:moveFrom",          kApart},
+    {"w:moveTo",            kApart},
 };
 // clang-format on
 
