@@ -121,6 +121,7 @@ static DWORD RewriteAll(DocumentJob *job)
     DWORD failure = ShowReport(&document.report);
     FreeFontNames(&document.fonts);
     FreeFontStyles(&document.styles);
+    FreeSharedStrings(&document.strings);
     FreeFontMap(&document.map);
     FreeConversionNotes(&document.report);
     return failure;

@@ -1,11 +1,16 @@
-// Failures and notes of a document. The first failure is the one that counts: those behind it come
-// of it.
+// Parts, failures and notes of a document. The first failure is the one that counts: those behind
+// it come of it.
 #include "documents/document.h"
 
 #include <cstdarg>
 #include <cstdio>
 
 constexpr size_t kLongestNote = 1024;  // bytes
+
+int PartAbove(const Document *document, int part)
+{
+    return part >= 0 && size_t(part) < document->partCount ? document->partsAbove[part] : -1;
+}
 
 bool FailDocument(Document *document, ConversionFailure failure)
 {

@@ -4,6 +4,7 @@
 
 #include "documents/font_names.h"
 #include "documents/font_styles.h"
+#include "documents/shared_strings.h"
 #include "xmlconv/report.h"
 
 enum ThemeFont { kMajorFonts, kMinorFonts, kThemeFonts };
@@ -14,12 +15,19 @@ struct Document {
     FontMap map;
     FontNames fonts;
     FontStyles styles;
+    SharedStrings strings;
     int themeFonts[kThemeFonts][kFontSlots];  // numbers of FontNames
+    const int *partsAbove;  // not owned: of each part, the one that says what it doesn't say
+                            // itself, as a layout does for a slide; -1: none
+    size_t partCount;       // of these
     unsigned long long convertedCharacters, changedParts;
     DWORD shownPercent;  // the last one that the host heard of
     bool isRewriting;    // the reading that finds the styles is over
     bool isRepeating;    // what is read now has been counted and told before
 };
+
+// -1 where there is none.
+int PartAbove(const Document *document, int part);
 
 // A failure, with its number; gives false back.
 bool FailDocument(Document *document, ConversionFailure failure);

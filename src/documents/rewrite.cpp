@@ -8,6 +8,7 @@
 #include "documents/format.h"
 #include "documents/opendocument.h"
 #include "documents/package.h"
+#include "documents/sheet.h"
 #include "documents/word.h"
 
 constexpr size_t kWriteSize = 64 * 1024;  // bytes at a time
@@ -30,7 +31,7 @@ bool GoOn(Document *document, uint64_t done, uint64_t all)
 
 bool MakeElementsOf(Document *document, DocumentFormat format, ElementIndex *elements)
 {
-    const Vocabulary office[] = {kWordElements, kDrawingElements};
+    const Vocabulary office[] = {kWordElements, kDrawingElements, kSheetElements};
     bool isOpenDocument = format == kOpenDocument || format == kFlatOpenDocument;
     bool done = isOpenDocument ? MakeElementIndex(elements, &kOpenDocumentElements, 1)
                                : MakeElementIndex(elements, office, std::size(office));

@@ -238,14 +238,6 @@ void SetFontsOfTexts(Walk *walk, FontPair fonts)
     }
 }
 
-void PutBefore(Walk *walk, std::string_view markup)
-{
-    if (!walk->document->isRewriting)
-        return;
-    PutMarkup(&walk->paragraph, markup, &walk->output);
-    walk->hasChanged = true;
-}
-
 const FontMapEntry *RenameFont(Walk *walk, const Attribute &attribute)
 {
     FontNames *fonts = &walk->document->fonts;
@@ -257,7 +249,7 @@ const FontMapEntry *RenameFont(Walk *walk, const Attribute &attribute)
 
 // ---- output ----
 
-static void PutRaw(Walk *walk, std::string_view raw)
+void PutRaw(Walk *walk, std::string_view raw)
 {
     if (!walk->document->isRewriting)
         return;
@@ -265,6 +257,29 @@ static void PutRaw(Walk *walk, std::string_view raw)
         walk->hasChanged = true;
     else
         PutMarkup(&walk->paragraph, raw, &walk->output);
+}
+
+void PutChanged(Walk *walk, std::string_view bytes)
+{
+    if (walk->document->isRewriting)
+        walk->hasChanged = true;
+    PutRaw(walk, bytes);
+}
+
+void PutChangedValue(Walk *walk, std::string_view text)
+{
+    Bytes value = {};
+    AppendValue(&value, text);
+    PutChanged(walk, TextOf(value));
+    FreeBytes(&value);
+}
+
+void PutTextHere(Walk *walk, const TextForm *form, std::string_view raw, FontPair fonts)
+{
+    if (!walk->document->isRewriting || StateOf(walk)->isDropped)
+        PutRaw(walk, raw);
+    else
+        PutText(walk->document, &walk->paragraph, form, raw, fonts, &walk->output);
 }
 
 static void PutEdit(Walk *walk, const Tag &tag, const TagEdit &edit)
@@ -349,13 +364,13 @@ static bool CloseTag(Walk *walk, const Piece &piece)
 
 static void TakeText(Walk *walk, const TextForm *form, std::string_view text)
 {
-    const TextState *state = StateOf(walk);
-    bool isText = state->textRow && walk->document->isRewriting && !state->isDropped;
-    if (isText)
-        PutText(walk->document, &walk->paragraph, form, text, state->textRow->fonts(walk),
-                &walk->output);
-    else
+    const ElementRow *row = StateOf(walk)->textRow;
+    if (!row)
         PutRaw(walk, text);
+    else if (row->text)
+        row->text(walk, form, text);
+    else
+        PutTextHere(walk, form, text, row->fonts(walk));
 }
 
 static void TakeCdata(Walk *walk, std::string_view raw)
@@ -399,7 +414,8 @@ bool StepWalk(Walk *walk)
     if (!TakePiece(walk, piece))
         return false;
     bool failed = walk->output.failed || walk->editTexts.failed || walk->paragraph.held.failed ||
-                  walk->document->fonts.failed || walk->document->styles.failed;
+                  walk->document->fonts.failed || walk->document->styles.failed ||
+                  walk->document->strings.failed;
     return !failed || FailDocument(walk->document, kFailMemory);
 }
 

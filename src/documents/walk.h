@@ -15,6 +15,8 @@ struct Tag {
     bool isEmpty;          // <a/>
 };
 
+enum CellType : uint8_t { kOtherCell, kSharedString, kFormulaString };
+
 // What the open elements have said. An element has that of the one around it at first.
 struct TextState {
     int fonts[kFontSlots];                     // of a run, or of whatever has fonts in a format
@@ -23,8 +25,11 @@ struct TextState {
     int style;                         // the one that is being defined; kNoFontStyle elsewhere
     int texts[3];                      // held texts that wait for their fonts; kNotHeld elsewhere
     const struct ElementRow *textRow;  // of the element whose text stands here; null: none does
-    uint8_t level;                     // of a paragraph in a list, from 0
-    bool isComplex;                    // the run is in complex script
+    const FontMapEntry *wantsComplex;  // a legacy font that still lacks one for complex script
+    int stringPlace;                   // in the list of shared strings
+    CellType cellType;
+    uint8_t level;   // of a paragraph in a list, from 0
+    bool isComplex;  // the run is in complex script
     bool prefersEastAsian;
     bool isRenamed;  // the font that is described here has another name now
     bool isDropped;  // what stands here doesn't go out
@@ -45,6 +50,8 @@ struct ElementRow {
     bool (*close)(Walk *walk) = nullptr;      // the same at its end, while it is still open
     FontPair (*fonts)(Walk *walk) = nullptr;  // of the text in it, and in what stands in it; null:
                                               // it has none of its own
+    // What is done with such text, in both readings; null: it is put where it stands.
+    void (*text)(Walk *walk, const TextForm *form, std::string_view raw) = nullptr;
 };
 
 // The elements of all formats that may meet in one document.
@@ -100,6 +107,11 @@ struct Walk {
     int part, folder;  // tell styles of parts apart where a format has it so
     ColumnGroup columns[kMostColumnGroups];  // of the sheet that is open
     int columnCount, column;                 // how many they are; the next cell's
+    // The shape that is open: the place of the layout that it fills, and the fonts of its list.
+    char placeType[16], placeNumber[16];
+    bool hasPlace;
+    int listFonts[9];
+    char drawingPrefix[16];  // of its elements, with the colon
 };
 
 // Begins a part. StopWalk frees all in either case. False without memory, which is reported.
@@ -147,8 +159,11 @@ void TakeValueAsText(Walk *walk, const Attribute &attribute, const TextForm *for
 void TakeValueLater(Walk *walk, const Attribute &attribute, const TextForm *form, int *held);
 void SetFontsOfTexts(Walk *walk, FontPair fonts);
 
-// Markup that goes out in front of the tag at work.
-void PutBefore(Walk *walk, std::string_view markup);
+// What goes out at this place: as it came, other than it came, and text.
+void PutRaw(Walk *walk, std::string_view raw);
+void PutChanged(Walk *walk, std::string_view bytes);
+void PutChangedValue(Walk *walk, std::string_view text);  // as the value of an attribute
+void PutTextHere(Walk *walk, const TextForm *form, std::string_view raw, FontPair fonts);
 
 // Renames a font where it is a legacy one: its row of the font map; null for any other.
 const FontMapEntry *RenameFont(Walk *walk, const Attribute &attribute);

@@ -4,6 +4,7 @@
 // into the theme stands in a style's or run's fonts as a number of its own.
 #include "documents/word.h"
 
+#include <cstdio>
 #include <iterator>
 
 enum WordFamily { kParagraphStyles = 1, kRunStyles, kTableStyles, kListStyles, kDefaults };
@@ -420,22 +421,18 @@ static bool OpenSymbol(Walk *walk, Tag *tag)
     if (!LegacyFont(*fonts, font) || !walk->document->isRewriting || digits.empty() ||
         digits.size() > 4)
         return true;
-    size_t nameEnd = tag->raw.find("sym");
-    std::string_view prefix = tag->raw.substr(1, nameEnd - 1);
-    Bytes reference = {};
-    AppendBytes(&reference, "&#x");
-    AppendBytes(&reference, digits);
-    AppendBytes(&reference, ";");
-    PutBefore(walk, "<");
-    PutBefore(walk, prefix);
-    PutBefore(walk, "t>");
-    PutText(walk->document, &walk->paragraph, &kXmlText, TextOf(reference), {font, font},
-            &walk->output);
-    PutBefore(walk, "</");
-    PutBefore(walk, prefix);
-    PutBefore(walk, "t>");
+    std::string_view prefix = tag->raw.substr(1, tag->raw.find("sym") - 1);
+    char text[64];
+    int length = snprintf(text, sizeof text, "<%.*st>",
+                          int(prefix.size() < 40 ? prefix.size() : 40), prefix.data());
+    PutChanged(walk, {text, size_t(length)});
+    char reference[16];
+    snprintf(reference, sizeof reference, "&#x%.*s;", int(digits.size()), digits.data());
+    PutTextHere(walk, &kXmlText, reference, {font, font});
+    text[0] = '/';
+    PutChanged(walk, "<");
+    PutChanged(walk, {text, size_t(length)});
     StateOf(walk)->isDropped = true;
-    FreeBytes(&reference);
     return true;
 }
 
