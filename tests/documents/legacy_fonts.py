@@ -28,6 +28,10 @@ def code_of(font):
     return FONTS[font][0] if font in FONTS else None
 
 
+def replacement(font):
+    return FONTS[font][1] if font in FONTS else font
+
+
 def character_of(byte):
     try:
         return bytes([byte]).decode('cp1252')
@@ -67,5 +71,5 @@ def put_in_font(text, font, avoid=''):
 
 
 def shown(stored, font):
-    """The text that stored characters show in a font."""
-    return ''.join(CODES[code_of(font)][byte_of(c)] for c in stored)
+    """The text that stored characters show in a font; one of today shows them as they are."""
+    return stored if font not in FONTS else ''.join(CODES[code_of(font)][byte_of(c)] for c in stored)
