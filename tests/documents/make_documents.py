@@ -16,6 +16,8 @@ FORMATS = {
     'rtf': ('rtf', 12, rich_text.make_rtf), 'txt': ('txt', 38, lambda source: plain_text.make_text(source, 'txt')),
     'csv': ('csv', 29, lambda source: plain_text.make_text(source, 'csv'))}
 
+FONTS_OF_TODAY = ('Arial', 'Phetsarath OT', 'Saysettha OT', 'Times New Roman', 'Lao')
+
 
 def make_format(folder, kind):
     """The paths of the documents of a format, and the font of each text."""
@@ -34,6 +36,16 @@ def make_format(folder, kind):
             path.with_suffix(f'.{name}.json').write_text(text, encoding='utf8')
         made[path] = font[0] if font else None
     return made
+
+
+def make_of_today(folder, kind):
+    """Paths of some documents of a format that have no legacy font."""
+    suffix, _, make = FORMATS[kind]
+    folder.mkdir(parents=True, exist_ok=True)
+    paths = [folder / f'{kind}{number}.{suffix}' for number in range(3)]
+    for path in paths:
+        path.write_bytes(make(Source(path.name, FONTS_OF_TODAY))[0])
+    return paths
 
 
 def main():
