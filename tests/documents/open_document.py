@@ -8,13 +8,16 @@ SPACES = ''.join(f' xmlns:{n}="{OASIS}{u}:1.0"' for n, u in (
     ('fo', 'xsl-fo-compatible'), ('svg', 'svg-compatible'), ('manifest', 'manifest'))) + (
     ' xmlns:dc="http://purl.org/dc/elements/1.1/" xmlns:xlink="http://www.w3.org/1999/xlink"')
 MIME = 'application/vnd.oasis.opendocument.'
+FAMILIES = {'text': (), 'spreadsheet': ('table-cell',), 'presentation': ('graphic', 'presentation')}
 CONTENTS = ('plain', 'span', 'latin', 'nested', 'cut', 'unicode', 'symbols', 'tabs', 'link', 'note', 'annotation', 'frame', 'changed')
+OF_TEXTS = ('link', 'note', 'annotation', 'frame', 'changed')
 
 
 class OpenDocument:
-    def __init__(self, source, kind, flat):
+    def __init__(self, source, kind, flat, contents=CONTENTS):
         self.source, self.kind, self.flat = source, kind, flat
-        self.faces, self.count = {}, 0
+        self.contents = [c for c in contents if kind == 'text' or c not in OF_TEXTS]
+        self.faces, self.count, self.formulas = {}, 0, True
         font, often = source.font, source.often
         # (family, name): base, font
         self.named = {
@@ -65,8 +68,9 @@ class OpenDocument:
         return f'<office:font-face-decls>{rows}</office:font-face-decls>'
 
     def style_rows(self, styles):
+        families = ('paragraph', 'text') + FAMILIES[self.kind]
         rows = [f'<style:style style:name="{name}" style:family="{family}"' + (f' style:parent-style-name="{base}"' if base else '') +
-                f'>{self.properties(font)}</style:style>\n' for (family, name), (base, font) in styles.items()]
+                f'>{self.properties(font)}</style:style>\n' for (family, name), (base, font) in styles.items() if family in families]
         self.source.random.shuffle(rows)
         return ''.join(rows)
 
@@ -106,7 +110,7 @@ class OpenDocument:
             self.count += 1
             text = self.text(stored[at:end], shown(stored[at:end], base))
             whole += text if self.source.often() else text.within('<text:span text:style-name="T5">', '</text:span>')
-            whole += Piece(self.source.choose(f'<text:bookmark text:name="b{self.count}"/>', '<text:soft-page-break/>', '', '<!-- x -->'))
+            whole += Piece(self.source.choose(f'<text:bookmark text:name="b{self.count}"/>' if self.kind == 'text' else '', '<text:soft-page-break/>', '', '<!-- x -->'))
             at = end
         return whole
 
@@ -155,8 +159,7 @@ class OpenDocument:
         """place: the font of a cell or a shape, for paragraphs without a style."""
         style = style or (self.source.choose('Standard', 'P1', 'P2', 'P3', 'P4', 'Deep') if not place else None)
         base = place or self.font_of('paragraph', style) or self.default
-        contents = CONTENTS if self.kind == 'text' else CONTENTS[:8]
-        content = joined(getattr(self, self.source.choose(*contents))(base, depth) for _ in range(self.source.random.randint(1, 3)))
+        content = joined(getattr(self, self.source.choose(*self.contents))(base, depth) for _ in range(self.source.random.randint(1, 3)))
         if self.source.often(0.7):
             content += self.words(base)
         named = f' text:style-name="{style}"' if style else ''
@@ -175,6 +178,8 @@ class OpenDocument:
     def text_body(self):
         body = joined(self.paragraph(tag=self.source.choose('p', 'p', 'h')) for _ in range(self.source.random.randint(3, 5)))
         info = '<office:change-info><dc:creator>A</dc:creator><dc:date>2009-03-01T00:00:00</dc:date></office:change-info>'
+        if 'changed' not in self.contents:
+            return body + self.list() + self.table() + self.paragraph()
         gone = self.paragraph('P1', 2).within(f'<text:changed-region text:id="c1"><text:deletion>{info}',
                                               f'</text:deletion></text:changed-region><text:changed-region text:id="c2"><text:insertion>{info}'
                                               '</text:insertion></text:changed-region>')
@@ -189,7 +194,7 @@ class OpenDocument:
                 style = self.source.choose('', '', 'ce1', 'ce2', 'ce3', 'Good', 'Default')
                 named = f' table:style-name="{style}"' if style else ''
                 place = self.font_of('table-cell', style or column)
-                formula = self.source.choose('', '', ' table:formula="of:=[.A1]"')
+                formula = self.source.choose('', '', ' table:formula="of:=[.A1]"') if self.formulas else ''
                 cells += self.paragraph(place=place).within(f'<table:table-cell{named}{formula} office:value-type="string">', '</table:table-cell>')
             rows += cells.within('<table:table-row>', '</table:table-row>\n')
         heads = ''.join(f'<table:table-column table:default-cell-style-name="{column}"/>' for column in columns)
@@ -209,7 +214,7 @@ class OpenDocument:
         content_styles = self.style_rows(self.automatic['content'])
         if not self.flat:
             self.part = 'styles'
-        family = {'text': 'paragraph', 'spreadsheet': 'table-cell', 'presentation': 'graphic'}[self.kind]
+        family = (FAMILIES[self.kind] or ('paragraph',))[0]
         default = f'<style:default-style style:family="{family}">{self.properties(self.default)}</style:default-style>'
         named = f'<office:styles>{default}{self.style_rows(self.named)}</office:styles>'
         layout = '<style:page-layout style:name="L"/>'

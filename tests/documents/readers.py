@@ -5,7 +5,7 @@ import xml.etree.ElementTree as ElementTree
 from html.parser import HTMLParser
 from pieces import deleted, field, merged
 
-TEXT_OF = {'tab': '\t', 'br': '\n', 'cr': '\n', 'noBreakHyphen': '\u2011', 'line-break': '\n'}
+TEXT_OF = {'tab': '\t', 'br': '\n', 'cr': '\n', 'noBreakHyphen': '\u2011', 'softHyphen': '\xad', 'line-break': '\n'}
 
 
 def local(element):

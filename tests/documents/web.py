@@ -50,7 +50,7 @@ class Page:
             if c in '&<>' or (c == '"' and self.source.often(0.2)):
                 bare = c == '&' and stored[i + 1:i + 2] in (' ', '') or c == '>'
                 out += c if bare and self.source.often() else {'&': '&amp;', '<': '&lt;', '>': '&gt;', '"': '&quot;'}[c]
-            elif number > 0x7F and number != 0xAD and self.source.often(0.2):
+            elif number > 0x7F and self.source.often(0.2):
                 name = codepoint2name.get(ord(c))
                 out += f'&{name};' if name and self.source.often(0.6) else self.source.choose(f'&#{min(number, ord(c))};', f'&#x{ord(c):x};')
             elif number == 0xA0:

@@ -91,6 +91,9 @@ class Word:
         space = ' xml:space="preserve"' if stored != stored.strip() or self.source.often(0.2) else ''
         if self.source.often(0.04) and ']]>' not in stored:
             return Piece(f'<w:{tag}{space}><![CDATA[{stored}]]></w:{tag}>', stored, known)
+        if tag == 't' and '\xad' in stored and self.source.often(0.1):  # a letter of legacy fonts, kept as what it is in others
+            pieces = [f'<w:t xml:space="preserve">{escape(s)}</w:t>' if s else '' for s in stored.split('\xad')]
+            return Piece('<w:softHyphen/>'.join(pieces), stored, known)
         return Piece(f'<w:{tag}{space}>{escape(stored, self.source)}</w:{tag}>', stored, known)
 
     def words(self, font, properties='', tag='t'):
