@@ -229,6 +229,7 @@ static DocumentJob JobFor(const ConvertSettings &settings, const std::string &so
     job.size = sizeof job;
     job.source = source.c_str();
     job.fontMap = settings.hasMap ? settings.map.c_str() : nullptr;
+    job.flags = kAllFormats;
     return job;
 }
 

@@ -24,7 +24,6 @@ constexpr char kSaveAsXml[] = "; open it in a word processor and save it as \"Wo
 constexpr char kSaveAsUtf8[] = "; save it in UTF-8";
 
 constexpr Kind kKinds[] = {
-    {"pk\3\4"sv, "is a packed document (.docx, .odt)", kSaveAsXml},
     {"pk\5\6"sv, "is an empty package", ""},
     {"\xD0\xCF\x11\xE0"sv, "is a document of an older kind (.doc)", kSaveAsXml},
     {"{\\rtf"sv, "is RTF", kSaveAsXml},
@@ -67,6 +66,8 @@ std::string WhyNoDocument(std::string_view head)
             return std::string(row.what) + row.advice;
     if (small.empty())
         return "is empty";
+    if (small.starts_with("pk\3\4"))
+        return "";
     if (small[0] != '<')
         return "isn't XML; documents are \"Word 2003 XML\", and text is for \"orvel recode\"";
     std::string encoding = EncodingOf(small);
