@@ -2,12 +2,15 @@
 """check_documents.py ORVEL FOLDER [FORMAT…]: makes documents of known text, converts them, reads them with readers of its own
 and compares paragraph by paragraph; then what else a conversion promises. Without formats: all that the command knows."""
 import io, json, os, re, shutil, struct, subprocess, sys, zipfile
+from collections import Counter
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
 sys.dont_write_bytecode = True
 from legacy_fonts import FONTS  # noqa: E402
+from hostile import check_hostile  # noqa: E402
 from make_documents import FORMATS, make_format, make_of_today  # noqa: E402
-from readers import local, read_document, read_lines  # noqa: E402
+from pieces import visible  # noqa: E402
+from readers import local, read_document, read_lines, value  # noqa: E402
 
 # Formats that the command doesn't convert yet.
 NOT_YET = ['docx', 'flat', 'word2003', 'odt', 'fodt', 'ods', 'fods', 'odp', 'fodp', 'pptx', 'xlsx', 'html', 'rtf', 'txt', 'csv']
@@ -60,17 +63,20 @@ def xml_parts(path):
 
 TEXT_TAGS = {'r', 'rPr', 't', 'delText', 'sym', 'span'}
 FONT_ATTRIBUTES = {'ascii', 'hAnsi', 'h-ansi', 'cs', 'eastAsia', 'fareast', 'typeface', 'font-family', 'font-family-complex'}
-NAMED_FONTS = {('font', 'name'), ('font', 'val'), ('rFont', 'val'), ('name', 'val')}
+NAMED_FONTS = {('font', 'name'), ('font', 'val'), ('rFont', 'val'), ('name', 'val'), ('sym', 'font')}
+REPLACEMENTS = set(SMALL.values())
 
 
 def form_of(data):
-    """The elements that a conversion doesn't touch, and the names of fonts."""
-    elements, fonts = [], set()
+    """The elements that a conversion doesn't touch, the names of fonts, and what says how Lao letters of a legacy font look."""
+    elements, fonts, complex_fonts = [], set(), []
 
     def walk(element):
         name = local(element)
         if name not in TEXT_TAGS:
             elements.append(name)
+        if name == 'rFonts' and element.attrib.keys() and any(value(element, key) in REPLACEMENTS for key in ('hAnsi', 'h-ansi')):
+            complex_fonts.append((value(element, 'hAnsi') or value(element, 'h-ansi'), value(element, 'cs')))
         for key, text in element.attrib.items():
             key = key.rpartition('}')[2]
             if key in FONT_ATTRIBUTES or (name, key) in NAMED_FONTS:
@@ -79,7 +85,7 @@ def form_of(data):
             if name != 'rPr' or local(child) == 'rFonts':
                 walk(child)
     walk(ElementTree.fromstring(data))
-    return elements, fonts
+    return elements, fonts, complex_fonts
 
 
 def check_form(source, path):
@@ -94,15 +100,18 @@ def check_form(source, path):
         for name in set(names) & set(SMALL):
             fail(path, f'the font {name} is still there')
         return
-    before, after = xml_parts(source), xml_parts(path)
+    before, after = ({part: form_of(data) for part, data in xml_parts(p).items()} for p in (source, path))
+    known = {SMALL.get(name, name).casefold() for _, fonts, _ in before.values() for name in fonts}
     for part in before.keys() & after.keys():
-        (elements, fonts), (new_elements, new_fonts) = form_of(before[part]), form_of(after[part])
+        (elements, _, _), (new_elements, fonts, complex_fonts) = before[part], after[part]
         if elements != new_elements:
             at = next((i for i, pair in enumerate(zip(elements, new_elements)) if pair[0] != pair[1]), min(len(elements), len(new_elements)))
             fail(path, f'{part}: element {at} was {elements[at:at + 3]}, is {new_elements[at:at + 3]}')
-        wanted = {SMALL.get(name, name).casefold() for name in fonts}
-        if wanted != new_fonts and set(new_fonts) - wanted:
-            fail(path, f'{part}: fonts {sorted(new_fonts)}', f'wanted {sorted(wanted)}')
+        if fonts - known:
+            fail(path, f'{part}: fonts that come from nowhere: {sorted(fonts - known)}')
+        wrong = {pair for pair in complex_fonts if pair[0] != pair[1]}
+        if wrong:  # word processors show Lao letters in the second one
+            fail(path, f'{part}: fonts with another font for Lao letters: {wrong}')
 
 
 def entries_of(path):
@@ -154,12 +163,46 @@ def check_format(orvel, folder, kind):
     return len(made)
 
 
+KEPT = Path(__file__).resolve().parent / 'libreoffice'
+KINDS_OF_KEPT = {'.xml': 'word2003'}
+
+
+def check_kept(orvel, folder, kinds):
+    """Documents that another program wrote, and what it showed of the new ones when they were looked at."""
+    shown = json.loads((KEPT / 'read-back.json').read_text(encoding='utf8')) if (KEPT / 'read-back.json').exists() else {}
+    kept = [path.with_suffix('').with_suffix('') for path in sorted(KEPT.glob('*.known.json'))]
+    kept = [path for path in kept if KINDS_OF_KEPT.get(path.suffix, path.suffix[1:]) in kinds]
+    for path in convert(orvel, kept, folder / 'out' / 'kept') if kept else ():
+        source = KEPT / path.name
+        known = json.loads(source.with_name(source.name + '.known.json').read_text(encoding='utf8'))
+        got = {part: list(filter(None, map(tidy, texts))) for part, texts in read_document(path).items()}
+        for part, texts in known.items():
+            found = got.get(part, [])
+            wrong = next((i for i, (one, other) in enumerate(zip(texts, found)) if one not in (None, other)), None)
+            if wrong is not None or len(texts) != len(found):
+                at = min(len(texts), len(found)) - 1 if wrong is None else wrong
+                fail(path, f'{part}, paragraph {at + 1} of {len(texts)}, now {len(found)}', f'wanted {texts[at]!r}', f'found  {found[at]!r}')
+        check_form(source, path)
+        check_package(source, path)
+        unseen = Counter(shown.get(path.name, ())) - Counter(text for texts in got.values() for text in texts)
+        if unseen:
+            fail(path, f'LibreOffice showed otherwise: {list(unseen)[0]!r}')
+    return len(kept)
+
+
+def tidy(text):
+    """A text as it stands in what is known of another program's documents."""
+    return ' '.join(visible(text).split())
+
+
 def main():
     orvel, folder = Path(sys.argv[1]).resolve(), Path(sys.argv[2])
     os.environ['XDG_DATA_HOME'] = str(folder / 'data')  # no font map of the user's own
     shutil.rmtree(folder, ignore_errors=True)
-    count = sum(check_format(orvel, folder, kind) for kind in sys.argv[3:] or (kind for kind in FORMATS if kind not in NOT_YET))
-    print(f'{count} documents, {len(failures)} failures')
+    kinds = sys.argv[3:] or [kind for kind in FORMATS if kind not in NOT_YET]
+    count = sum(check_format(orvel, folder, kind) for kind in kinds) + check_kept(orvel, folder, kinds)
+    hostile = check_hostile(orvel, folder / 'hostile', set(FORMATS) - set(kinds), fail)
+    print(f'{count} documents and {hostile} hostile ones, {len(failures)} failures')
     return 1 if failures else 0
 
 

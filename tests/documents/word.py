@@ -359,7 +359,7 @@ class Word:
         def tag(match):
             text = re.sub(r'(?<=[</ :])w:', prefix + ':', match[0].replace(' xmlns:w=', f' xmlns:{prefix}='))
             return text.replace('"', "'") if quotes and "'" not in text else text
-        return re.sub(r'<!\[CDATA\[.*?\]\]>|<[^!>]*>', lambda m: m[0] if m[0].startswith('<!') else tag(m), markup, flags=re.S)
+        return re.sub(r'<!\[CDATA\[.*?\]\]>|<[^>]*>', lambda m: m[0] if m[0].startswith('<!') else tag(m), markup, flags=re.S)
 
 
 RELATIONS = 'http://schemas.openxmlformats.org/officeDocument/2006/relationships'
