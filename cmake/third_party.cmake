@@ -6,6 +6,13 @@ file(CREATE_LINK ${ORVEL_CLI11}/CLI ${CMAKE_BINARY_DIR}/third_party/CLI SYMBOLIC
 add_library(orvel-cli11 INTERFACE)
 target_include_directories(orvel-cli11 SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/third_party)
 
+# Zip archives: the system's library.
+add_library(orvel-zip INTERFACE)
+find_library(ORVEL_ZIP zip REQUIRED)
+find_path(ORVEL_ZIP_HEADERS zip.h REQUIRED)
+target_link_libraries(orvel-zip INTERFACE ${ORVEL_ZIP})
+target_include_directories(orvel-zip SYSTEM INTERFACE ${ORVEL_ZIP_HEADERS})
+
 # The tests are left out where GoogleTest's sources are missing; scripts/test installs them.
 find_path(ORVEL_GOOGLETEST googletest/src/gtest-all.cc
           PATHS /usr/src PATH_SUFFIXES googletest NO_CMAKE_FIND_ROOT_PATH)

@@ -28,12 +28,14 @@ int EndReplaceFile(FILE *file, int keep);
 
 // Documents stand at UTF-8 paths, whatever the system's code page is. OpenDocument opens one as
 // bytes. ReadDocument reads up to `size` bytes of it, 0 at its end, with CR LF as LF where text
-// files have that. BeginReplaceDocument is BeginReplaceFile for such a path. IsSameFile tells
-// whether two of them name one file that is there, by whatever way. Utf8OfPath writes the
-// UTF-8 form of a path in the system's code page: 1, or 0 when it doesn't fit.
+// files have that. BeginReplaceDocument is BeginReplaceFile for such a path; behind KeepLineEnds,
+// which comes before the first write, it takes bytes as they are. IsSameFile tells whether two of
+// them name one file that is there, by whatever way. Utf8OfPath writes the UTF-8 form of a path in
+// the system's code page: 1, or 0 when it doesn't fit.
 FILE *OpenDocument(const char *path);
 size_t ReadDocument(FILE *file, char *buffer, size_t size);
 FILE *BeginReplaceDocument(const char *path);
+void KeepLineEnds(FILE *file);
 bool IsSameFile(const char *left, const char *right);
 int Utf8OfPath(const char *path, char *utf8, int size);
 

@@ -123,6 +123,11 @@ FILE *BeginReplaceDocument(const char *path)
 
 // ---- documents ----
 
+void KeepLineEnds(FILE *file)
+{
+    _setmode(_fileno(file), _O_BINARY);
+}
+
 int Utf8OfPath(const char *path, char *utf8, int size)
 {
     wchar_t wide[MAX_PATH];

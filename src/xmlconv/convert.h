@@ -1,12 +1,14 @@
-// The converter as a whole: what lasts from one conversion to the next. Its operations are exports
-// (orvel.h); this header is for them and for tests, which set the sizes that a conversion starts
-// with.
+// The converter of WordprocessingML 2003 as a whole. Its exports (documents/convert.cpp) call it;
+// tests set the sizes that a conversion starts with.
 #pragma once
 
 #include "xmlconv/conversion.h"
 
+// What lasts from one conversion to the next.
 struct ConverterState {
-    bool isBusy;            // a conversion runs; what hears percentages could call in again
     ConversionSizes sizes;  // what earlier documents needed, for the next one
 };
 extern ConverterState gConverter;
+
+// Does a job whose font map is read: a failure is reported in the conversion.
+void ConvertWordXml(Conversion *conversion, DocumentJob *job);

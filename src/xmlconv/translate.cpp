@@ -43,19 +43,28 @@ static uint16_t SecondUnitOf(uint8_t code)
     return 0;
 }
 
+int UnitsOfFontByte(uint8_t byte, int type, WCHAR *units)
+{
+    uint8_t code = TranslateFontByte(byte, type);
+    uint16_t first = code < 0x80 ? 0 : kFirstUnits[code - 0x80];
+    units[0] = WCHAR(first ? first : code);
+    units[1] = WCHAR(SecondUnitOf(code));
+    return units[1] ? 2 : 1;
+}
+
 // Number of code units of the translated bytes, of which each gives one or two; kTextTooLong when
 // two more would not fit.
 static long ExpandBytes(const TextRoom &room, size_t length, int type)
 {
     size_t count = 0;
     for (size_t i = 0; i < length; ++i) {
-        uint8_t code = TranslateFontByte(uint8_t(room.text[i]), type);
+        WCHAR units[2];
         if (count + 2 > room.size)
             return kTextTooLong;
-        uint16_t first = code < 0x80 ? 0 : kFirstUnits[code - 0x80];
-        room.wide[count++] = WCHAR(first ? first : code);
-        if (uint16_t second = SecondUnitOf(code))
-            room.wide[count++] = WCHAR(second);
+        int unitCount = UnitsOfFontByte(uint8_t(room.text[i]), type, units);
+        room.wide[count++] = units[0];
+        if (unitCount == 2)
+            room.wide[count++] = units[1];
     }
     return long(count);
 }

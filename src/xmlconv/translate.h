@@ -13,6 +13,9 @@
 // Code of a byte in a font of a conversion type: 0xA1 is KO, and so on, in all types.
 uint8_t TranslateFontByte(uint8_t byte, int type);
 
+// The one or two code units that a byte in a font of a conversion type becomes: their number.
+int UnitsOfFontByte(uint8_t byte, int type, WCHAR *units);
+
 // Room for one converted text.
 struct TextRoom {
     char *text;   // owned: receives the result

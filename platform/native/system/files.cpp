@@ -132,6 +132,9 @@ FILE *BeginReplaceDocument(const char *path)
     return BeginReplaceFile(path);
 }
 
+// Text files here end their lines as the library does.
+void KeepLineEnds(FILE *) {}
+
 int Utf8OfPath(const char *path, char *utf8, int size)
 {
     int length = snprintf(utf8, size_t(size), "%s", path);

@@ -5,50 +5,11 @@ import re, sys
 from html import escape
 from pathlib import Path
 
-HERE = Path(__file__).parent
-CHARTS = (HERE / '../../../bench/documents/document_charts.h').read_text(encoding='utf8')
+HERE = Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parents[1] / 'documents'))
+from legacy_fonts import put_in_font  # noqa: E402
+
 LINES = (HERE / '../../corpus/udhr.txt').read_text(encoding='utf8').splitlines()
-
-
-def read_chart(name, first):
-    body = CHARTS[CHARTS.index(name):].split('};')[0]
-    signs = re.findall(r'"((?:[^"\\]|\\.)*)",', body)
-    return {first + i: re.sub(r'\\u(....)', lambda m: chr(int(m[1], 16)), sign).replace('\\"', '"').replace('\\\\', '\\')
-            for i, sign in enumerate(signs) if sign}
-
-
-ASCII = {c: chr(c) for c in range(0x20, 0x7F)}
-LAO = {**ASCII, **read_chart('kLaoSigns', 0x80)}
-CODES = {'Lao': {**LAO, 0x2D: '\u200b', 0x8C: '-'}, '95': LAO, '2000': {**ASCII, **read_chart('kSignsOf2000', 0x80)},
-         'alice': read_chart('kSignsAtLetters', 0x20)}
-
-
-def code_of(font):
-    return None if font in ('Times New Roman', 'Arial') else 'alice' if font.startswith('alice_') else font.split()[-1]
-
-
-def character_of(byte):
-    try:
-        return bytes([byte]).decode('cp1252')
-    except UnicodeDecodeError:  # the five bytes without a character keep their value
-        return chr(byte)
-
-
-def put_in_font(text, font):
-    """The characters that a word processor holds; all signs of the text have to be in the font."""
-    code = code_of(font)
-    if not code:
-        return text
-    byte_of, stored = {}, ''
-    for byte, sign in CODES[code].items():
-        if code == 'alice' and chr(byte) in '&<>':  # comes as an entity, whose letters would be Lao
-            continue
-        byte_of.setdefault(sign, byte)
-    while text:
-        size = 2 if text[:2] in byte_of and len(text) > 1 else 1
-        stored += character_of(byte_of[text[:size]])
-        text = text[size:]
-    return stored
 
 
 class Document:
@@ -59,7 +20,8 @@ class Document:
         """A piece of text of a paragraph: in the font that its place gives it, or in that of a style of its own."""
         known = LINES[line] if isinstance(line, int) else line
         known = ' '.join(known.replace('"', '').split())
-        stored = put_in_font(known, font)
+        # The letters of an entity would be Lao ones.
+        stored = put_in_font(known, font, avoid='&<>' if font.startswith('alice_') else '')
         self.known[stored] = known
         text = escape(stored, quote=False)
         return f'<text:span text:style-name="{style}">{text}</text:span>' if style else text

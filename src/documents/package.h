@@ -1,0 +1,8 @@
+// Packages: documents that are a zip archive of parts.
+#pragma once
+
+#include "documents/rewrite.h"
+
+// Rewrites the parts of a package that have to change. All others stay as they are, byte for byte,
+// in their order; where nothing changes the new package is the old one.
+bool RewritePackage(Document *document, const RewriteFiles &files);
