@@ -130,8 +130,7 @@ static void AddWhatIsTold(CLI::App *convert, ConvertSettings *settings)
         convert->add_option("--report", settings->report,
                             "a file that is written: what came of each document, as JSON");
     convert->add_flag("--verbose", settings->isVerbose,
-                      "tell also which files of folders are no documents, and how often a document "
-                      "needed more memory");
+                      "tell also which files of folders are no documents");
     list->excludes(plan)->excludes(report)->excludes(convert->get_option("--to"));
 }
 

@@ -112,35 +112,7 @@ ConvertOutcome RefuseTask(const ConvertSettings &settings, const ConvertTask &ta
     return EndWith(settings, task, DocumentStatus::kFailed, why);
 }
 
-// ---- notes ----
-
-constexpr std::string_view kRestarted = "Restarted: ", kLineEnd = "\r\n";
-
-// Notes without those of restarts, which tell a person nothing. Behind each of these the library
-// says again what it had said so far, as far as its log has room: the longest stretch says all.
-static std::string NotesOfOneReading(std::string_view notes)
-{
-    std::string longest, stretch;
-    while (!notes.empty()) {
-        std::string_view line = notes.substr(0, notes.find(kLineEnd));
-        notes.remove_prefix(std::min(line.size() + kLineEnd.size(), notes.size()));
-        if (line.starts_with(kRestarted))
-            stretch.clear();
-        else
-            stretch += (stretch.empty() ? "" : std::string(kLineEnd)) + std::string(line);
-        longest = stretch.size() > longest.size() ? stretch : longest;
-    }
-    return longest;
-}
-
-static void HearBoxes(Hearing *hearing)
-{
-    for (const std::string &text : TakeMessages()) {
-        std::string notes = hearing->isVerbose ? text : NotesOfOneReading(text);
-        if (!notes.empty())
-            hearing->told.push_back(notes);
-    }
-}
+// ---- what the library says meanwhile ----
 
 static void WINAPI HearNote(void *context, const char *note)
 {
@@ -212,7 +184,8 @@ static DocumentFacts RunJob(const ConvertSettings &settings, const ConvertTask &
     job.fontRoom = DWORD(fonts.size());
     DWORD failure = ConvertDocument(&job);
     HideProgress();
-    HearBoxes(hearing);
+    for (const std::string &text : TakeMessages())
+        hearing->told.push_back(text);
     DocumentFacts facts = FactsOf(StatusOf(task, job, failure), "");
     facts.failure = failure;
     facts.format = NameFormat(job.format);

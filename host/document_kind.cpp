@@ -93,7 +93,7 @@ static KindRefusal LookAtFile(FILE *file, bool hasTextFont)
     struct stat status;
     char bytes[kHeadSize];
     if (fstat(fileno(file), &status) != 0 || !S_ISREG(status.st_mode))
-        return {"", false};
+        return {"is a pipe or a device; save it as a file first", false};
     std::string_view head(bytes, fread(bytes, 1, sizeof bytes, file));
     if (ferror(file))
         return {"it can't be read", false};

@@ -15,6 +15,6 @@ struct KindRefusal {
 // Of a file that begins so. Plain text is taken where its font is known.
 KindRefusal LookAtHead(std::string_view head, bool hasTextFont);
 
-// The same of the file itself, also when it can't be read. What isn't a plain file, a pipe for
-// instance, can be read only once and counts as a document.
+// The same of the file itself, also when it can't be read. A document is read more than once: what
+// isn't a plain file, a pipe for instance, is none.
 KindRefusal LookAtDocument(const std::string &path, bool hasTextFont);
