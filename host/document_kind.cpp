@@ -1,6 +1,6 @@
-// Kinds of files are a table of what they begin with. Nothing is parsed: XML is what begins with a
-// bracket, and of its declaration only the encoding is looked at, since the converter reads UTF-8
-// whatever it says.
+// Kinds of files are a table of what they begin with. Nothing is parsed: XML and HTML are what
+// begins with a bracket, and of an XML declaration only the encoding is looked at. What begins like
+// nothing that is known is plain text, or nothing at all where it has bytes that no text has.
 #include "document_kind.h"
 
 #include <algorithm>
@@ -9,6 +9,7 @@
 #include <cstring>
 #include <sys/stat.h>
 
+#include "old_document.h"
 #include "runtime.h"
 
 using namespace std::literals;
@@ -17,23 +18,28 @@ constexpr size_t kHeadSize = 1024;  // bytes that are looked at
 
 struct Kind {
     std::string_view beginning;  // in small letters
-    const char *what, *advice;
+    const char *why;             // empty: the library looks at it
+    bool isOther;
 };
 
-constexpr char kSaveAsXml[] = "; open it in a word processor and save it as \"Word 2003 XML\"";
-constexpr char kSaveAsUtf8[] = "; save it in UTF-8";
+constexpr char kUtf16[] = "is UTF-16; save it in UTF-8";
+constexpr char kPicture[] = "is a picture";
 
+// Of two beginnings the longer one comes first.
 constexpr Kind kKinds[] = {
-    {"pk\5\6"sv, "is an empty package", ""},
-    {"\xD0\xCF\x11\xE0"sv, "is a document of an older kind (.doc)", kSaveAsXml},
-    {"{\\rtf"sv, "is RTF", kSaveAsXml},
-    {"%pdf"sv, "is PDF", "; the document that it was made from may help"},
-    {"\xFF\xFE"sv, "is UTF-16", kSaveAsUtf8},
-    {"\xFE\xFF"sv, "is UTF-16", kSaveAsUtf8},
-    {"<\0"sv, "is UTF-16", kSaveAsUtf8},
-    {"\0<"sv, "is UTF-16", kSaveAsUtf8},
-    {"<!doctype html"sv, "is HTML", kSaveAsXml},
-    {"<html"sv, "is HTML", kSaveAsXml},
+    {"pk\3\4"sv, "", false},
+    {"pk\5\6"sv, "is an empty package", true},
+    {"{\\rtf"sv, "", false},
+    {"%pdf"sv, "is PDF; the document that it was made from may help", true},
+    {"\xFF\xFE<\0"sv, kUtf16, false},
+    {"\xFE\xFF\0<"sv, kUtf16, false},
+    {"<\0"sv, kUtf16, false},
+    {"\0<"sv, kUtf16, false},
+    {"\xFF\xFE"sv, kUtf16, true},
+    {"\xFE\xFF"sv, kUtf16, true},
+    {"\x89png"sv, kPicture, true},
+    {"\xFF\xD8\xFF"sv, kPicture, true},
+    {"gif8"sv, kPicture, true},
 };
 
 static std::string InSmallLetters(std::string_view text)
@@ -54,7 +60,16 @@ static std::string EncodingOf(std::string_view small)
     return close == small.npos ? "" : std::string(small.substr(open + 1, close - open - 1));
 }
 
-std::string WhyNoDocument(std::string_view head)
+static KindRefusal LookAtText(std::string_view text, bool hasTextFont)
+{
+    if (text.find('\0') != text.npos)
+        return {"is no document and no text", true};
+    if (!hasTextFont)
+        return {"is plain text; say its font: --font NAME", true};
+    return {"", false};
+}
+
+KindRefusal LookAtHead(std::string_view head, bool hasTextFont)
 {
     std::string whole = InSmallLetters(head);
     std::string_view small = whole;
@@ -63,31 +78,36 @@ std::string WhyNoDocument(std::string_view head)
     small.remove_prefix(std::min(small.find_first_not_of(" \t\r\n"), small.size()));
     for (const Kind &row : kKinds)
         if (small.starts_with(row.beginning))
-            return std::string(row.what) + row.advice;
+            return {row.why, row.isOther};
     if (small.empty())
-        return "is empty";
-    if (small.starts_with("pk\3\4"))
-        return "";
+        return {"is empty", true};
     if (small[0] != '<')
-        return "isn't XML; documents are \"Word 2003 XML\", and text is for \"orvel recode\"";
+        return LookAtText(small, hasTextFont);
     std::string encoding = EncodingOf(small);
     bool isUtf8 = encoding.empty() || encoding == "utf-8" || encoding == "us-ascii";
-    return isUtf8 ? "" : "is XML in " + encoding + kSaveAsUtf8;
+    return {isUtf8 ? "" : "is XML in " + encoding + "; save it in UTF-8", false};
 }
 
-std::string WhyNoDocumentIn(const std::string &path)
+static KindRefusal LookAtFile(FILE *file, bool hasTextFont)
+{
+    struct stat status;
+    char bytes[kHeadSize];
+    if (fstat(fileno(file), &status) != 0 || !S_ISREG(status.st_mode))
+        return {"is a pipe or a device; save it as a file first", false};
+    std::string_view head(bytes, fread(bytes, 1, sizeof bytes, file));
+    if (ferror(file))
+        return {"it can't be read", false};
+    return head.starts_with(kOldDocumentHead) ? LookAtOldDocument(file)
+                                              : LookAtHead(head, hasTextFont);
+}
+
+KindRefusal LookAtDocument(const std::string &path, bool hasTextFont)
 {
     errno = 0;
     FILE *file = OpenDocument(path.c_str());
     if (!file)
-        return errno ? strerror(errno) : "it can't be opened as a file";
-    struct stat status;
-    char head[kHeadSize];
-    bool isPlain = fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode);
-    size_t length = isPlain ? fread(head, 1, sizeof head, file) : 0;
-    bool failed = ferror(file);
+        return {errno ? strerror(errno) : "it can't be opened as a file", false};
+    KindRefusal refusal = LookAtFile(file, hasTextFont);
     fclose(file);
-    if (failed)
-        return "it can't be read";
-    return isPlain ? WhyNoDocument({head, length}) : "";
+    return refusal;
 }

@@ -1,14 +1,20 @@
-// What a file is, by its first bytes: the converter takes WordprocessingML 2003 alone, and whoever
-// gives it something else is told what that is. `orvel convert` asks before each conversion.
+// What a file is, by its first bytes. `orvel convert` asks before each conversion, and whoever
+// gives it something that it doesn't convert is told what that is and what to do. Which document it
+// is else, and whether it is one, is the library's to tell.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-// Why a file that begins so can't be converted, and what to do about it: words that follow its
-// name. Empty for XML in UTF-8, which the converter may try.
-std::string WhyNoDocument(std::string_view head);
+// What speaks against converting a file.
+struct KindRefusal {
+    std::string why;  // words that follow its name; empty: nothing does
+    bool isOther;     // it is no document: a folder of documents may well hold it
+};
 
-// The same of the file itself, also when it can't be read. What isn't a plain file, a pipe for
-// instance, can be read only once and counts as a document.
-std::string WhyNoDocumentIn(const std::string &path);
+// Of a file that begins so. Plain text is taken where its font is known.
+KindRefusal LookAtHead(std::string_view head, bool hasTextFont);
+
+// The same of the file itself, also when it can't be read. A document is read more than once: what
+// isn't a plain file, a pipe for instance, is none.
+KindRefusal LookAtDocument(const std::string &path, bool hasTextFont);

@@ -1,6 +1,6 @@
-// A bar on a terminal for long work: how much of a file is done. files.cpp and convert_command.cpp
-// tell it how far they are. Nothing shows where standard error is no terminal or where the work is
-// short, so that pipes and log files stay clean. One bar shows at a time.
+// A bar on a terminal for long work: how much of a file is done, or how many of many files. Nothing
+// shows where standard error is no terminal or where the work is short, so that pipes and log files
+// stay clean. One bar shows at a time.
 #pragma once
 
 #include <cstddef>
@@ -17,6 +17,9 @@ struct Progress {
 Progress StartProgress(int file, const std::string &name, bool writesOutput);
 void AddProgress(Progress *progress, size_t bytes);
 void ShowProgress(Progress *progress, int percent);
+
+// The work on many files: how many of them are done. For a terminal alone.
+void ShowCount(size_t done, size_t total);
 
 // Takes the bar away: at the end, and before a message. What comes next draws it again.
 void HideProgress();
