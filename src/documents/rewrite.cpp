@@ -9,6 +9,7 @@
 #include "documents/html.h"
 #include "documents/opendocument.h"
 #include "documents/package.h"
+#include "documents/rtf.h"
 #include "documents/sheet.h"
 #include "documents/word.h"
 
@@ -102,7 +103,7 @@ struct FormatRoad {
 constexpr FormatRoad kRoads[] = {
     {kWordXml2003, RewriteFile},      {kFlatOpc, RewriteFile}, {kDocx, RewritePackage},
     {kXlsx, RewritePackage},          {kPptx, RewritePackage}, {kOpenDocument, RewritePackage},
-    {kFlatOpenDocument, RewriteFile}, {kHtml, RewriteHtml},
+    {kFlatOpenDocument, RewriteFile}, {kHtml, RewriteHtml},    {kRtf, RewriteRtf},
 };
 
 bool RewriteDocument(Document *document, const RewriteFiles &files)
