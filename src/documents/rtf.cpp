@@ -21,7 +21,7 @@ enum RtfPlace : unsigned char {
     kInEntry     // a group in one, with another name of the font
 };
 
-enum RtfClass : unsigned char { kNoClass, kLowClass, kHighClass, kDoubleClass };
+enum RtfClass : unsigned char { kNoClass, kLowClass, kHighClass };
 
 struct RtfGroup {
     int low, high;  // numbers of the fonts of the document
@@ -212,8 +212,7 @@ static void SetFont(Rtf *rtf, int number)
         rtf->entryNumber = number;
         return;
     }
-    if (group->fontClass != kDoubleClass)
-        group->low = group->high = number;
+    group->low = group->high = number;
 }
 
 // Associated fonts are those of letters of another class, where one of its words stands in front.
@@ -231,7 +230,7 @@ struct ClassWord {
 };
 constexpr ClassWord kClassWords[] = {{"loch", kLowClass},
                                      {"hich", kHighClass},
-                                     {"dbch", kDoubleClass},
+                                     {"dbch", kNoClass},
                                      {"ltrch", kNoClass},
                                      {"rtlch", kNoClass}};
 
