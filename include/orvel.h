@@ -541,7 +541,8 @@ enum {
     kDetectText = 8,     /* tell hearNote of text that reads as legacy Lao in a font that isn't one,
                             and of text that doesn't in a font that is one */
     kApplyDetected = 16, /* and convert the first, and leave the second as it is */
-    kKeepFonts = 32      /* no font is a legacy one: only breaks change */
+    kKeepFonts = 32,     /* no font is a legacy one: only breaks change */
+    kWbrBreaks = 64      /* in HTML, <wbr> in place of U+200B */
 };
 
 /* A conversion with what ConvertFile leaves to the library. Null or 0 where nothing is wanted. The

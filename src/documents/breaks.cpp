@@ -60,8 +60,12 @@ static void RemakeUnits(Paragraph *paragraph, UnitStep step, const void *context
         for (; at < text->first; ++at)  // what stands between texts
             AppendUnit(result, units.data[at]);
         text->first = result->length;
-        for (; at < end; ++at)
-            text->hasChanged |= step(units, at, result, context);
+        for (; at < end; ++at) {
+            if (text->isVerbatim)
+                AppendUnit(result, units.data[at]);
+            else
+                text->hasChanged |= step(units, at, result, context);
+        }
         text->count = result->length - text->first;
     }
     paragraph->units = *result;

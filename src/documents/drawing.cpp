@@ -91,8 +91,6 @@ static bool OpenPlace(Walk *walk, Tag *tag)
 static std::string_view StyleOfPlace(const Walk *walk)
 {
     std::string_view type = walk->placeType;
-    if (!walk->hasPlace)
-        return "otherStyle";
     if (type == "title" || type == "ctrTitle")
         return "titleStyle";
     bool isSmall = type == "dt" || type == "ftr" || type == "sldNum" || type == "hdr";
@@ -127,7 +125,7 @@ static void KeepFont(Walk *walk, const PlaceName &name, int slot, int font)
 static void SetFontOfLevel(Walk *walk, int slot, int font)
 {
     constexpr std::string_view kStyles[] = {"p:titleStyle", "p:bodyStyle", "p:otherStyle",
-                                            "p:defaultTextStyle"};
+                                            "p:notesStyle", "p:defaultTextStyle"};
     int level = ElementAbove(walk, 2)->state.level;
     bool isRewriting = walk->document->isRewriting;
     if (IsInside(walk, 3, "a:lstStyle") && slot == kAscii)
@@ -257,20 +255,28 @@ static int FontInPart(Walk *walk, int part, const PlaceName &name)
     return FontOfStyle(styles, FindFontStyle(*styles, FamilyOfPart(part), name.text), kAscii);
 }
 
+// What a part says of the open shape's text.
+static int FontInPartAbove(Walk *walk, int part, int level)
+{
+    if (!walk->hasPlace)
+        return FontInPart(walk, part, NameOfPlace('s', "defaultTextStyle", level));
+    int font = kNoFont;
+    if (walk->placeNumber[0])
+        font = FontInPart(walk, part, NameOfPlace('i', walk->placeNumber, level));
+    const PlaceName names[] = {NameOfPlace('t', TypeInMaster(walk->placeType), level),
+                               NameOfPlace('s', StyleOfPlace(walk), level),
+                               NameOfPlace('s', "notesStyle", level)};
+    for (size_t i = 0; !font && i < std::size(names); ++i)
+        font = FontInPart(walk, part, names[i]);
+    return font;
+}
+
 // What the layout, the master and the presentation say, from the nearest on.
 static int FontOfPlace(Walk *walk, int level)
 {
-    std::string_view type = TypeInMaster(walk->placeType), style = StyleOfPlace(walk);
     int part = PartAbove(walk->document, walk->part), font = kNoFont;
     for (int steps = 0; !font && part >= 0 && steps < kMostSteps; ++steps) {
-        if (walk->hasPlace && walk->placeNumber[0])
-            font = FontInPart(walk, part, NameOfPlace('i', walk->placeNumber, level));
-        if (!font && walk->hasPlace)
-            font = FontInPart(walk, part, NameOfPlace('t', type, level));
-        if (!font)
-            font = FontInPart(walk, part, NameOfPlace('s', style, level));
-        if (!font)
-            font = FontInPart(walk, part, NameOfPlace('s', "defaultTextStyle", level));
+        font = FontInPartAbove(walk, part, level);
         part = PartAbove(walk->document, part);
     }
     return font;
@@ -314,6 +320,7 @@ static constexpr ElementRow kRows[] = {
     {"p:titleStyle"},
     {"p:bodyStyle"},
     {"p:otherStyle"},
+    {"p:notesStyle"},
     {"p:defaultTextStyle"},
     {"a:lstStyle"},
     {"a:lvl1pPr",           kPlain,     OpenLevel},

@@ -63,6 +63,7 @@ static int HoldText(Paragraph *paragraph, const TextForm *form, std::string_view
     text.length = raw.size();
     text.form = form;
     text.isApart = paragraph->isApart;
+    text.isVerbatim = paragraph->isVerbatim;
     paragraph->isApart = false;
     paragraph->isHolding = true;
     AppendBytes(&paragraph->held, raw);

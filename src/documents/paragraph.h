@@ -20,6 +20,7 @@ struct HeldText {
     const FontMapEntry *low, *high;  // how its characters are converted; null: not at all
     size_t first, count;             // its characters, in the paragraph's units
     bool isApart;                    // it doesn't go on with what stands in front of it
+    bool isVerbatim;                 // no breaks are wanted in it
     bool hasChanged;
 };
 
@@ -29,6 +30,7 @@ struct Paragraph {
     size_t count, room;
     bool isHolding;   // what comes now is held
     bool isApart;     // of the next text
+    bool isVerbatim;  // the same: no breaks are wanted in it
     bool hasChanged;  // some text of the part came out otherwise than it came
     Units units;      // the characters of all texts while the paragraph ends, a blank between
                       // those that stand apart

@@ -6,6 +6,7 @@
 
 #include "documents/drawing.h"
 #include "documents/format.h"
+#include "documents/html.h"
 #include "documents/opendocument.h"
 #include "documents/package.h"
 #include "documents/sheet.h"
@@ -53,14 +54,7 @@ bool WalkThrough(Walk *walk, FILE *output, uint64_t *size)
     return !document->report.error;
 }
 
-// The readings of a file.
-struct FileReader {
-    Document *document;
-    FILE *file;
-    uint64_t done, all;  // bytes, of both readings
-};
-
-static size_t ReadInput(void *context, char *buffer, size_t size)
+size_t ReadInput(void *context, char *buffer, size_t size)
 {
     FileReader *reader = static_cast<FileReader *>(context);
     if (!GoOn(reader->document, reader->done, reader->all))
@@ -108,7 +102,7 @@ struct FormatRoad {
 constexpr FormatRoad kRoads[] = {
     {kWordXml2003, RewriteFile},      {kFlatOpc, RewriteFile}, {kDocx, RewritePackage},
     {kXlsx, RewritePackage},          {kPptx, RewritePackage}, {kOpenDocument, RewritePackage},
-    {kFlatOpenDocument, RewriteFile},
+    {kFlatOpenDocument, RewriteFile}, {kHtml, RewriteHtml},
 };
 
 bool RewriteDocument(Document *document, const RewriteFiles &files)

@@ -22,6 +22,14 @@ bool RewriteDocument(Document *document, const RewriteFiles &files);
 // receives how many those are; null is taken.
 bool WalkThrough(Walk *walk, FILE *output, uint64_t *size);
 
+// The readings of a file, and a source of scanners that reads it.
+struct FileReader {
+    Document *document;
+    FILE *file;
+    uint64_t done, all;  // bytes, of all readings
+};
+size_t ReadInput(void *context, char *buffer, size_t size);
+
 // Called for each block that is read: tells the host how far the work is, and asks it whether to
 // stop. False to stop, with the failure reported. `all` is in bytes of all readings.
 bool GoOn(Document *document, uint64_t done, uint64_t all);

@@ -419,9 +419,22 @@ bool StepWalk(Walk *walk)
     return !failed || FailDocument(walk->document, kFailMemory);
 }
 
+// What was given out makes room for what comes.
+static void DropGiven(Walk *walk)
+{
+    Bytes *output = &walk->output;
+    size_t left = output->length - walk->given;
+    if (left && walk->given)
+        memmove(output->data, output->data + walk->given, left);
+    output->length = left;
+    walk->given = 0;
+}
+
 size_t ReadWalk(Walk *walk, char *buffer, size_t size)
 {
     Bytes *output = &walk->output;
+    if (output->length - walk->given < size)
+        DropGiven(walk);
     while (output->length - walk->given < size && StepWalk(walk)) {
     }
     if (walk->document->report.error)
@@ -430,7 +443,5 @@ size_t ReadWalk(Walk *walk, char *buffer, size_t size)
     if (count)
         memcpy(buffer, output->data + walk->given, count);
     walk->given += count;
-    if (walk->given == output->length)
-        walk->given = output->length = 0;
     return count;
 }

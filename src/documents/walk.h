@@ -31,8 +31,9 @@ struct TextState {
     uint8_t level;   // of a paragraph in a list, from 0
     bool isComplex;  // the run is in complex script
     bool prefersEastAsian;
-    bool isRenamed;  // the font that is described here has another name now
-    bool isDropped;  // what stands here doesn't go out
+    bool isInParagraph;  // with no table in between
+    bool isRenamed;      // the font that is described here has another name now
+    bool isDropped;      // what stands here doesn't go out
 };
 
 typedef bool (*TagWork)(Walk *walk, Tag *tag);

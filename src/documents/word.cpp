@@ -306,17 +306,22 @@ static bool OpenRun(Walk *walk, Tag *)
     return true;
 }
 
+// A paragraph in another one, of a note or a text box, isn't in the table that that one is in.
 static bool OpenParagraph(Walk *walk, Tag *)
 {
     TextState *state = StateOf(walk);
     ClearRun(state);
     state->paragraphStyle = kNoFontStyle;
+    if (state->isInParagraph)
+        state->tableStyle = kNoFontStyle;
+    state->isInParagraph = true;
     return true;
 }
 
 static bool OpenTable(Walk *walk, Tag *)
 {
     StateOf(walk)->tableStyle = kNoFontStyle;
+    StateOf(walk)->isInParagraph = false;
     return true;
 }
 
@@ -410,29 +415,46 @@ static bool OpenBody(Walk *walk, Tag *)
     return true;
 }
 
-// ---- a sign by its number in a font ----
+// ---- signs that are elements ----
 
-// As text it is the same sign, and can be converted like any other.
+// As text such a sign is the same, and can be converted like any other: it stands in a w:t in place
+// of the element that is called `name`.
+static void PutAsText(Walk *walk, const Tag *tag, const char *name, std::string_view reference,
+                      FontPair fonts)
+{
+    char text[64];
+    std::string_view prefix = tag->raw.substr(1, tag->raw.find(name) - 1);
+    int length = snprintf(text, sizeof text, "/%.*st>",
+                          int(prefix.size() < 40 ? prefix.size() : 40), prefix.data());
+    PutChanged(walk, "<");
+    PutChanged(walk, {text + 1, size_t(length) - 1});
+    PutTextHere(walk, &kXmlText, reference, fonts);
+    PutChanged(walk, "<");
+    PutChanged(walk, {text, size_t(length)});
+    StateOf(walk)->isDropped = true;
+}
+
+// A sign by its number in a font.
 static bool OpenSymbol(Walk *walk, Tag *tag)
 {
     FontNames *fonts = &walk->document->fonts;
     std::string_view digits = ValueOf(walk, tag, "w:char");
     int font = FontNumber(fonts, ValueOf(walk, tag, "w:font"));
+    char reference[16];
     if (!LegacyFont(*fonts, font) || !walk->document->isRewriting || digits.empty() ||
         digits.size() > 4)
         return true;
-    std::string_view prefix = tag->raw.substr(1, tag->raw.find("sym") - 1);
-    char text[64];
-    int length = snprintf(text, sizeof text, "<%.*st>",
-                          int(prefix.size() < 40 ? prefix.size() : 40), prefix.data());
-    PutChanged(walk, {text, size_t(length)});
-    char reference[16];
     snprintf(reference, sizeof reference, "&#x%.*s;", int(digits.size()), digits.data());
-    PutTextHere(walk, &kXmlText, reference, {font, font});
-    text[0] = '/';
-    PutChanged(walk, "<");
-    PutChanged(walk, {text, size_t(length)});
-    StateOf(walk)->isDropped = true;
+    PutAsText(walk, tag, "sym", reference, {font, font});
+    return true;
+}
+
+// A word processor takes the byte of a letter for the hyphen that code page 1252 has there.
+static bool OpenSoftHyphen(Walk *walk, Tag *tag)
+{
+    FontPair fonts = FontsOfRun(walk);
+    if (LegacyFont(walk->document->fonts, fonts.high) && walk->document->isRewriting)
+        PutAsText(walk, tag, "softHyphen", "&#xAD;", fonts);
     return true;
 }
 
@@ -457,7 +479,6 @@ static constexpr ElementRow kRows[] = {
     {"w:r",                 kPlain,     OpenRun},
     {"m:r",                 kPlain,     OpenRun},
     {"w:tbl",               kParagraph, OpenTable},
-    {"w:txbxContent",       kParagraph, OpenTable},
     {"w:pPr"},
     {"w:rPr"},
     {"w:pStyle",            kPlain,     OpenParagraphStyle},
@@ -469,6 +490,7 @@ static constexpr ElementRow kRows[] = {
     {"w:delText",           kPlain,     nullptr,   nullptr, FontsOfRun},
     {"m:t",                 kPlain,     nullptr,   nullptr, FontsOfRun},
     {"w:sym",               kPlain,     OpenSymbol},
+    {"w:softHyphen",        kPlain,     OpenSoftHyphen},
     {"w:lvl",               kParagraph, OpenLevel, CloseLevel},
     {"w:lvlText",           kPlain,     OpenLevelText},
     // Text in front of these and behind them doesn't go on in one word.

@@ -61,7 +61,8 @@ def xml_parts(path):
         return {name: archive.read(name) for name in archive.namelist() if name.endswith('.xml') and not name.endswith('sharedStrings.xml')}
 
 
-TEXT_TAGS = {'r', 'rPr', 't', 'delText', 'sym', 'span'}
+TEXT_TAGS = {'r', 'rPr', 't', 'delText', 'sym', 'softHyphen', 'span'}
+ADDED_TAGS = {'cs'}  # fonts of Lao letters in drawings
 FONT_ATTRIBUTES = {'ascii', 'hAnsi', 'h-ansi', 'cs', 'eastAsia', 'fareast', 'typeface', 'font-family', 'font-family-complex'}
 NAMED_FONTS = {('font', 'name'), ('font', 'val'), ('rFont', 'val'), ('name', 'val'), ('sym', 'font')}
 REPLACEMENTS = set(SMALL.values())
@@ -73,7 +74,7 @@ def form_of(data):
 
     def walk(element):
         name = local(element)
-        if name not in TEXT_TAGS:
+        if name not in TEXT_TAGS | ADDED_TAGS:
             elements.append(name)
         if name == 'rFonts' and element.attrib.keys() and any(value(element, key) in REPLACEMENTS for key in ('hAnsi', 'h-ansi')):
             complex_fonts.append((value(element, 'hAnsi') or value(element, 'h-ansi'), value(element, 'cs')))

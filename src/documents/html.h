@@ -1,0 +1,6 @@
+// HTML pages, above all those of the years in which fonts were named by <font>.
+#pragma once
+
+#include "documents/rewrite.h"
+
+bool RewriteHtml(Document *document, const RewriteFiles &files);
