@@ -112,7 +112,8 @@ bool SendToChild(const ChildProcess &child, const char *bytes, size_t size)
 
 void EndChild(ChildProcess *child)
 {
-    for (int file : {child->input, child->output})
+    const int ends[] = {child->input, child->output};
+    for (int file : ends)
         if (file >= 0)
             _close(file);
     HANDLE process = reinterpret_cast<HANDLE>(child->process);
