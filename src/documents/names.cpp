@@ -10,23 +10,23 @@ struct Namespace {
 
 // The two addresses of each Office namespace are those of the two editions of the standard.
 #define OFFICE "http://schemas.openxmlformats.org/"
-#define STRICT "http://purl.oclc.org/ooxml/"
+#define STRICT_OFFICE "http://purl.oclc.org/ooxml/"
 #define OPEN "urn:oasis:names:tc:opendocument:xmlns:"
 constexpr Namespace kNamespaces[] = {
     {"w", OFFICE "wordprocessingml/2006/main"},
-    {"w", STRICT "wordprocessingml/main"},
+    {"w", STRICT_OFFICE "wordprocessingml/main"},
     {"w", "http://schemas.microsoft.com/office/word/2003/wordml"},
     {"wx", "http://schemas.microsoft.com/office/word/2003/auxHint"},
     {"a", OFFICE "drawingml/2006/main"},
-    {"a", STRICT "drawingml/main"},
+    {"a", STRICT_OFFICE "drawingml/main"},
     {"p", OFFICE "presentationml/2006/main"},
-    {"p", STRICT "presentationml/main"},
+    {"p", STRICT_OFFICE "presentationml/main"},
     {"x", OFFICE "spreadsheetml/2006/main"},
-    {"x", STRICT "spreadsheetml/main"},
+    {"x", STRICT_OFFICE "spreadsheetml/main"},
     {"r", OFFICE "officeDocument/2006/relationships"},
-    {"r", STRICT "officeDocument/relationships"},
+    {"r", STRICT_OFFICE "officeDocument/relationships"},
     {"m", OFFICE "officeDocument/2006/math"},
-    {"m", STRICT "officeDocument/math"},
+    {"m", STRICT_OFFICE "officeDocument/math"},
     {"rel", OFFICE "package/2006/relationships"},
     {"ct", OFFICE "package/2006/content-types"},
     {"pkg", "http://schemas.microsoft.com/office/2006/xmlPackage"},
@@ -44,7 +44,7 @@ constexpr Namespace kNamespaces[] = {
     {"dc", "http://purl.org/dc/elements/1.1/"},
 };
 #undef OFFICE
-#undef STRICT
+#undef STRICT_OFFICE
 #undef OPEN
 
 void FreePrefixes(Prefixes *prefixes)

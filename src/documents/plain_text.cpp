@@ -69,22 +69,25 @@ static void ReadByteField(std::string_view raw, Units *units)
     ReadField(kByteText, raw, units);
 }
 
+static bool NeedsQuotes(const WCHAR *units, size_t count)
+{
+    constexpr std::string_view kSigns = "\",;\t\r\n";
+    for (size_t i = 0; i < count; ++i)
+        if (units[i] < 0x80 && kSigns.find(char(units[i])) != kSigns.npos)
+            return true;
+    return false;
+}
+
 static void WriteField(const WCHAR *units, size_t count, Bytes *bytes)
 {
-    std::u16string_view text(units, count);
-    if (text.find_first_of(u"\",;\t\r\n") == text.npos) {
-        kPlainUtf8.write(units, count, bytes);
-        return;
+    std::string_view quote = NeedsQuotes(units, count) ? "\"" : "";
+    AppendBytes(bytes, quote);
+    for (size_t i = 0; i < count;) {
+        if (units[i] == '"')
+            AppendBytes(bytes, quote);
+        i += WriteUtf8(units + i, count - i, bytes);
     }
-    AppendBytes(bytes, "\"");
-    for (size_t at = 0; at < count;) {
-        size_t quote = text.find(u'"', at);
-        size_t end = quote == text.npos ? count : quote + 1;
-        kPlainUtf8.write(units + at, end - at, bytes);
-        AppendBytes(bytes, quote == text.npos ? "" : "\"");
-        at = end;
-    }
-    AppendBytes(bytes, "\"");
+    AppendBytes(bytes, quote);
 }
 
 static constexpr TextForm kUtf8Field = {ReadUtf8Field, WriteField};
