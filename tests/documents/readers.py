@@ -114,6 +114,10 @@ def walk_open(element, paragraphs, text):
             inner = paragraphs.begin()
             inner.append(child.text or '')
             walk_open(child, paragraphs, inner)
+        elif name == 'deletion':
+            first = len(paragraphs.texts)
+            walk_open(child, paragraphs, None)
+            paragraphs.texts[first:] = [[deleted(''.join(inner))] for inner in paragraphs.texts[first:]]
         elif name in ('creator', 'date', 'date-string', 'note-citation', 'binary-data'):
             pass
         elif name == 's':
