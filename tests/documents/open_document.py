@@ -159,8 +159,10 @@ class OpenDocument:
         """place: the font of a cell or a shape, for paragraphs without a style."""
         style = style or (self.source.choose('Standard', 'P1', 'P2', 'P3', 'P4', 'Deep') if not place else None)
         base = place or self.font_of('paragraph', style) or self.default
-        content = joined(getattr(self, self.source.choose(*self.contents))(base, depth) for _ in range(self.source.random.randint(1, 3)))
-        if self.source.often(0.7):
+        only_one = self.is_plain and self.kind == 'spreadsheet'  # the font of the first of several pieces gets lost there
+        pieces = 1 if only_one else self.source.random.randint(1, 3)
+        content = joined(getattr(self, self.source.choose(*self.contents))(base, depth) for _ in range(pieces))
+        if self.source.often(0.7) and not only_one:
             content += self.words(base)
         named = f' text:style-name="{style}"' if style else ''
         level = ' text:outline-level="1"' if tag == 'h' else ''

@@ -40,6 +40,8 @@ def walk_office(element, paragraphs, text, inside):
             paragraphs.begin().append(value(child, 'val'))
         elif name in ('t', 'instrText', 'delText'):
             content = child.text or ''
+            if 'wordprocessingml' in child.tag and value(child, 'space') != 'preserve':  # that is how word processors read it
+                content = content.strip(' \t\r\n')
             text.append({'t': str, 'instrText': field, 'delText': deleted}[name](content))
         elif name == 'sym':
             text.append(chr(int(value(child, 'char'), 16)))
