@@ -1,6 +1,6 @@
 """OpenDocument: texts, spreadsheets and presentations, packed (.odt, .ods, .odp) and as one file (.fodt …)."""
 from legacy_fonts import byte_of, shown
-from pieces import FONT_OF_TODAY, Piece, escape, joined, package, picture
+from pieces import FONT_OF_TODAY, Piece, deleted, escape, joined, package, picture
 
 OASIS = 'urn:oasis:names:tc:opendocument:xmlns:'
 SPACES = ''.join(f' xmlns:{n}="{OASIS}{u}:1.0"' for n, u in (
@@ -17,7 +17,7 @@ class OpenDocument:
     def __init__(self, source, kind, flat, contents=CONTENTS):
         self.source, self.kind, self.flat = source, kind, flat
         self.contents = [c for c in contents if kind == 'text' or c not in OF_TEXTS]
-        self.faces, self.count, self.formulas = {}, 0, True
+        self.faces, self.count, self.is_plain = {}, 0, False
         font, often = source.font, source.often
         # (family, name): base, font
         self.named = {
@@ -87,7 +87,7 @@ class OpenDocument:
 
     def style(self):
         """A character style and its font, None for that of the place."""
-        name = self.source.choose('T1', 'T2', 'T3', 'T4', 'T5', 'Emphasis', 'Strong', 'LatinWords', 'Bold')
+        name = self.source.choose('T1', 'T2', 'T3', 'T5', *(() if self.is_plain else ('T4', 'Emphasis', 'Strong', 'LatinWords', 'Bold')))
         return name, self.font_of('text', name)
 
     def span(self, base, depth, inside=None):
@@ -137,7 +137,7 @@ class OpenDocument:
             return self.plain(base, depth)
         self.count += 1
         kind = self.source.choose('footnote', 'endnote')
-        return joined(self.paragraph('Footnote', 1) for _ in range(self.source.random.randint(1, 2))).within(
+        return joined(self.paragraph('Footnote', 1) for _ in range(1 if self.is_plain else self.source.random.randint(1, 2))).within(
             f'<text:note text:id="n{self.count}" text:note-class="{kind}"><text:note-citation>{self.count}</text:note-citation><text:note-body>',
             '</text:note-body></text:note>')
 
@@ -159,8 +159,10 @@ class OpenDocument:
         """place: the font of a cell or a shape, for paragraphs without a style."""
         style = style or (self.source.choose('Standard', 'P1', 'P2', 'P3', 'P4', 'Deep') if not place else None)
         base = place or self.font_of('paragraph', style) or self.default
-        content = joined(getattr(self, self.source.choose(*self.contents))(base, depth) for _ in range(self.source.random.randint(1, 3)))
-        if self.source.often(0.7):
+        only_one = self.is_plain and self.kind == 'spreadsheet'  # the font of the first of several pieces gets lost there
+        pieces = 1 if only_one else self.source.random.randint(1, 3)
+        content = joined(getattr(self, self.source.choose(*self.contents))(base, depth) for _ in range(pieces))
+        if self.source.often(0.7) and not only_one:
             content += self.words(base)
         named = f' text:style-name="{style}"' if style else ''
         level = ' text:outline-level="1"' if tag == 'h' else ''
@@ -183,6 +185,7 @@ class OpenDocument:
         gone = self.paragraph('P1', 2).within(f'<text:changed-region text:id="c1"><text:deletion>{info}',
                                               f'</text:deletion></text:changed-region><text:changed-region text:id="c2"><text:insertion>{info}'
                                               '</text:insertion></text:changed-region>')
+        gone.inner = [tuple(map(deleted, texts)) for texts in gone.inner]
         return gone.within('<text:tracked-changes>', '</text:tracked-changes>') + body + self.list() + self.table() + self.paragraph()
 
     def spreadsheet_body(self):
@@ -194,7 +197,7 @@ class OpenDocument:
                 style = self.source.choose('', '', 'ce1', 'ce2', 'ce3', 'Good', 'Default')
                 named = f' table:style-name="{style}"' if style else ''
                 place = self.font_of('table-cell', style or column)
-                formula = self.source.choose('', '', ' table:formula="of:=[.A1]"') if self.formulas else ''
+                formula = self.source.choose('', '', ' table:formula="of:=[.A1]"') if not self.is_plain else ''
                 cells += self.paragraph(place=place).within(f'<table:table-cell{named}{formula} office:value-type="string">', '</table:table-cell>')
             rows += cells.within('<table:table-row>', '</table:table-row>\n')
         heads = ''.join(f'<table:table-column table:default-cell-style-name="{column}"/>' for column in columns)
@@ -205,7 +208,8 @@ class OpenDocument:
         for kind, name in (('graphic', 'gr1'), ('presentation', 'pr1'), ('graphic', 'gr1')):
             attribute = 'draw:style-name' if kind == 'graphic' else 'presentation:style-name'
             place = self.font_of(kind, name)
-            shapes += joined(self.paragraph(None, 2, place) for _ in range(2)).within(
+            style, place = ('P1', None) if self.is_plain else (None, place)  # shapes' own fonts get lost there
+            shapes += joined(self.paragraph(style, 2, place) for _ in range(2)).within(
                 f'<draw:frame {attribute}="{name}" svg:width="9cm" svg:height="9cm"><draw:text-box>', '</draw:text-box></draw:frame>')
         return shapes.within('<draw:page draw:name="p1" draw:master-page-name="Standard">', '</draw:page>')
 
@@ -237,6 +241,7 @@ class OpenDocument:
                               '</office:automatic-styles>', '</office:document-content>')
         names = ('content.xml', 'styles.xml', 'meta.xml')
         rows = ''.join(f'<manifest:file-entry manifest:full-path="{name}" manifest:media-type="text/xml"/>' for name in names)
+        rows += '<manifest:file-entry manifest:full-path="Pictures/a.png" manifest:media-type="image/png"/>'
         manifest = (f'{head}<manifest:manifest xmlns:manifest="{OASIS}manifest:1.0" manifest:version="1.2"><manifest:file-entry '
                     f'manifest:full-path="/" manifest:media-type="{MIME}{self.kind}"/>{rows}</manifest:manifest>')
         meta = f'{head}<office:document-meta{SPACES} office:version="1.2"><office:meta/></office:document-meta>'

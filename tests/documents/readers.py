@@ -40,6 +40,8 @@ def walk_office(element, paragraphs, text, inside):
             paragraphs.begin().append(value(child, 'val'))
         elif name in ('t', 'instrText', 'delText'):
             content = child.text or ''
+            if 'wordprocessingml' in child.tag and value(child, 'space') != 'preserve':  # that is how word processors read it
+                content = content.strip(' \t\r\n')
             text.append({'t': str, 'instrText': field, 'delText': deleted}[name](content))
         elif name == 'sym':
             text.append(chr(int(value(child, 'char'), 16)))
@@ -114,6 +116,10 @@ def walk_open(element, paragraphs, text):
             inner = paragraphs.begin()
             inner.append(child.text or '')
             walk_open(child, paragraphs, inner)
+        elif name == 'deletion':
+            first = len(paragraphs.texts)
+            walk_open(child, paragraphs, None)
+            paragraphs.texts[first:] = [[deleted(''.join(inner))] for inner in paragraphs.texts[first:]]
         elif name in ('creator', 'date', 'date-string', 'note-citation', 'binary-data'):
             pass
         elif name == 's':

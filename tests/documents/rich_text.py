@@ -1,6 +1,6 @@
 """RTF as word processors write it: a table of fonts, switches in nested groups, bytes and \\u with what stands in for it."""
 from legacy_fonts import FONTS, byte_of, shown
-from pieces import Piece, deleted, field, joined
+from pieces import Piece, deleted, field, joined, picture
 
 WORDS = {'‘': '\\lquote ', '’': '\\rquote ', '“': '\\ldblquote ', '”': '\\rdblquote ', '–': '\\endash ', '—': '\\emdash ', '•': '\\bullet ',
          '\xa0': '\\~', '\xad': '\\-'}
@@ -145,7 +145,7 @@ class RichText:
         styles = f'{{\\stylesheet{{\\s0{self.switch(self.fonts[0])}Normal;}}{{\\s1\\sbasedon0{self.switch(self.source.font())}heading 1;}}{{\\*\\cs10 \\additive{self.switch(self.source.font())}Emphasis;}}}}'
         text = (f'{{\\rtf1\\ansi\\ansicpg1252\\deff{self.first}{"" if self.uc == 1 else chr(92) + "uc" + str(self.uc)}{self.font_table()}{{\\colortbl;\\red0\\green0\\blue0;}}\r\n{styles}'
                 f'{{\\*\\generator T;}}{{\\info{{\\title A}}}}\\paperw11906{{\\header {head.markup}}}{body.markup}'
-                f'{{\\pict\\pngblip\\picw1\\pich1 89504e47}}}}')
+                f'{{\\pict\\pngblip\\picw1\\pich1 {picture().hex()}}}}}')
         return text.encode('ascii'), {'main': body, 'inner': self.inner}
 
 

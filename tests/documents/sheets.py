@@ -125,7 +125,9 @@ def make_xlsx(source):
              'xl/sharedStrings.xml': 'sharedStrings', 'xl/styles.xml': 'styles', 'xl/comments1.xml': 'comments'}
     types = {name: f'{MIME}spreadsheetml.{kind}+xml' for name, kind in kinds.items()}
     types['xl/drawings/drawing1.xml'] = MIME + 'drawing+xml'
-    parts = {'[Content_Types].xml': content_types(types), '_rels/.rels': relations([('r1', 'officeDocument', 'xl/workbook.xml')]),
+    parts = {'[Content_Types].xml': content_types(types), '_rels/.rels': relations([('r1', 'officeDocument', 'xl/workbook.xml'), ('r2', 'extended-properties', 'docProps/app.xml')]),
+             'docProps/app.xml': f'{HEAD}<Properties xmlns="http://schemas.openxmlformats.org/officeDocument/2006/extended-properties">'
+             '<Application>Microsoft Excel</Application></Properties>',
              'xl/workbook.xml': f'{HEAD}<workbook xmlns="{SPACE}" xmlns:r="{RELATIONS}"><sheets><sheet name="S1" sheetId="1" r:id="r1"/>'
              '<sheet name="S2" sheetId="2" r:id="r2"/></sheets></workbook>',
              'xl/_rels/workbook.xml.rels': relations([('r1', 'worksheet', 'worksheets/sheet1.xml'), ('r2', 'worksheet', 'worksheets/sheet2.xml'),

@@ -26,7 +26,7 @@ class Word:
         self.source, self.flavour, self.contents = source, flavour, contents
         self.is2003 = flavour == '2003'
         self.parts = {name: Piece() for name in ('document', 'footnotes', 'endnotes', 'comments', 'header1', 'footer1', 'numbering')}
-        self.ids = 1
+        self.ids, self.in_table = 1, False
         self.themed = source.choose(source.font(), 'Calibri')
         self.make_styles()
 
@@ -208,17 +208,17 @@ class Word:
         if depth:
             return self.inherit(base, depth)
         self.ids += 1
-        body = joined(self.paragraph(style='NoteText', depth=1) for _ in range(self.source.random.randint(1, 2)))
+        body = joined(self.paragraph(style='NoteText', depth=2) for _ in range(self.source.random.randint(1, 2)))
         if self.is2003:
             return self.run(body.within(f'<w:{kind}>', f'</w:{kind}>'))
         self.parts[kind + 's'] += body.within(f'<w:{kind} w:id="{self.ids}">', f'</w:{kind}>')
         return self.run(Piece(f'<w:{kind}Reference w:id="{self.ids}"/>'))
 
     def comment(self, base, depth):
-        if depth:
+        if depth or self.in_table:  # LibreOffice ends where a cell has one
             return self.direct(base, depth)
         self.ids += 1
-        body = self.paragraph(style='NoteText', depth=1)
+        body = self.paragraph(style='NoteText', depth=2)
         if self.is2003:
             body = body.within('<aml:content>', '</aml:content>')
             return self.run(body.within(f'<aml:annotation aml:id="{self.ids}" w:type="Word.Comment" aml:author="a" w:initials="a">',
@@ -259,11 +259,12 @@ class Word:
     def table(self, depth=0):
         style = self.source.choose('Grid', 'GridChild', 'TableNormal')
         cell = lambda: self.paragraph(style=self.source.choose('Normal', 'Own'), table=style)  # noqa: E731
-        rows = Piece()
+        rows, self.in_table = Piece(), True
         for _ in range(2):
             cells = cell().within('<w:tc>', '</w:tc>')
             cells += (cell() + (self.table(1) if not depth else Piece()) + cell()).within('<w:tc><w:tcPr/>', '</w:tc>')
             rows += cells.within('<w:tr>', '</w:tr>')
+        self.in_table = depth > 0
         return rows.within(f'<w:tbl><w:tblPr><w:tblStyle w:val="{style}"/></w:tblPr>', '</w:tbl>\n')
 
     def level(self, number):
