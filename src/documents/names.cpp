@@ -2,7 +2,6 @@
 #include "documents/names.h"
 
 #include <cstdlib>
-#include <cstring>
 
 struct Namespace {
     std::string_view known, address;
@@ -78,7 +77,7 @@ static bool Declare(Prefixes *prefixes, const Attribute &attribute, size_t depth
     if (!GrowArray(&bindings, &prefixes->room, prefixes->count + 1, sizeof binding))
         return false;
     prefixes->bindings = static_cast<PrefixBinding *>(bindings);
-    memcpy(binding.prefix, prefix.data(), prefix.size());
+    prefix.copy(binding.prefix, prefix.size());
     prefixes->bindings[prefixes->count++] = binding;
     ForgetFound(prefixes);
     return true;
@@ -131,7 +130,7 @@ static KnownName Resolve(Prefixes *prefixes, std::string_view prefix, std::strin
         return {prefix, local};
     const PrefixBinding *binding = FindBinding(prefixes, prefix);
     *found = {{}, {}, true};
-    memcpy(found->prefix, prefix.data(), prefix.size());
+    prefix.copy(found->prefix, prefix.size());
     if (binding)
         found->known = binding->known.empty() ? std::string_view("?") : binding->known;
     return {found->known.empty() ? prefix : found->known, local};

@@ -28,7 +28,7 @@ void FreeParagraph(Paragraph *paragraph)
 
 // ---- taking text and markup ----
 
-static bool NeedsWork(const Document *document, FontPair fonts)
+bool NeedsWork(const Document *document, FontPair fonts)
 {
     constexpr DWORD kForAllText = kWriteBreaks | kTakeBreaks | kDetectText;
     return (document->job->flags & kForAllText) || LegacyFont(document->fonts, fonts.low) ||
@@ -65,6 +65,8 @@ static int HoldText(Paragraph *paragraph, const TextForm *form, std::string_view
     text.form = form;
     text.isApart = paragraph->isApart;
     text.isVerbatim = paragraph->isVerbatim;
+    text.space = paragraph->space;
+    paragraph->space = 0;
     paragraph->isApart = false;
     paragraph->isHolding = true;
     AppendBytes(&paragraph->held, raw);
@@ -220,6 +222,12 @@ static void JoinTexts(Paragraph *paragraph)
 
 // ---- writing ----
 
+static bool HasBlankEnd(std::string_view text)
+{
+    return !text.empty() && (text.front() == ' ' || text.back() == ' ');
+}
+
+// The element of a text that has got a blank at an end says that it counts.
 static void WriteTexts(Paragraph *paragraph, Bytes *output)
 {
     std::string_view held = TextOf(paragraph->held);
@@ -228,12 +236,19 @@ static void WriteTexts(Paragraph *paragraph, Bytes *output)
         const HeldText &text = paragraph->texts[i];
         if (!text.hasChanged)
             continue;
+        const WCHAR *units = paragraph->units.data + text.first;
+        std::string_view raw = held.substr(text.start, text.length);
+        bool hasBlank = text.count && (units[0] == ' ' || units[text.count - 1] == ' ');
+        if (text.space && hasBlank && !HasBlankEnd(raw)) {
+            AppendBytes(output, held.substr(written, text.space - written));
+            AppendBytes(output, " xml:space=\"preserve\"");
+            written = text.space;
+        }
         AppendBytes(output, held.substr(written, text.start - written));
         size_t start = output->length;
-        text.form->write(paragraph->units.data + text.first, text.count, output);
+        text.form->write(units, text.count, output);
         written = text.start + text.length;
-        paragraph->hasChanged |=
-            TextOf(*output).substr(start) != held.substr(text.start, text.length);
+        paragraph->hasChanged |= TextOf(*output).substr(start) != raw;
     }
     AppendBytes(output, held.substr(written));
 }

@@ -19,8 +19,10 @@ struct HeldText {
     FontPair fonts;
     const FontMapEntry *low, *high;  // how its characters are converted; null: not at all
     size_t first, count;             // its characters, in the paragraph's units
-    bool isApart;                    // it doesn't go on with what stands in front of it
-    bool isVerbatim;                 // no breaks are wanted in it
+    size_t space;     // where its element could say that blanks at its ends count, in
+                      // the held bytes; 0: nowhere
+    bool isApart;     // it doesn't go on with what stands in front of it
+    bool isVerbatim;  // no breaks are wanted in it
     bool hasChanged;
 };
 
@@ -30,6 +32,7 @@ struct Paragraph {
     size_t count, room;
     bool isHolding;   // what comes now is held
     bool isApart;     // of the next text
+    size_t space;     // the same
     bool isVerbatim;  // the same: no breaks are wanted in it
     bool hasChanged;  // some text of the part came out otherwise than it came
     Units units;      // the characters of all texts while the paragraph ends, a blank between
@@ -58,6 +61,15 @@ void PutMarkup(Paragraph *paragraph, std::string_view raw, Bytes *output);
 inline void SetApart(Paragraph *paragraph)
 {
     paragraph->isApart = true;
+}
+
+// Whether text in these fonts is held.
+bool NeedsWork(const Document *document, FontPair fonts);
+
+// What comes from here on is held.
+inline void HoldAll(Paragraph *paragraph)
+{
+    paragraph->isHolding = true;
 }
 
 // Does what is to be done and writes all that is held. False without memory.

@@ -203,6 +203,14 @@ static bool GiveMarkup(Scanner *scanner, Piece *piece)
     return !piece->name.empty() || scanner->isHtml || FailAt(scanner, kFailTagName);
 }
 
+// By its mark, or by the half of the first bracket that is 0.
+static bool IsUtf16(std::string_view text)
+{
+    using namespace std::literals;
+    return text.starts_with("\xFE\xFF") || text.starts_with("\xFF\xFE") ||
+           text.starts_with("<\0"sv) || text.starts_with("\0<"sv);
+}
+
 bool NextPiece(Scanner *scanner, Piece *piece)
 {
     piece->name = {};
@@ -212,6 +220,8 @@ bool NextPiece(Scanner *scanner, Piece *piece)
     std::string_view text = Window(scanner);
     if (text.empty())
         return Give(scanner, piece, kEndPiece, 0);
+    if (scanner->position == 0 && IsUtf16(text))
+        return FailAt(scanner, kFailEncoding);
     if (text[0] != '<')
         return GiveText(scanner, piece, 0);
     return IsTextOfHtml(scanner, text) ? GiveText(scanner, piece, 1) : GiveMarkup(scanner, piece);

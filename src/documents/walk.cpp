@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "frame/strings.h"
+
 constexpr size_t kMostDepth = 20000;  // elements in one another; documents have some dozens
 
 // ---- elements by name ----
@@ -153,7 +155,7 @@ static TagEdit *AddEdit(Walk *walk, size_t start, size_t end)
     int at = walk->editCount++;
     for (; at > 0 && walk->edits[at - 1].start > start; --at)
         walk->edits[at] = walk->edits[at - 1];
-    walk->edits[at] = {start, end, walk->editTexts.length, 0, nullptr, {}, nullptr};
+    walk->edits[at] = {start, end, walk->editTexts.length, 0, nullptr, {}, false, nullptr};
     return &walk->edits[at];
 }
 
@@ -204,6 +206,14 @@ void AddAttribute(Walk *walk, const Tag *tag, std::string_view local, std::strin
     AppendValue(bytes, text);
     AppendBytes(bytes, "\"");
     edit->textLength = bytes->length - edit->text;
+}
+
+void MarkSpace(Walk *walk, const Tag *tag)
+{
+    Attribute attribute;
+    size_t end = tag->raw.size() - 1;
+    if (!tag->isEmpty && HasRoomForEdit(walk) && !FindAttribute(walk, tag, "xml:space", &attribute))
+        AddEdit(walk, end, end)->isSpace = true;
 }
 
 static void AddTextEdit(Walk *walk, const Attribute &attribute, const TextForm *form,
@@ -284,6 +294,10 @@ void PutTextHere(Walk *walk, const TextForm *form, std::string_view raw, FontPai
 
 static void PutEdit(Walk *walk, const Tag &tag, const TagEdit &edit)
 {
+    if (edit.isSpace) {
+        walk->paragraph.space = walk->paragraph.held.length;
+        return;
+    }
     if (edit.form) {
         std::string_view value = tag.raw.substr(edit.start, edit.end - edit.start);
         if (edit.held)
@@ -303,6 +317,8 @@ static void PutTag(Walk *walk, const Tag &tag)
         const TagEdit &edit = walk->edits[i];
         if (edit.start < written)
             continue;  // inside of what went already
+        if (edit.isSpace)
+            HoldAll(&walk->paragraph);
         PutRaw(walk, tag.raw.substr(written, edit.start - written));
         PutEdit(walk, tag, edit);
         written = edit.end;
@@ -390,6 +406,20 @@ static bool EndPart(Walk *walk)
     return EndParagraph(walk->document, &walk->paragraph, &walk->output);
 }
 
+// All that is read is UTF-8, of which ASCII is a part.
+static bool TakeDeclaration(Walk *walk, const Piece &piece)
+{
+    Attribute attribute;
+    PutRaw(walk, piece.raw);
+    if (!piece.raw.starts_with("<?xml "))
+        return true;
+    for (size_t place = 0; NextAttribute(piece.raw, &place, &attribute);)
+        if (attribute.name == "encoding" && !EqualNoCase(attribute.value, "utf-8") &&
+            !EqualNoCase(attribute.value, "us-ascii"))
+            return FailDocument(walk->document, kFailEncoding);
+    return true;
+}
+
 static bool TakePiece(Walk *walk, const Piece &piece)
 {
     switch (piece.kind) {
@@ -399,7 +429,7 @@ static bool TakePiece(Walk *walk, const Piece &piece)
     case kOpeningPiece:
     case kEmptyPiece: return OpenTag(walk, piece);
     case kClosingPiece: return CloseTag(walk, piece);
-    case kOtherPiece: PutRaw(walk, piece.raw); return true;
+    case kOtherPiece: return TakeDeclaration(walk, piece);
     }
     return true;
 }

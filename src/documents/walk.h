@@ -80,6 +80,7 @@ struct TagEdit {
     size_t text, textLength;  // what comes in their place, in the block of texts
     const TextForm *form;     // not null: the bytes are text themselves
     FontPair fonts;           // of that text
+    bool isSpace;             // nothing changes here, but it is where xml:space could stand
     int *held;                // receives its number where its fonts come later; else null
 };
 enum { kMostEdits = 24 };
@@ -159,6 +160,10 @@ void AddAttribute(Walk *walk, const Tag *tag, std::string_view local, std::strin
 void TakeValueAsText(Walk *walk, const Attribute &attribute, const TextForm *form, FontPair fonts);
 void TakeValueLater(Walk *walk, const Attribute &attribute, const TextForm *form, int *held);
 void SetFontsOfTexts(Walk *walk, FontPair fonts);
+
+// Marks the place of the tag where it could say that blanks at the ends of its text count, unless
+// it says so already.
+void MarkSpace(Walk *walk, const Tag *tag);
 
 // What goes out at this place: as it came, other than it came, and text.
 void PutRaw(Walk *walk, std::string_view raw);

@@ -152,6 +152,14 @@ static FontPair FontsOfRun(Walk *walk)
     return FindFonts(walk, *StateOf(walk));
 }
 
+// Signs may go to the run in front, and leave a blank in front.
+static bool OpenText(Walk *walk, Tag *tag)
+{
+    if (NeedsWork(walk->document, FontsOfRun(walk)))
+        MarkSpace(walk, tag);
+    return true;
+}
+
 // ---- w:rFonts and other names of fonts ----
 
 struct FontAttribute {
@@ -189,6 +197,7 @@ static SaidFonts ReadFonts(Walk *walk, Tag *tag)
     SaidFonts said = {};
     FontNames *fonts = &walk->document->fonts;
     Attribute attribute;
+    int legacySlot = kFontSlots;
     for (size_t place = 0; NextAttribute(tag->raw, &place, &attribute);) {
         const FontAttribute *row =
             FindFontAttribute(NameOfAttribute(&walk->prefixes, attribute.name));
@@ -201,8 +210,11 @@ static SaidFonts ReadFonts(Walk *walk, Tag *tag)
         if (said.fonts[row->slot] >= 0)
             said.fonts[row->slot] = number;
         const FontMapEntry *entry = LegacyFont(*fonts, FontOfNumber(walk->document, number));
-        if (entry && row->slot != kComplex && !said.legacy)
+        bool isBetter = !said.legacy || row->slot < legacySlot;  // ASCII first, then other letters
+        if (entry && row->slot != kComplex && isBetter) {
             said.legacy = entry;
+            legacySlot = row->slot;
+        }
         if (entry && !row->isTheme && row->slot != kComplex)
             ReplaceValue(walk, attribute, entry->unicodeName);
     }
@@ -486,8 +498,8 @@ static constexpr ElementRow kRows[] = {
     {"w:tblStyle",          kPlain,     OpenTableStyle},
     {"w:cs",                kPlain,     OpenComplex},
     {"w:rtl",               kPlain,     OpenComplex},
-    {"w:t",                 kPlain,     nullptr,   nullptr, FontsOfRun},
-    {"w:delText",           kPlain,     nullptr,   nullptr, FontsOfRun},
+    {"w:t",                 kPlain,     OpenText,   nullptr, FontsOfRun},
+    {"w:delText",           kPlain,     OpenText,   nullptr, FontsOfRun},
     {"m:t",                 kPlain,     nullptr,   nullptr, FontsOfRun},
     {"w:sym",               kPlain,     OpenSymbol},
     {"w:softHyphen",        kPlain,     OpenSoftHyphen},
