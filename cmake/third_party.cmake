@@ -6,12 +6,29 @@ file(CREATE_LINK ${ORVEL_CLI11}/CLI ${CMAKE_BINARY_DIR}/third_party/CLI SYMBOLIC
 add_library(orvel-cli11 INTERFACE)
 target_include_directories(orvel-cli11 SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/third_party)
 
-# Zip archives: the system's library.
+# Zip archives. Where the system has no package of the library for the target, it is built from its
+# source package, which scripts/setup has put there.
 add_library(orvel-zip INTERFACE)
-find_library(ORVEL_ZIP zip REQUIRED)
-find_path(ORVEL_ZIP_HEADERS zip.h REQUIRED)
-target_link_libraries(orvel-zip INTERFACE ${ORVEL_ZIP})
-target_include_directories(orvel-zip SYSTEM INTERFACE ${ORVEL_ZIP_HEADERS})
+if(WIN32)
+  set(ORVEL_LIBZIP ${CMAKE_SOURCE_DIR}/build/libzip CACHE PATH "Sources of libzip")
+  set(ZLIB_INCLUDE_DIR ${ORVEL_MINGW_ROOT}/include)
+  set(ZLIB_LIBRARY ${ORVEL_MINGW_ROOT}/lib/libz.a)
+  foreach(part BUILD_TOOLS BUILD_REGRESS BUILD_EXAMPLES BUILD_DOC BUILD_SHARED_LIBS LIBZIP_DO_INSTALL
+          ENABLE_BZIP2 ENABLE_LZMA ENABLE_COMMONCRYPTO ENABLE_GNUTLS ENABLE_MBEDTLS ENABLE_OPENSSL
+          ENABLE_WINDOWS_CRYPTO)
+    set(${part} OFF CACHE BOOL "" FORCE)
+  endforeach()
+  add_subdirectory(${ORVEL_LIBZIP} ${CMAKE_BINARY_DIR}/third_party/libzip EXCLUDE_FROM_ALL)
+  target_compile_options(zip PRIVATE -w)
+  target_link_libraries(orvel-zip INTERFACE zip)
+  target_include_directories(orvel-zip SYSTEM INTERFACE ${ORVEL_LIBZIP}/lib
+                             ${CMAKE_BINARY_DIR}/third_party/libzip)
+else()
+  find_library(ORVEL_ZIP zip REQUIRED)
+  find_path(ORVEL_ZIP_HEADERS zip.h REQUIRED)
+  target_link_libraries(orvel-zip INTERFACE ${ORVEL_ZIP})
+  target_include_directories(orvel-zip SYSTEM INTERFACE ${ORVEL_ZIP_HEADERS})
+endif()
 
 # The tests are left out where GoogleTest's sources are missing; scripts/test installs them.
 find_path(ORVEL_GOOGLETEST googletest/src/gtest-all.cc

@@ -1,5 +1,7 @@
-// Style sheets are read by their brackets; comments stand where blanks may.
+// Style sheets are read by their brackets, without their comments.
 #include "documents/css.h"
+
+#include <cstring>
 
 #include "frame/strings.h"
 
@@ -70,39 +72,24 @@ bool FindFamily(std::string_view declarations, FamilyPlace *place)
     return isFound;
 }
 
-// Behind a comment that begins here; the same place where none does.
-static size_t SkipComment(std::string_view sheet, size_t at)
+void BlankComments(char *sheet, size_t length)
 {
-    if (!sheet.substr(at).starts_with("/*"))
-        return at;
-    size_t end = sheet.find("*/", at + 2);
-    return end == sheet.npos ? sheet.size() : end + 2;
-}
-
-// The next opening bracket that no comment holds.
-static size_t FindOpening(std::string_view sheet, size_t at)
-{
-    while (at < sheet.size() && sheet[at] != '{') {
-        size_t behind = SkipComment(sheet, at);
-        at = behind > at ? behind : at + 1;
+    std::string_view text(sheet, length);
+    for (size_t at = text.find("/*"); at != text.npos; at = text.find("/*", at)) {
+        size_t end = text.find("*/", at + 2);
+        end = end == text.npos ? length : end + 2;
+        memset(sheet + at, ' ', end - at);
     }
-    return at;
 }
 
 bool NextRule(std::string_view sheet, size_t *at, CssRule *rule)
 {
     for (;;) {
         size_t start = sheet.find_first_not_of(" \t\r\n\f};", *at);
-        if (start == sheet.npos)
+        size_t open = start == sheet.npos ? start : sheet.find('{', start);
+        if (open == sheet.npos)
             return false;
-        size_t behind = SkipComment(sheet, start);
-        if (behind > start) {
-            *at = behind;
-            continue;
-        }
-        size_t open = FindOpening(sheet, start), close = sheet.find('}', open);
-        if (open >= sheet.size())
-            return false;
+        size_t close = sheet.find('}', open);
         std::string_view selectors = Trim(sheet.substr(start, open - start));
         bool isGroup = selectors.starts_with("@media");
         *at = isGroup ? open + 1 : close == sheet.npos ? sheet.size() : close + 1;

@@ -13,6 +13,9 @@ struct FamilyPlace {
 // there.
 bool FindFamily(std::string_view declarations, FamilyPlace *place);
 
+// Writes blanks over the comments of a style sheet, so that nothing in them counts.
+void BlankComments(char *sheet, size_t length);
+
 // The next rule of a style sheet from *at on: its selectors, and its declarations, both as
 // stretches of the sheet. False behind the last. Rules of embedded fonts are passed over.
 struct CssRule {

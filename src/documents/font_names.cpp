@@ -9,7 +9,7 @@
 
 constexpr size_t kFirstIndexSize = 256;  // slots; twice as many as names at least
 
-static std::string_view NameOf(const FontNames &fonts, int number)
+std::string_view NameOfFont(const FontNames &fonts, int number)
 {
     return TextOf(fonts.texts).substr(fonts.items[number].start, fonts.items[number].length);
 }
@@ -27,7 +27,7 @@ static size_t HashNoCase(std::string_view name)
 static int *FindSlot(const FontNames &fonts, std::string_view name)
 {
     size_t slot = HashNoCase(name) % fonts.indexSize;
-    while (fonts.index[slot] && !EqualNoCase(NameOf(fonts, fonts.index[slot]), name))
+    while (fonts.index[slot] && !EqualNoCase(NameOfFont(fonts, fonts.index[slot]), name))
         slot = (slot + 1) % fonts.indexSize;
     return &fonts.index[slot];
 }
@@ -41,7 +41,7 @@ static bool MakeIndex(FontNames *fonts, size_t size)
     fonts->index = index;
     fonts->indexSize = size;
     for (size_t i = 1; i < fonts->count; ++i)
-        *FindSlot(*fonts, NameOf(*fonts, int(i))) = int(i);
+        *FindSlot(*fonts, NameOfFont(*fonts, int(i))) = int(i);
     return true;
 }
 
@@ -118,7 +118,7 @@ void TellFonts(const FontNames &fonts, DocumentJob *job)
         DocumentFont *told = &job->fonts[font.order - 1];
         *told = {};
         char name[sizeof told->name] = {};
-        memcpy(name, NameOf(fonts, int(i)).data(),
+        memcpy(name, NameOfFont(fonts, int(i)).data(),
                font.length < sizeof name ? font.length : sizeof name - 1);
         CopyCut(told->name, sizeof told->name, name);
         CopyCut(told->unicodeName, sizeof told->unicodeName,

@@ -39,6 +39,9 @@ inline const FontMapEntry *LegacyFont(const FontNames &fonts, int number)
     return fonts.items[number].entry;
 }
 
+// The name as the document first had it; valid until the next one is asked for its number.
+std::string_view NameOfFont(const FontNames &fonts, int number);
+
 void CountCharacters(FontNames *fonts, int number, size_t characters);
 
 // Hands over what was counted, in the order of first use, as far as the job has room.

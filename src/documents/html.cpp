@@ -128,6 +128,18 @@ static void TakeFont(int *font, int found)
         *font = found;
 }
 
+static int FontOfClasses(Page *page, std::string_view element, std::string_view classes)
+{
+    int font = kNoFont;
+    for (size_t start = 0; start < classes.size();) {
+        size_t end = classes.find_first_of(" \t\r\n", start);
+        end = end == classes.npos ? classes.size() : end;
+        TakeFont(&font, FontOfSelector(page, element, ".", classes.substr(start, end - start)));
+        start = end + 1;
+    }
+    return font;
+}
+
 static bool FindHtmlAttribute(std::string_view tag, std::string_view name, Attribute *attribute)
 {
     for (size_t place = 0; NextAttribute(tag, &place, attribute);)
@@ -145,8 +157,8 @@ static int FontOfTag(Page *page, const HtmlElement &element, std::string_view ta
     if (hasFace)
         TakeFont(&font, FontOfFace(page, face.value));
     if (FindHtmlAttribute(tag, "class", &classes)) {
-        TakeFont(&font, FontOfSelector(page, {}, ".", classes.value));
-        TakeFont(&font, FontOfSelector(page, element.name, ".", classes.value));
+        TakeFont(&font, FontOfClasses(page, {}, classes.value));
+        TakeFont(&font, FontOfClasses(page, element.name, classes.value));
     }
     if (FindHtmlAttribute(tag, "id", &id)) {
         TakeFont(&font, FontOfSelector(page, {}, "#", id.value));
@@ -166,7 +178,7 @@ static void NoteFont(Page *page, int font)
 static void PutRenamed(Page *page, std::string_view text, FamilyPlace place, int font)
 {
     const FontMapEntry *entry = LegacyFont(page->document->fonts, font);
-    if (!entry) {
+    if (!entry || !page->document->isRewriting) {
         Put(page, text);
         return;
     }
@@ -258,32 +270,38 @@ static void PutDeclaration(Page *page)
     page->mustDeclare = false;
 }
 
-static void TakeStyleSheet(Page *page, std::string_view sheet)
+// Names of elements count without regard to case.
+static void KeepSelector(Page *page, std::string_view selector, int font)
+{
+    FontStyles *styles = &page->document->styles;
+    char name[128];
+    size_t length = selector.size() < sizeof name ? selector.copy(name, sizeof name) : 0;
+    size_t elementEnd = selector.find_first_of(".#");
+    for (size_t i = 0; i < length && i < elementEnd; ++i)
+        name[i] = FoldLetter(name[i]);
+    int style = length ? AddFontStyle(styles, kSelectors, {name, length}) : kNoFontStyle;
+    if (style != kNoFontStyle)
+        styles->items[style].fonts[kAscii] = font;
+}
+
+// `clean` is the sheet without its comments, in which all stands at the same places.
+static void TakeStyleSheet(Page *page, std::string_view sheet, std::string_view clean)
 {
     CssRule rule;
     size_t written = 0;
-    FontStyles *styles = &page->document->styles;
-    for (size_t at = 0; NextRule(sheet, &at, &rule);) {
+    for (size_t at = 0; NextRule(clean, &at, &rule);) {
         FamilyPlace place;
+        std::string_view selector;
         if (!FindFamily(rule.declarations, &place))
             continue;
         int font = FontOfDeclarations(page, rule.declarations);
-        size_t start = size_t(rule.declarations.data() - sheet.data());
+        size_t start = size_t(rule.declarations.data() - clean.data());
         NoteFont(page, font);
         Put(page, sheet.substr(written, start - written));
-        PutRenamed(page, rule.declarations, place, font);
+        PutRenamed(page, sheet.substr(start, rule.declarations.size()), place, font);
         written = start + rule.declarations.size();
-        std::string_view selector;
-        while (!page->document->isRewriting && NextSelector(&rule.selectors, &selector)) {
-            char name[128];
-            size_t length = selector.size() < sizeof name ? selector.size() : 0;
-            size_t elementEnd = selector.find_first_of(".#");
-            for (size_t i = 0; i < length; ++i)
-                name[i] = i < elementEnd ? FoldLetter(selector[i]) : selector[i];
-            int style = length ? AddFontStyle(styles, kSelectors, {name, length}) : kNoFontStyle;
-            if (style != kNoFontStyle)
-                styles->items[style].fonts[kAscii] = font;
-        }
+        while (!page->document->isRewriting && NextSelector(&rule.selectors, &selector))
+            KeepSelector(page, selector, font);
     }
     Put(page, sheet.substr(written));
 }
@@ -300,8 +318,14 @@ static bool TakeRawText(Page *page, std::string_view name)
         else
             Put(page, piece.raw);
     }
-    if (isSheet)
-        TakeStyleSheet(page, TextOf(page->work));
+    size_t length = page->work.length;
+    std::string_view sheet = TextOf(page->work);
+    if (char *clean = length && done ? MakeRoom(&page->work, length) : nullptr) {
+        sheet = TextOf(page->work);  // it may have moved
+        memcpy(clean, sheet.data(), length);
+        BlankComments(clean, length);
+        TakeStyleSheet(page, sheet, {clean, length});
+    }
     return done || FailPage(page, page->scanner.failure);
 }
 

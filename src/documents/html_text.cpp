@@ -115,8 +115,8 @@ static void ReadHtml(std::string_view raw, bool isUtf8, Units *units)
         unsigned long character = raw[0] == '&' ? ReadHtmlReference(raw, &length) : 0;
         if (character) {
             AppendCharacter(units, character);
-        } else if (raw[0] == '&') {
-            AppendUnit(units, kKeptBytes + '&');
+        } else if (raw[0] == '&') {  // of nothing that is known: it is itself
+            AppendUnit(units, '&');
             length = 1;
         } else if (isUtf8) {
             ReadUtf8(&raw, units);

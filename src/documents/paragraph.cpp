@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "documents/breaks.h"
+#include "documents/detect.h"
 #include "documents/document.h"
 #include "documents/legacy_text.h"
 
@@ -243,8 +244,10 @@ bool EndParagraph(Document *document, Paragraph *paragraph, Bytes *output)
     if (!paragraph->isHolding)
         return true;
     ReadTexts(document, paragraph);
+    bool isRead = !(document->job->flags & kDetectText) || DetectTexts(document, paragraph);
     ConvertTexts(document, paragraph);
-    bool done = !paragraph->units.failed && !paragraph->spare.failed && !paragraph->held.failed;
+    bool done =
+        isRead && !paragraph->units.failed && !paragraph->spare.failed && !paragraph->held.failed;
     if (done) {
         JoinTexts(paragraph);
         done = DivideTexts(document, paragraph);

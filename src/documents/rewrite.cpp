@@ -9,6 +9,8 @@
 #include "documents/html.h"
 #include "documents/opendocument.h"
 #include "documents/package.h"
+#include "documents/plain_text.h"
+#include "documents/rtf.h"
 #include "documents/sheet.h"
 #include "documents/word.h"
 
@@ -102,7 +104,8 @@ struct FormatRoad {
 constexpr FormatRoad kRoads[] = {
     {kWordXml2003, RewriteFile},      {kFlatOpc, RewriteFile}, {kDocx, RewritePackage},
     {kXlsx, RewritePackage},          {kPptx, RewritePackage}, {kOpenDocument, RewritePackage},
-    {kFlatOpenDocument, RewriteFile}, {kHtml, RewriteHtml},
+    {kFlatOpenDocument, RewriteFile}, {kHtml, RewriteHtml},    {kRtf, RewriteRtf},
+    {kPlainText, RewritePlainText},
 };
 
 bool RewriteDocument(Document *document, const RewriteFiles &files)
@@ -110,6 +113,8 @@ bool RewriteDocument(Document *document, const RewriteFiles &files)
     DocumentJob *job = document->job;
     DocumentFormat wanted = DocumentFormat(job->format);
     job->format = wanted == kNoFormat ? FindFormat(files) : wanted;
+    if (job->format == kNoFormat && job->textFont)
+        job->format = kPlainText;
     for (const FormatRoad &road : kRoads)
         if (road.format == DocumentFormat(job->format))
             return road.rewrite(document, files);

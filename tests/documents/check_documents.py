@@ -10,7 +10,7 @@ from legacy_fonts import FONTS  # noqa: E402
 from hostile import check_hostile  # noqa: E402
 from make_documents import FORMATS, make_format, make_of_today  # noqa: E402
 from pieces import visible  # noqa: E402
-from readers import local, read_document, read_lines, value  # noqa: E402
+from readers import local, read_document, value  # noqa: E402
 
 # Formats that the command doesn't convert yet.
 NOT_YET = ['docx', 'flat', 'word2003', 'odt', 'fodt', 'ods', 'fods', 'odp', 'fodp', 'pptx', 'xlsx', 'html', 'rtf', 'txt', 'csv']
@@ -40,7 +40,7 @@ def convert(orvel, sources, folder, font=None):
 def compare(path, known):
     """The texts of a new document with what must come out."""
     try:
-        got = read_lines(path.read_bytes()) if path.suffix in ('.txt', '.csv') else read_document(path)
+        got = read_document(path)
     except (ElementTree.ParseError, zipfile.BadZipFile, zipfile.zlib.error, ValueError, IndexError, KeyError) as error:
         return fail(path, f'not readable: {error!r}')
     for part in known | got:

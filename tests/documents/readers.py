@@ -1,6 +1,6 @@
 """Reads documents back, knowing nothing of how they were made or converted: {part: [text of each paragraph]}, in the order in
 which paragraphs begin. Deleted text and codes of fields are marked as pieces.py has it; empty paragraphs are left out."""
-import io, re, zipfile
+import csv, io, re, zipfile
 import xml.etree.ElementTree as ElementTree
 from html.parser import HTMLParser
 from pieces import deleted, field, merged
@@ -266,8 +266,13 @@ def read_lines(data):
     return {'document': [line for line in re.split('\r?\n', data.decode('utf8')) if line]}
 
 
+def read_rows(data):
+    """A field that has a comma or a quote in it stands in quotes."""
+    return {'document': [','.join(row) for row in csv.reader(io.StringIO(data.decode('utf8'))) if row]}
+
+
 READERS = {'docx': read_packed_office, 'pptx': read_packed_office, 'xlsx': read_spreadsheet, 'xml': read_flat_office, 'html': read_page,
-           'rtf': read_rich_text, 'txt': read_lines, 'csv': read_lines, **dict.fromkeys(('odt', 'ods', 'odp'), read_packed_open),
+           'rtf': read_rich_text, 'txt': read_lines, 'csv': read_rows, **dict.fromkeys(('odt', 'ods', 'odp'), read_packed_open),
            **dict.fromkeys(('fodt', 'fods', 'fodp'), read_flat_open)}
 
 
