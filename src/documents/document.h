@@ -4,6 +4,7 @@
 
 #include "documents/font_names.h"
 #include "documents/font_styles.h"
+#include "documents/legacy_text.h"
 #include "documents/shared_strings.h"
 #include "xmlconv/report.h"
 
@@ -16,6 +17,7 @@ struct Document {
     FontNames fonts;
     FontStyles styles;
     SharedStrings strings;
+    LegacyTable tables[kLegacyCodes];         // of the codes of legacy fonts
     int themeFonts[kThemeFonts][kFontSlots];  // numbers of FontNames
     const int *partsAbove;  // not owned: of each part, the one that says what it doesn't say
                             // itself, as a layout does for a slide; -1: none
