@@ -23,9 +23,10 @@ struct Document {
                             // itself, as a layout does for a slide; -1: none
     size_t partCount;       // of these
     unsigned long long convertedCharacters, changedParts;
-    DWORD shownPercent;  // the last one that the host heard of
-    bool isRewriting;    // the reading that finds the styles is over
-    bool isRepeating;    // what is read now has been counted and told before
+    unsigned long long pendingCharacters;  // converted ones of a reading that may not count
+    DWORD shownPercent;                    // the last one that the host heard of
+    bool isRewriting;                      // the reading that finds the styles is over
+    bool isRepeating;                      // what is read now has been counted and told before
 };
 
 // -1 where there is none.
@@ -33,6 +34,9 @@ int PartAbove(const Document *document, int part);
 
 // A failure, with its number; gives false back.
 bool FailDocument(Document *document, ConversionFailure failure);
+
+// Ends a reading, whose characters and notes count or don't.
+void EndReading(Document *document, bool counts);
 
 // A note for the person who started the job, as printf.
 void NoteOfDocument(Document *document, const char *format, ...)

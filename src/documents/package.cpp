@@ -22,15 +22,19 @@ bool StartPart(Package *package, const PackagePart &part, PartReader *reader, Wa
     return true;
 }
 
-static bool WalkPart(Package *package, PackagePart *part)
+// With `onlyWhether` the walk ends at the first change: what the part holds is counted when it is
+// written.
+static bool WalkPart(Package *package, PackagePart *part, bool onlyWhether)
 {
     PartReader reader;
     Walk walk = {};
-    bool done =
-        StartPart(package, *part, &reader, &walk) && WalkThrough(&walk, nullptr, &part->newSize);
+    bool done = StartPart(package, *part, &reader, &walk);
+    walk.stopsAtChange = onlyWhether;
+    done = done && WalkThrough(&walk, nullptr);
     part->hasChanged = done && HasChanged(&walk);
     StopWalk(&walk);
     ClosePart(&reader);
+    EndReading(package->document, !(onlyWhether && part->hasChanged));
     package->done += part->entry.size;
     return done;
 }
@@ -40,23 +44,24 @@ static bool ReadStyles(Package *package)
     for (int round = 1; round <= kStyleRounds; ++round)
         for (size_t i = 0; i < package->count; ++i)
             if (package->parts[i].isXml && package->parts[i].round == round &&
-                !WalkPart(package, &package->parts[i]))
+                !WalkPart(package, &package->parts[i], false))
                 return false;
     return true;
 }
 
-// Afterwards all is known of the new package but its bytes.
-static bool LookThroughParts(Package *package)
+// Where nothing is written, or notes are wanted, which are told once, each part is read to its end.
+static bool LookThroughParts(Package *package, bool writes)
 {
     Document *document = package->document;
+    bool onlyWhether = writes && !(document->job->flags & kDetectText);
     document->isRewriting = true;
     for (size_t i = 0; i < package->count; ++i) {
         PackagePart *part = &package->parts[i];
-        if (part->isXml && !WalkPart(package, part))
+        if (part->isXml && !WalkPart(package, part, onlyWhether))
             return false;
         document->changedParts += part->hasChanged;
     }
-    document->isRepeating = true;
+    document->isRepeating = !onlyWhether;
     return true;
 }
 
@@ -117,7 +122,7 @@ static bool RewriteParts(Package *package, const RewriteFiles &files)
     return ListParts(package, files.length) &&
            MakeElementsOf(package->document, DocumentFormat(package->document->job->format),
                           &package->elements) &&
-           ReadStyles(package) && LookThroughParts(package) &&
+           ReadStyles(package) && LookThroughParts(package, files.output != nullptr) &&
            (!files.output || WritePackage(package, files));
 }
 

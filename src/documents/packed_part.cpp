@@ -34,6 +34,7 @@ static zip_int64_t ClosePacked(PackedPart *made)
 {
     StopWalk(&made->walk);
     ClosePart(&made->reader);
+    EndReading(made->package->document, !made->package->document->isRepeating);
     if (made->hasPacker)
         deflateEnd(&made->packer);
     free(made->block);

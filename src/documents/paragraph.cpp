@@ -43,8 +43,6 @@ static void CountText(Document *document, std::string_view raw, FontPair fonts)
         low += (byte & 0x80) == 0;
         high += (byte & 0xC0) == 0xC0;
     }
-    if (document->isRepeating)
-        return;
     CountCharacters(&document->fonts, fonts.low, low);
     CountCharacters(&document->fonts, fonts.high, high);
 }
@@ -171,8 +169,7 @@ static void ConvertText(Document *document, HeldText *text, const Units &source,
         highCount += units[i] >= 0x80;
     size_t count = ConvertUnits(document, *text, units, place), lowCount = text->count - highCount;
     result->length += count;
-    if (!document->isRepeating)
-        document->convertedCharacters += (text->low ? lowCount : 0) + (text->high ? highCount : 0);
+    document->pendingCharacters += (text->low ? lowCount : 0) + (text->high ? highCount : 0);
     text->hasChanged = count != text->count || !IsSame(units, place, count);
     text->first = first;
     text->count = count;
