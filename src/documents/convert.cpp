@@ -106,6 +106,7 @@ static bool RewriteWithFonts(Document *document)
     ShowMeter(job);
     bool done = RewriteSource(document);
     HideMeter(job);
+    EndReading(document, !document->report.error);
     job->convertedCharacters = document->convertedCharacters;
     job->changedParts = document->changedParts;
     TellFonts(document->fonts, job);

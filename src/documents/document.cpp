@@ -19,6 +19,13 @@ bool FailDocument(Document *document, ConversionFailure failure)
     return false;
 }
 
+void EndReading(Document *document, bool counts)
+{
+    document->convertedCharacters += counts ? document->pendingCharacters : 0;
+    document->pendingCharacters = 0;
+    EndCount(&document->fonts, counts);
+}
+
 void NoteOfDocument(Document *document, const char *format, ...)
 {
     char note[kLongestNote];

@@ -63,6 +63,7 @@ void FreeFontNames(FontNames *fonts)
     FreeBytes(&fonts->texts);
     free(fonts->items);
     free(fonts->index);
+    free(fonts->touched);
     *fonts = {};
 }
 
@@ -92,7 +93,7 @@ int FontNumber(FontNames *fonts, std::string_view name)
     if (fonts->failed)
         return kNoFont;
     int number = int(fonts->count++);
-    fonts->items[number] = {start, name.size(), EntryOf(fonts->map, name), 0, 0};
+    fonts->items[number] = {start, name.size(), EntryOf(fonts->map, name), 0, 0, 0};
     *slot = number;
     if (2 * fonts->count > fonts->indexSize)
         fonts->failed = !MakeIndex(fonts, 2 * fonts->indexSize);
@@ -104,9 +105,29 @@ void CountCharacters(FontNames *fonts, int number, size_t characters)
     FontName *font = &fonts->items[number];
     if (number == kNoFont || characters == 0)
         return;
-    font->characters += characters;
-    if (!font->order)
-        font->order = ++fonts->usedCount;
+    if (font->pending == 0) {
+        void *touched = fonts->touched;
+        bool hasRoom =
+            GrowArray(&touched, &fonts->touchedRoom, fonts->touchedCount + 1, sizeof(int));
+        fonts->touched = static_cast<int *>(touched);
+        fonts->failed = fonts->failed || !hasRoom;
+        if (!hasRoom)
+            return;
+        fonts->touched[fonts->touchedCount++] = number;
+    }
+    font->pending += characters;
+}
+
+void EndCount(FontNames *fonts, bool counts)
+{
+    for (size_t i = 0; i < fonts->touchedCount; ++i) {
+        FontName *font = &fonts->items[fonts->touched[i]];
+        if (counts && !font->order)
+            font->order = ++fonts->usedCount;
+        font->characters += counts ? font->pending : 0;
+        font->pending = 0;
+    }
+    fonts->touchedCount = 0;
 }
 
 void TellFonts(const FontNames &fonts, DocumentJob *job)

@@ -13,6 +13,7 @@ struct FontName {
     size_t start, length;           // of the name, in the block of texts
     const FontMapEntry *entry;      // null: no legacy font
     unsigned long long characters;  // of the document's text, in this font
+    unsigned long long pending;     // the same of a reading that may not count
     size_t order;                   // of its first use, from 1; 0: not used yet
 };
 
@@ -21,7 +22,8 @@ struct FontNames {
     Bytes texts;      // names, one behind the other
     FontName *items;  // owned; the first one stands for no font
     int *index;       // owned: numbers by a hash of the name, 0 for a free slot
-    size_t count, room, indexSize, usedCount;
+    int *touched;     // owned: numbers with pending characters, in the order of their use
+    size_t count, room, indexSize, usedCount, touchedCount, touchedRoom;
     bool failed;  // memory was short
 };
 
@@ -42,7 +44,9 @@ inline const FontMapEntry *LegacyFont(const FontNames &fonts, int number)
 // The name as the document first had it; valid until the next one is asked for its number.
 std::string_view NameOfFont(const FontNames &fonts, int number);
 
+// Characters count when their reading does.
 void CountCharacters(FontNames *fonts, int number, size_t characters);
+void EndCount(FontNames *fonts, bool counts);
 
 // Hands over what was counted, in the order of first use, as far as the job has room.
 void TellFonts(const FontNames &fonts, DocumentJob *job);

@@ -34,3 +34,13 @@ LegacySign SignOfFont(WCHAR character, const FontMapEntry &entry)
         sign.count = UnitsOfFontByte(uint8_t(byte), entry.conversionType, sign.units);
     return sign;
 }
+
+const LegacyTable *TableOfFont(LegacyTable *tables, const FontMapEntry &entry)
+{
+    int type = entry.conversionType;
+    LegacyTable *table = &tables[type == 0 || type == 2 || type == 3 ? type : 1];
+    for (int i = 0; i < 256 && !table->isMade; ++i)
+        table->signs[i] = SignOfFont(WCHAR(i), entry);
+    table->isMade = true;
+    return table;
+}

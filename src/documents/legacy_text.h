@@ -14,3 +14,13 @@ struct LegacySign {
     int count;  // 0: the character is no byte of the font
 };
 LegacySign SignOfFont(WCHAR character, const FontMapEntry &entry);
+
+// The same for the characters below U+0100, which legacy text is made of, made once for each code.
+struct LegacyTable {
+    bool isMade;
+    LegacySign signs[256];
+};
+enum { kLegacyCodes = 4 };
+
+// The table of a font's code among those of a document, which it makes at the first question.
+const LegacyTable *TableOfFont(LegacyTable *tables, const FontMapEntry &entry);

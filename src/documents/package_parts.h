@@ -10,8 +10,7 @@ struct PackagePart {
     bool isXml;        // what a walk goes through
     int round;         // in which it is read for styles, from 1; 0: in none
     bool hasChanged;
-    int folder;        // a number of its folder
-    uint64_t newSize;  // bytes of the new part
+    int folder;  // a number of its folder
 };
 constexpr int kStyleRounds = 3;
 

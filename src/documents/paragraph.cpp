@@ -43,8 +43,6 @@ static void CountText(Document *document, std::string_view raw, FontPair fonts)
         low += (byte & 0x80) == 0;
         high += (byte & 0xC0) == 0xC0;
     }
-    if (document->isRepeating)
-        return;
     CountCharacters(&document->fonts, fonts.low, low);
     CountCharacters(&document->fonts, fonts.high, high);
 }
@@ -135,16 +133,24 @@ static void SwapUnits(Paragraph *paragraph)
     paragraph->spare = units;
 }
 
-static void ConvertUnit(const HeldText &text, WCHAR unit, Units *result)
+// Room for two units for each one; legacy text is nearly all below U+0100.
+static size_t ConvertUnits(Document *document, const HeldText &text, const WCHAR *units,
+                           WCHAR *result)
 {
-    const FontMapEntry *entry = unit < 0x80 ? text.low : text.high;
-    LegacySign sign = {};
-    if (entry)
-        sign = SignOfFont(unit, *entry);
-    if (sign.count == 0)
-        AppendUnit(result, unit);
-    for (int i = 0; i < sign.count; ++i)
-        AppendUnit(result, sign.units[i]);
+    const LegacyTable *low = text.low ? TableOfFont(document->tables, *text.low) : nullptr;
+    const LegacyTable *high = text.high ? TableOfFont(document->tables, *text.high) : nullptr;
+    WCHAR *next = result;
+    for (size_t i = 0; i < text.count; ++i) {
+        WCHAR unit = units[i];
+        LegacySign sign = {};
+        const LegacyTable *table = unit < 0x80 ? low : high;
+        if (table)
+            sign = unit < 0x100 ? table->signs[unit] : SignOfFont(unit, *text.high);
+        next[0] = sign.count ? sign.units[0] : unit;
+        next[1] = sign.units[1];
+        next += sign.count == 2 ? 2 : 1;
+    }
+    return size_t(next - result);
 }
 
 static bool IsSame(const WCHAR *left, const WCHAR *right, size_t count)
@@ -156,16 +162,15 @@ static void ConvertText(Document *document, HeldText *text, const Units &source,
 {
     size_t first = result->length, highCount = 0;
     const WCHAR *units = source.data + text->first;
-    for (size_t i = 0; i < text->count && !result->failed; ++i) {
-        highCount += units[i] >= 0x80;
-        ConvertUnit(*text, units[i], result);
-    }
-    if (result->failed)
+    WCHAR *place = MakeUnits(result, 2 * text->count + 1);
+    if (!place)
         return;
-    size_t count = result->length - first, lowCount = text->count - highCount;
-    if (!document->isRepeating)
-        document->convertedCharacters += (text->low ? lowCount : 0) + (text->high ? highCount : 0);
-    text->hasChanged = count != text->count || !IsSame(units, result->data + first, count);
+    for (size_t i = 0; i < text->count; ++i)
+        highCount += units[i] >= 0x80;
+    size_t count = ConvertUnits(document, *text, units, place), lowCount = text->count - highCount;
+    result->length += count;
+    document->pendingCharacters += (text->low ? lowCount : 0) + (text->high ? highCount : 0);
+    text->hasChanged = count != text->count || !IsSame(units, place, count);
     text->first = first;
     text->count = count;
 }

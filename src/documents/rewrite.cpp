@@ -41,18 +41,13 @@ bool MakeElementsOf(Document *document, DocumentFormat format, ElementIndex *ele
     return done || FailDocument(document, kFailMemory);
 }
 
-bool WalkThrough(Walk *walk, FILE *output, uint64_t *size)
+bool WalkThrough(Walk *walk, FILE *output)
 {
     char buffer[kWriteSize];
-    uint64_t written = 0;
     Document *document = walk->document;
-    while (size_t count = ReadWalk(walk, buffer, sizeof buffer)) {
-        written += count;
+    while (size_t count = ReadWalk(walk, buffer, sizeof buffer))
         if (output && fwrite(buffer, 1, count, output) != count)
             return FailDocument(document, kFailWrite);
-    }
-    if (size)
-        *size = written;
     return !document->report.error;
 }
 
@@ -71,8 +66,8 @@ static bool WalkFile(FileReader *reader, const ElementIndex *elements, FILE *out
     Walk walk;
     Document *document = reader->document;
     rewind(reader->file);
-    bool done = StartWalk(&walk, document, elements, {ReadInput, reader, 0}) &&
-                WalkThrough(&walk, output, nullptr);
+    bool done =
+        StartWalk(&walk, document, elements, {ReadInput, reader, 0}) && WalkThrough(&walk, output);
     document->changedParts += done && HasChanged(&walk);
     StopWalk(&walk);
     return done;

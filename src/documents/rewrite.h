@@ -18,9 +18,8 @@ struct RewriteFiles {
 // has got then is no document.
 bool RewriteDocument(Document *document, const RewriteFiles &files);
 
-// Goes through a part to its end, with its new bytes to the file, where there is one. *size
-// receives how many those are; null is taken.
-bool WalkThrough(Walk *walk, FILE *output, uint64_t *size);
+// Goes through a part to its end, with its new bytes to the file, where there is one.
+bool WalkThrough(Walk *walk, FILE *output);
 
 // The readings of a file, and a source of scanners that reads it.
 struct FileReader {

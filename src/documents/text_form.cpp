@@ -153,9 +153,45 @@ bool ReadReference(std::string_view *text, Units *units)
     return true;
 }
 
+// Characters that one, two or three bytes of UTF-8 give, and are nothing else: nearly all of Lao
+// text, in legacy code and in Unicode. How many bytes of the text they are.
+static size_t ReadPlainStretch(std::string_view raw, WCHAR *place, size_t *count)
+{
+    const uint8_t *bytes = reinterpret_cast<const uint8_t *>(raw.data());
+    size_t at = 0, made = 0;
+    while (at < raw.size()) {
+        uint8_t byte = bytes[at];
+        if (byte < 0x80 && byte != '&') {
+            place[made++] = byte;
+            ++at;
+        } else if (byte >= 0xC2 && byte <= 0xDF && at + 1 < raw.size() &&
+                   (bytes[at + 1] & 0xC0) == 0x80) {
+            place[made++] = WCHAR((byte & 0x1F) << 6 | (bytes[at + 1] & 0x3F));
+            at += 2;
+        } else if (byte >= 0xE1 && byte <= 0xEC && at + 2 < raw.size() &&
+                   (bytes[at + 1] & 0xC0) == 0x80 && (bytes[at + 2] & 0xC0) == 0x80) {
+            place[made++] =
+                WCHAR((byte & 0x0F) << 12 | (bytes[at + 1] & 0x3F) << 6 | (bytes[at + 2] & 0x3F));
+            at += 3;
+        } else {
+            break;
+        }
+    }
+    *count = made;
+    return at;
+}
+
 static void ReadXml(std::string_view raw, Units *units)
 {
     while (!raw.empty()) {
+        size_t count = 0;
+        WCHAR *place = MakeUnits(units, raw.size());
+        if (!place)
+            return;
+        raw.remove_prefix(ReadPlainStretch(raw, place, &count));
+        units->length += count;
+        if (raw.empty())
+            return;
         if (raw[0] != '&') {
             ReadUtf8(&raw, units);
         } else if (!ReadReference(&raw, units)) {
@@ -181,9 +217,40 @@ static std::string_view ReferenceFor(WCHAR unit, bool isValue)
     }
 }
 
+static bool IsPlain(WCHAR unit)
+{
+    return (unit >= 0x800 && unit < 0xD800) ||
+           (unit >= ' ' && unit < 0x7F && unit != '&' && unit != '<' && unit != '>' &&
+            unit != '"' && unit != '\'');
+}
+
+// Units of one byte or of three that need no reference: how many of them.
+static size_t WritePlainStretch(const WCHAR *units, size_t count, Bytes *bytes)
+{
+    char *place = MakeRoom(bytes, 3 * count);
+    size_t at = 0;
+    if (!place)
+        return count;
+    for (; at < count && IsPlain(units[at]); ++at) {
+        WCHAR unit = units[at];
+        if (unit < 0x80) {
+            *place++ = char(unit);
+            continue;
+        }
+        *place++ = char(0xE0 | (unit >> 12));
+        *place++ = char(0x80 | ((unit >> 6) & 0x3F));
+        *place++ = char(0x80 | (unit & 0x3F));
+    }
+    bytes->length = size_t(place - bytes->data);
+    return at;
+}
+
 static void WriteXml(const WCHAR *units, size_t count, bool isValue, Bytes *bytes)
 {
     for (size_t i = 0; i < count;) {
+        i += WritePlainStretch(units + i, count - i, bytes);
+        if (i == count)
+            return;
         std::string_view reference = ReferenceFor(units[i], isValue);
         AppendBytes(bytes, reference);
         i += reference.empty() ? WriteUtf8(units + i, count - i, bytes) : 1;

@@ -443,6 +443,7 @@ bool StepWalk(Walk *walk)
         return FailDocument(walk->document, walk->scanner.failure);
     if (!TakePiece(walk, piece))
         return false;
+    walk->isDone = walk->isDone || (walk->stopsAtChange && HasChanged(walk));
     bool failed = walk->output.failed || walk->editTexts.failed || walk->paragraph.held.failed ||
                   walk->document->fonts.failed || walk->document->styles.failed ||
                   walk->document->strings.failed;

@@ -104,9 +104,10 @@ struct Walk {
     Bytes editTexts;
     TagEdit edits[kMostEdits];
     int editCount;
-    bool hasChanged;   // a tag came out otherwise than it came
-    bool isDone;       // at the end, or where a reading for styles has seen enough
-    int part, folder;  // tell styles of parts apart where a format has it so
+    bool hasChanged;     // a tag came out otherwise than it came
+    bool stopsAtChange;  // whether anything changes is all that is asked
+    bool isDone;         // at the end, or where a reading for styles has seen enough
+    int part, folder;    // tell styles of parts apart where a format has it so
     ColumnGroup columns[kMostColumnGroups];  // of the sheet that is open
     int columnCount, column;                 // how many they are; the next cell's
     // The shape that is open: the place of the layout that it fills, and the fonts of its list.
