@@ -8,6 +8,7 @@ from word import MIME, SPACES, content_types, relations
 
 warnings.filterwarnings('ignore', 'Duplicate name')  # meant
 MEGABYTES, SECONDS = 200, 30
+SANITIZED_SECONDS = 120
 W = f'xmlns:w="{SPACES["w"]}"'
 RUN = '<w:p><w:r><w:rPr><w:rFonts w:ascii="Saysettha Lao" w:hAnsi="Saysettha Lao"/></w:rPr><w:t>{}</w:t></w:r></w:p>'
 STYLE = '<w:style w:type="paragraph" w:styleId="{}"><w:basedOn w:val="{}"/></w:style>'
@@ -188,10 +189,10 @@ def others():
 
 
 # What a process took counts from its fork on: so a small one starts it.
-RUNNER = f'''
+RUNNER = '''
 import resource, subprocess, sys
 try:
-    done = subprocess.run(sys.argv[1:], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, timeout={SECONDS})
+    done = subprocess.run(sys.argv[2:], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, timeout=int(sys.argv[1]))
     status = done.returncode
 except subprocess.TimeoutExpired:
     status = "late"
@@ -199,30 +200,31 @@ print(status, resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss // 1024)
 '''
 
 
-def run_bounded(command):
+def run_bounded(seconds, command):
     """(exit status or 'late', standard error, megabytes)"""
-    done = subprocess.run([sys.executable, '-S', '-E', '-c', RUNNER, *map(str, command)], capture_output=True)
+    done = subprocess.run([sys.executable, '-S', '-E', '-c', RUNNER, str(seconds), *map(str, command)], capture_output=True)
     status, megabytes = done.stdout.decode().split()
     return status if status == 'late' else int(status), done.stderr.decode('utf8', 'replace'), int(megabytes)
 
 
 def check_hostile(orvel, folder, not_yet, fail):
     folder.mkdir(parents=True)
-    is_sanitized = b'__asan_init' in Path(orvel).read_bytes()  # its memory is another matter
+    is_sanitized = b'__asan_init' in Path(orvel).read_bytes()  # its memory is another matter, and it takes ten times as long
+    seconds = SANITIZED_SECONDS if is_sanitized else SECONDS
     count = 0
     for make in (packages, xml, styles, others):
         for name, kind, data in make():
-            if kind in not_yet:
+            if kind in not_yet or (is_sanitized and '10 GB' in name):  # one of 1 GB is the same once more, and shorter
                 continue
             count += 1
             suffix = {'flat': 'xml', 'word2003': 'xml'}.get(kind, kind)
             source, destination = folder / f'hostile.{suffix}', folder / f'new.{suffix}'
             source.write_bytes(data)
             destination.write_text('old')
-            status, errors, megabytes = run_bounded([orvel, 'convert', source, destination])
+            status, errors, megabytes = run_bounded(seconds, [orvel, 'convert', source, destination])
             label = Path(f'{kind}: {name}'.replace('/', '|'))
             if status == 'late':
-                fail(label, f'takes more than {SECONDS} s')
+                fail(label, f'takes more than {seconds} s')
             elif status not in (0, 1):
                 fail(label, f'exit status {status}', errors[:500])
             elif status == 1 and (not errors.strip() or destination.read_text('latin-1') != 'old'):
