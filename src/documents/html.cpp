@@ -59,10 +59,13 @@ static bool EndLine(Page *page)
 
 static const TextForm *FormOfText(const Page *page)
 {
-    bool usesWbr = page->document->job->flags & kWbrBreaks;
-    if (page->encoding == kHtmlIsUtf8)
-        return usesWbr ? &kHtmlUtf8Wbr : &kHtmlUtf8;
-    return usesWbr ? &kHtml1252Wbr : &kHtml1252;
+    DWORD flags = page->document->job->flags;
+    bool usesWbr = flags & kWbrBreaks;
+    if (page->encoding != kHtmlIsUtf8)
+        return usesWbr ? &kHtml1252Wbr : &kHtml1252;
+    if (flags & kKeepFonts)
+        return usesWbr ? &kHtmlKeptWbr : &kHtmlKept;
+    return usesWbr ? &kHtmlUtf8Wbr : &kHtmlUtf8;
 }
 
 // Text in fonts that stay is transcoded with its references as they are, where no breaks are

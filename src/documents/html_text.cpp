@@ -169,6 +169,50 @@ static void WriteHtmlWbr(const WCHAR *units, size_t count, Bytes *bytes)
     WriteHtml(units, count, true, bytes);
 }
 
+static bool IsLao(unsigned long character)
+{
+    return (character >= 0x0E80 && character <= 0x0EFF) || character == 0x200B;
+}
+
+static void ReadKept(std::string_view raw, Units *units)
+{
+    while (!raw.empty()) {
+        size_t length = 1;
+        unsigned long character = raw[0] == '&' ? ReadHtmlReference(raw, &length) : 0;
+        if (raw[0] != '&') {
+            ReadUtf8(&raw, units);
+            continue;
+        }
+        if (IsLao(character))
+            AppendCharacter(units, character);
+        for (size_t i = 0; i < length && !IsLao(character); ++i)
+            AppendUnit(units, WCHAR(kKeptBytes + uint8_t(raw[i])));
+        raw.remove_prefix(length);
+    }
+}
+
+static void WriteKept(const WCHAR *units, size_t count, bool usesWbr, Bytes *bytes)
+{
+    for (size_t i = 0; i < count;) {
+        bool isWbr = usesWbr && units[i] == 0x200B;
+        if (isWbr)
+            AppendBytes(bytes, "<wbr>");
+        i += isWbr ? 1 : WriteUtf8(units + i, count - i, bytes);
+    }
+}
+
+static void WriteKeptPlain(const WCHAR *units, size_t count, Bytes *bytes)
+{
+    WriteKept(units, count, false, bytes);
+}
+
+static void WriteKeptWbr(const WCHAR *units, size_t count, Bytes *bytes)
+{
+    WriteKept(units, count, true, bytes);
+}
+
+const TextForm kHtmlKept = {ReadKept, WriteKeptPlain};
+const TextForm kHtmlKeptWbr = {ReadKept, WriteKeptWbr};
 const TextForm kHtmlUtf8 = {ReadHtmlUtf8, WriteHtmlPlain};
 const TextForm kHtml1252 = {ReadHtml1252, WriteHtmlPlain};
 const TextForm kHtmlUtf8Wbr = {ReadHtmlUtf8, WriteHtmlWbr};

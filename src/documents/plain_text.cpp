@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "documents/html_text.h"
+#include "documents/text_font.h"
 #include "frame/strings.h"
 
 constexpr size_t kReadSize = 256 * 1024;  // bytes at a time; a longer line is done in stretches
@@ -251,13 +252,17 @@ static bool IsRead(const RewriteFiles &files)
 bool RewritePlainText(Document *document, const RewriteFiles &files)
 {
     PlainText text = {};
-    int font = FontNumber(&document->fonts, document->job->textFont ? document->job->textFont : "");
+    const char *name = document->job->textFont;
+    int font = FontNumber(&document->fonts, name ? name : "");
     text.document = document;
     text.target = files.output;
     text.fonts = {font, font};
     bool keepsFonts = document->job->flags & kKeepFonts;
-    if (!keepsFonts && !LegacyFont(document->fonts, font))
+    if (!keepsFonts &&
+        (font == kNoFont || !FindTextFont(&document->map, name, &document->textFont)))
         return FailDocument(document, kFailTextFont);
+    if (!keepsFonts)
+        document->fonts.items[font].entry = &document->textFont;
     if (!IsRead(files))
         return FailDocument(document, kFailEncoding);
     document->isRewriting = true;
