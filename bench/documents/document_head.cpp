@@ -119,9 +119,12 @@ void PutHead(DocumentWriter *writer)
     PutUntidy(writer, "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\" ?>",
               "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>");
     Put(writer, "\n<?mso-application progid=\"Word.Document\"?>\n"
-                "<w:wordDocument xmlns:w=\"urn:w\" xmlns:v=\"urn:v\" xmlns:o=\"urn:o\" "
-                "xmlns:wx=\"urn:wx\" xmlns:aml=\"urn:aml\" xmlns:wsp=\"urn:wsp\" "
-                "w:macrosPresent=\"no\" xml:space=\"preserve\"><o:DocumentProperties><o:Title>"
+                "<w:wordDocument xmlns:w=\"http://schemas.microsoft.com/office/word/2003/wordml\" "
+                "xmlns:wx=\"http://schemas.microsoft.com/office/word/2003/auxHint\" "
+                "xmlns:v=\"urn:schemas-microsoft-com:vml\" "
+                "xmlns:o=\"urn:schemas-microsoft-com:office:office\" "
+                "xmlns:aml=\"urn:aml\" xmlns:wsp=\"urn:wsp\" w:macrosPresent=\"no\" "
+                "xml:space=\"preserve\"><o:DocumentProperties><o:Title>"
                 "\u00D3\u00DF\u00CC &amp; A</o:Title></o:DocumentProperties>\n");
     PutFontTable(writer);
     PutLists(writer);

@@ -47,8 +47,10 @@ static bool PlaceOfName(std::string_view all, std::string_view value, FamilyPlac
         name = {name.data() + 1,
                 end == value.npos ? 0 : size_t(value.data() + end - name.data()) - 1};
     }
+    if (name.empty())
+        return false;  // a name in front of it stays
     *place = {size_t(name.data() - all.data()), name.size()};
-    return !name.empty();
+    return true;
 }
 
 bool FindFamily(std::string_view declarations, FamilyPlace *place)

@@ -12,9 +12,6 @@ from make_documents import FORMATS, make_format, make_of_today  # noqa: E402
 from pieces import visible  # noqa: E402
 from readers import local, read_document, value  # noqa: E402
 
-# Formats that the command doesn't convert yet.
-NOT_YET = ['html', 'rtf', 'txt', 'csv']
-
 SMALL = {name.casefold(): unicode for name, (_, unicode) in FONTS.items()}
 failures = []
 
@@ -200,7 +197,7 @@ def main():
     orvel, folder = Path(sys.argv[1]).resolve(), Path(sys.argv[2])
     os.environ['XDG_DATA_HOME'] = str(folder / 'data')  # no font map of the user's own
     shutil.rmtree(folder, ignore_errors=True)
-    kinds = sys.argv[3:] or [kind for kind in FORMATS if kind not in NOT_YET]
+    kinds = sys.argv[3:] or list(FORMATS)
     count = sum(check_format(orvel, folder, kind) for kind in kinds) + check_kept(orvel, folder, kinds)
     hostile = check_hostile(orvel, folder / 'hostile', set(FORMATS) - set(kinds), fail)
     print(f'{count} documents and {hostile} hostile ones, {len(failures)} failures')

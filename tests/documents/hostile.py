@@ -171,6 +171,7 @@ def others():
     for name, text in {
         'deep': '<html>' + '<div>' * 1000000, 'deep fonts': '<html>' + '<font face="Saysettha Lao">' * 300000 + '¡', 'open tag': '<html><font face="Saysettha Lao', 'open comment': '<html><!-- ¡',
         'open script': '<html><script>', 'open style': '<html><style>p{font-family:', 'long tag': '<html><p ' + 'a' * 30000000, 'NUL': '<html>\0<p>\0', 'ends that are open': '<html>' + '</font>' * 100000,
+        'family without a name': '<html><style>p{font-family:Saysettha Lao;font-family: }</style><p>¡<p style="font-family:Saysettha Lao;font-family: ,">¡',
         'large reference': '<html><font face="Saysettha Lao">&#99999999999999999999;&#xD800;&#0;&;&#;', 'many rules': '<html><style>' + ''.join(f'.c{i}{{font-family:F{i}}}' for i in range(50000)) +
         '</style>' + '<p class="c7">' * 50000}.items():
         yield name, 'html', text.encode('utf8')
