@@ -49,17 +49,22 @@ static bool ReadStyles(Package *package)
     return true;
 }
 
+// Parts with text come first, since what styles have to say depends on whether any of it is legacy.
 // Where nothing is written, or notes are wanted, which are told once, each part is read to its end.
 static bool LookThroughParts(Package *package, bool writes)
 {
     Document *document = package->document;
     bool onlyWhether = writes && !(document->job->flags & kDetectText);
     document->isRewriting = true;
-    for (size_t i = 0; i < package->count; ++i) {
-        PackagePart *part = &package->parts[i];
-        if (part->isXml && !WalkPart(package, part, onlyWhether))
-            return false;
-        document->changedParts += part->hasChanged;
+    for (int round : {0, 1, 2, 3}) {
+        for (size_t i = 0; i < package->count; ++i) {
+            PackagePart *part = &package->parts[i];
+            if (part->round != round || !part->isXml)
+                continue;
+            if (!WalkPart(package, part, onlyWhether))
+                return false;
+            document->changedParts += part->hasChanged;
+        }
     }
     document->isRepeating = !onlyWhether;
     return true;
