@@ -214,9 +214,10 @@ struct StylePart {
     int round;  // from 1
 };
 constexpr StylePart kOfficeStyles[] = {
-    {".styles+xml", 1},           {".fontTable+xml", 1},   {".theme+xml", 1},
-    {"presentation.main+xml", 1}, {".slideMaster+xml", 2}, {".notesMaster+xml", 2},
-    {".slideLayout+xml", 3},      {".worksheet+xml", 2},   {".sharedStrings+xml", 3}};
+    {".styles+xml", 1},       {".fontTable+xml", 1},        {".table+xml", 1},
+    {".theme+xml", 1},        {"presentation.main+xml", 1}, {".slideMaster+xml", 2},
+    {".notesMaster+xml", 2},  {".slideLayout+xml", 3},      {".worksheet+xml", 2},
+    {".sharedStrings+xml", 3}};
 constexpr StylePart kOpenDocumentStyles[] = {{"styles.xml", 1}, {"content.xml", 2}};
 
 static int RoundOf(const StylePart *rows, size_t count, std::string_view text)
