@@ -121,21 +121,26 @@ static bool OpenTablePart(Walk *walk, Tag *)
 
 // ---- the fonts of a text ----
 
+static int StyleOrDefault(Walk *walk, int style, WordFamily family)
+{
+    return style != kNoFontStyle ? style
+                                 : FindFontStyle(walk->document->styles, family, kDefaultName);
+}
+
 // In the order of the search.
 static int FindFont(Walk *walk, const TextState &state, int slot)
 {
     FontStyles *styles = &walk->document->styles;
-    int paragraph = state.paragraphStyle != kNoFontStyle
-                        ? state.paragraphStyle
-                        : FindFontStyle(*styles, kParagraphStyles, kDefaultName);
-    int table = state.tableStyle != kNoFontStyle
-                    ? state.tableStyle
-                    : FindFontStyle(*styles, kTableStyles, kDefaultName);
-    int search[] = {state.runStyle, paragraph, table,
-                    FindFontStyle(*styles, kDefaults, kDefaultName)};
     int font = state.fonts[slot];
-    for (size_t i = 0; !font && i < std::size(search); ++i)
-        font = FontOfStyle(styles, search[i], slot);
+    if (!font)
+        font = FontOfStyle(styles, state.runStyle, slot);
+    if (!font)
+        font =
+            FontOfStyle(styles, StyleOrDefault(walk, state.paragraphStyle, kParagraphStyles), slot);
+    if (!font)
+        font = FontOfStyle(styles, StyleOrDefault(walk, state.tableStyle, kTableStyles), slot);
+    if (!font)
+        font = FontOfStyle(styles, FindFontStyle(*styles, kDefaults, kDefaultName), slot);
     return FontOfNumber(walk->document, font);
 }
 
