@@ -382,17 +382,6 @@ static bool TakePieceOfPage(Page *page, const Piece &piece)
     }
 }
 
-static bool WriteReady(Page *page, size_t least)
-{
-    Bytes *output = &page->output;
-    if (output->length < least || output->length == 0)
-        return true;
-    bool done =
-        !page->target || fwrite(output->data, 1, output->length, page->target) == output->length;
-    output->length = 0;
-    return done || FailPage(page, kFailWrite);
-}
-
 static bool HasMemory(const Page *page)
 {
     const Document *document = page->document;
@@ -410,11 +399,12 @@ static bool ReadPage(Page *page, const DocumentSource &source)
         PutDeclaration(page);
     do {
         done = NextPiece(&page->scanner, &piece) || FailPage(page, page->scanner.failure);
-        done = done && TakePieceOfPage(page, piece) && WriteReady(page, kWriteSize);
+        done = done && TakePieceOfPage(page, piece) &&
+               WriteReady(page->document, &page->output, page->target, kWriteSize);
         done = done &&
                (HasMemory(page) || FailPage(page, page->tree.failed ? kFailDepth : kFailMemory));
     } while (done && piece.kind != kEndPiece);
-    done = done && EndLine(page) && WriteReady(page, 1);
+    done = done && EndLine(page) && WriteReady(page->document, &page->output, page->target, 1);
     StopScanning(&page->scanner);
     page->tree.count = 0;
     return done && !page->document->report.error;

@@ -6,16 +6,10 @@
 #include <cstring>
 #include <iterator>
 
+#include "documents/code_page.h"
 #include "frame/strings.h"
 
-// ---- code page 1252 ----
-
 // clang-format off
-constexpr uint16_t kHighControls[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
-};
-
 // Characters from U+00A0 to U+00FF by name, in their order.
 constexpr std::string_view kLatinNames[96] = {
     "nbsp", "iexcl", "cent", "pound", "curren", "yen", "brvbar", "sect", "uml", "copy", "ordf", "laquo", "not", "shy", "reg", "macr",
@@ -41,11 +35,6 @@ constexpr NamedCharacter kNamed[] = {
     {"trade", 0x2122},  {"scaron", 0x0161}, {"rsaquo", 0x203A}, {"oelig", 0x0153},
     {"Yuml", 0x0178},
 };
-
-WCHAR CharacterOf1252(unsigned char byte)
-{
-    return byte >= 0x80 && byte <= 0x9F ? WCHAR(kHighControls[byte - 0x80]) : WCHAR(byte);
-}
 
 // ---- references ----
 

@@ -22,6 +22,3 @@ bool LooksLikeUtf8(std::string_view bytes);
 
 // Appends bytes of a page in code page 1252 as UTF-8, references as they are.
 void AppendAsUtf8(std::string_view bytes, Bytes *output);
-
-// The character of a byte in code page 1252.
-WCHAR CharacterOf1252(unsigned char byte);

@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include "documents/code_page.h"
 #include "documents/html_text.h"
 #include "documents/text_font.h"
 #include "frame/strings.h"
@@ -153,17 +154,6 @@ static size_t TakeStretch(PlainText *text, std::string_view window, bool isLast)
     return behind;
 }
 
-static bool WriteReady(PlainText *text, size_t least)
-{
-    Bytes *output = &text->output;
-    if (output->length < least || output->length == 0)
-        return true;
-    bool done =
-        !text->target || fwrite(output->data, 1, output->length, text->target) == output->length;
-    output->length = 0;
-    return done || FailDocument(text->document, kFailWrite);
-}
-
 // Does all of the window that can be done, and keeps the rest.
 static bool TakeWindow(PlainText *text, bool isLast)
 {
@@ -174,7 +164,7 @@ static bool TakeWindow(PlainText *text, bool isLast)
         if (taken == 0)
             break;
         used += taken;
-        if (!WriteReady(text, kWriteSize))
+        if (!WriteReady(text->document, &text->output, text->target, kWriteSize))
             return false;
     }
     memmove(text->window.data, text->window.data + used, window.size() - used);
@@ -236,7 +226,7 @@ static bool ReadAll(PlainText *text, const RewriteFiles &files)
             return false;
         if (count == 0)
             return EndParagraph(text->document, &text->paragraph, &text->output) &&
-                   WriteReady(text, 1);
+                   WriteReady(text->document, &text->output, text->target, 1);
     }
 }
 

@@ -51,6 +51,15 @@ bool WalkThrough(Walk *walk, FILE *output)
     return !document->report.error;
 }
 
+bool WriteReady(Document *document, Bytes *output, FILE *target, size_t least)
+{
+    if (output->length < least || output->length == 0)
+        return true;
+    bool done = !target || fwrite(output->data, 1, output->length, target) == output->length;
+    output->length = 0;
+    return done || FailDocument(document, kFailWrite);
+}
+
 size_t ReadInput(void *context, char *buffer, size_t size)
 {
     FileReader *reader = static_cast<FileReader *>(context);

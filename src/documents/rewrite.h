@@ -29,6 +29,10 @@ struct FileReader {
 };
 size_t ReadInput(void *context, char *buffer, size_t size);
 
+// Writes what is ready, once it is so many bytes, to the file, where there is one: false with a
+// failure that is reported.
+bool WriteReady(Document *document, Bytes *output, FILE *target, size_t least);
+
 // Called for each block that is read: tells the host how far the work is, and asks it whether to
 // stop. False to stop, with the failure reported. `all` is in bytes of all readings.
 bool GoOn(Document *document, uint64_t done, uint64_t all);
