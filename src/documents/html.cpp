@@ -9,6 +9,8 @@
 #include "documents/css.h"
 #include "documents/html_text.h"
 #include "documents/html_tree.h"
+#include "documents/paragraph.h"
+#include "documents/scanner.h"
 #include "frame/strings.h"
 
 enum { kSelectors = 1 };  // the family of styles: fonts by a selector
@@ -437,7 +439,7 @@ static bool RewritePage(Page *page, const DocumentSource &source)
     return done;
 }
 
-bool RewriteHtml(Document *document, const RewriteFiles &files)
+bool RewriteHtml(Document *document, const DocumentFiles &files)
 {
     Page page = {};
     FileReader reader = {document, files.input, 0, 2 * files.length};

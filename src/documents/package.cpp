@@ -8,19 +8,10 @@
 #include <cstring>
 
 #include "documents/packed_part.h"
+#include "documents/relations.h"
 #include "runtime.h"
 
 // ---- walks through parts ----
-
-bool StartPart(Package *package, const PackagePart &part, PartReader *reader, Walk *walk)
-{
-    if (!OpenPart(package, part, reader) ||
-        !StartWalk(walk, package->document, &package->elements, {ReadPart, reader, 0}))
-        return false;
-    walk->part = int(part.entry.index);
-    walk->folder = part.folder;
-    return true;
-}
 
 // With `onlyWhether` the walk ends at the first change: what the part holds is counted when it is
 // written.
@@ -110,7 +101,7 @@ static bool CopyFile(Package *package, FILE *input, FILE *output)
 }
 
 // Written through a second stream of the old file, since parts are read while others are copied.
-static bool WritePackage(Package *package, const RewriteFiles &files)
+static bool WritePackage(Package *package, const DocumentFiles &files)
 {
     if (!package->document->changedParts)
         return CopyFile(package, files.input, files.output);
@@ -122,16 +113,16 @@ static bool WritePackage(Package *package, const RewriteFiles &files)
     return done;
 }
 
-static bool RewriteParts(Package *package, const RewriteFiles &files)
+static bool RewriteParts(Package *package, const DocumentFiles &files)
 {
-    return ListParts(package, files.length) &&
+    return ListParts(package, files.length) && FindPartsAbove(package) &&
            MakeElementsOf(package->document, DocumentFormat(package->document->job->format),
                           &package->elements) &&
            ReadStyles(package) && LookThroughParts(package, files.output != nullptr) &&
            (!files.output || WritePackage(package, files));
 }
 
-bool RewritePackage(Document *document, const RewriteFiles &files)
+bool RewritePackage(Document *document, const DocumentFiles &files)
 {
     Package package = {};
     int error = 0;

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "documents/relations.h"
+#include "documents/scanner.h"
 #include "frame/strings.h"
 
 constexpr zip_int64_t kMostParts = 65000;
@@ -289,5 +289,5 @@ bool ListParts(Package *package, uint64_t length)
     if (!ListAll(package, length) || !FindFormatOfPackage(package))
         return false;
     FindStyleParts(package);
-    return package->document->job->format != kPptx || FindPartsAbove(package);
+    return true;
 }

@@ -7,6 +7,7 @@
 
 #include "documents/code_page.h"
 #include "documents/html_text.h"
+#include "documents/paragraph.h"
 #include "documents/text_font.h"
 #include "frame/strings.h"
 
@@ -205,7 +206,7 @@ static void TakeMark(PlainText *text)
     window->length -= length;
 }
 
-static bool ReadAll(PlainText *text, const RewriteFiles &files)
+static bool ReadAll(PlainText *text, const DocumentFiles &files)
 {
     FileReader reader = {text->document, files.input, 0, files.length};
     bool isFirst = true;
@@ -231,7 +232,7 @@ static bool ReadAll(PlainText *text, const RewriteFiles &files)
 }
 
 // UTF-16 has no letter without a zero byte.
-static bool IsRead(const RewriteFiles &files)
+static bool IsRead(const DocumentFiles &files)
 {
     char head[512];
     rewind(files.input);
@@ -239,7 +240,7 @@ static bool IsRead(const RewriteFiles &files)
     return !memchr(head, 0, length);
 }
 
-bool RewritePlainText(Document *document, const RewriteFiles &files)
+bool RewritePlainText(Document *document, const DocumentFiles &files)
 {
     PlainText text = {};
     const char *name = document->job->textFont;

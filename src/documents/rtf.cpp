@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "documents/paragraph.h"
 #include "documents/rtf_text.h"
 
 constexpr size_t kMostDepth = 10000;  // groups in one another
@@ -401,7 +402,7 @@ static bool ReadRtfWhole(Rtf *rtf, FILE *file, const DocumentSource &source)
     return done && !rtf->document->report.error;
 }
 
-bool RewriteRtf(Document *document, const RewriteFiles &files)
+bool RewriteRtf(Document *document, const DocumentFiles &files)
 {
     Rtf rtf = {};
     FileReader reader = {document, files.input, 0, 2 * files.length};
