@@ -69,7 +69,7 @@ static int HoldText(Paragraph *paragraph, const TextForm *form, std::string_view
     paragraph->isHolding = true;
     AppendBytes(&paragraph->held, raw);
     paragraph->texts[paragraph->count] = text;
-    return int(paragraph->count++);
+    return paragraph->firstNumber + int(paragraph->count++);
 }
 
 int PutText(Document *document, Paragraph *paragraph, const TextForm *form, std::string_view raw,
@@ -96,8 +96,10 @@ int PutTextOfUnknownFont(Paragraph *paragraph, const TextForm *form, std::string
 
 void SetFonts(Document *document, Paragraph *paragraph, int number, FontPair fonts)
 {
-    assert(number >= 0 && size_t(number) < paragraph->count);
-    HeldText *text = &paragraph->texts[number];
+    size_t place = size_t(number - paragraph->firstNumber);
+    if (number < paragraph->firstNumber || place >= paragraph->count)
+        return;
+    HeldText *text = &paragraph->texts[place];
     text->fonts = fonts;
     CountText(document, TextOf(paragraph->held).substr(text->start, text->length), fonts);
 }
@@ -274,6 +276,10 @@ bool EndParagraph(Document *document, Paragraph *paragraph, Bytes *output)
     }
     if (done)
         WriteTexts(paragraph, output);
+    constexpr int kMostNumber = 1 << 30;
+    paragraph->firstNumber += int(paragraph->count);
+    if (paragraph->firstNumber > kMostNumber)
+        paragraph->firstNumber = 0;
     paragraph->held.length = 0;
     paragraph->count = 0;
     paragraph->isHolding = false;

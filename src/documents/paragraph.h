@@ -30,6 +30,7 @@ struct Paragraph {
     Bytes held;
     HeldText *texts;  // owned
     size_t count, room;
+    int firstNumber;  // of the first of them; numbers go on from paragraph to paragraph
     bool isHolding;   // what comes now is held
     bool isApart;     // of the next text
     size_t space;     // the same
@@ -50,7 +51,8 @@ enum { kNotHeld = -1 };
 int PutText(Document *document, Paragraph *paragraph, const TextForm *form, std::string_view raw,
             FontPair fonts, Bytes *output);
 
-// Text whose fonts aren't known yet is held in any case; SetFonts says them before the end.
+// Text whose fonts aren't known yet is held in any case; SetFonts says them before the end. Of a
+// text that has gone out since, as it came, they don't count any more.
 int PutTextOfUnknownFont(Paragraph *paragraph, const TextForm *form, std::string_view raw);
 void SetFonts(Document *document, Paragraph *paragraph, int number, FontPair fonts);
 

@@ -70,13 +70,11 @@ static void ReadRtf(std::string_view raw, int fallback, Units *units)
     }
 }
 
-static void WriteUnit(WCHAR unit, int fallback, Bytes *bytes)
+static void WriteUnit(WCHAR unit, Bytes *bytes)
 {
     char text[16];
-    int length = snprintf(text, sizeof text, "\\u%d%s", int(short(unit)), fallback ? "" : " ");
+    int length = snprintf(text, sizeof text, "\\u%d?", int(short(unit)));
     AppendBytes(bytes, {text, size_t(length)});
-    for (int i = 0; i < fallback; ++i)
-        AppendBytes(bytes, "?");
 }
 
 // The signs that are markup, and those that RTF has words for.
@@ -92,18 +90,35 @@ static std::string_view WordOf(WCHAR unit)
     }
 }
 
-static void WriteRtf(const WCHAR *units, size_t count, int fallback, Bytes *bytes)
+static bool IsAscii(WCHAR unit)
+{
+    return unit >= ' ' && unit < 0x80;
+}
+
+static void WriteUnits(const WCHAR *units, size_t count, Bytes *bytes)
 {
     for (size_t i = 0; i < count; ++i) {
         std::string_view word = WordOf(units[i]);
         char letter = char(units[i]);
         if (!word.empty())
             AppendBytes(bytes, word);
-        else if (units[i] >= ' ' && units[i] < 0x80)
+        else if (IsAscii(units[i]))
             AppendBytes(bytes, {&letter, 1});
         else
-            WriteUnit(units[i], fallback, bytes);
+            WriteUnit(units[i], bytes);
     }
+}
+
+// Some readers forget in notes how many characters stand for a \uN, and take one: text where it is
+// another number says so itself.
+static void WriteRtf(const WCHAR *units, size_t count, int fallback, Bytes *bytes)
+{
+    bool isOwn = false;
+    for (size_t i = 0; i < count && fallback != 1; ++i)
+        isOwn = isOwn || (WordOf(units[i]).empty() && !IsAscii(units[i]));
+    AppendBytes(bytes, isOwn ? "{\\uc1 " : "");
+    WriteUnits(units, count, bytes);
+    AppendBytes(bytes, isOwn ? "}" : "");
 }
 
 // clang-format off

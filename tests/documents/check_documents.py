@@ -188,6 +188,16 @@ def check_kept(orvel, folder, kinds):
     return len(kept)
 
 
+def check_refused(orvel, folder):
+    """A kind that nothing here reads: who has it is told what to do, and the old destination stays."""
+    destination = folder / 'refused.docx'
+    destination.write_text('old')
+    done = subprocess.run([orvel, 'convert', KEPT / 'letter.doc', destination], capture_output=True, text=True, errors='replace')
+    if done.returncode != 1 or 'soffice' not in done.stderr or destination.read_text() != 'old':
+        fail(KEPT / 'letter.doc', f'exit status {done.returncode}', done.stderr)
+    return 1
+
+
 def tidy(text):
     """A text as it stands in what is known of another program's documents."""
     return ' '.join(visible(text).split())
@@ -198,7 +208,7 @@ def main():
     os.environ['XDG_DATA_HOME'] = str(folder / 'data')  # no font map of the user's own
     shutil.rmtree(folder, ignore_errors=True)
     kinds = sys.argv[3:] or list(FORMATS)
-    count = sum(check_format(orvel, folder, kind) for kind in kinds) + check_kept(orvel, folder, kinds)
+    count = sum(check_format(orvel, folder, kind) for kind in kinds) + check_kept(orvel, folder, kinds) + check_refused(orvel, folder)
     hostile = check_hostile(orvel, folder / 'hostile', set(FORMATS) - set(kinds), fail)
     print(f'{count} documents and {hostile} hostile ones, {len(failures)} failures')
     return 1 if failures else 0

@@ -134,6 +134,7 @@ def xml():
         'deep': word_body('<w:sdt>' * 1000000 + RUN.format('¡') + '</w:sdt>' * 1000000), 'deep and open': word_body('<w:sdt>' * 1000000),
         'long tag': word_body(f'<w:p {"a" * 30000000}="1"/>'), 'long value': word_body(f'<w:p a="{"b" * 30000000}"/>'),
         'many attributes': word_body('<w:p ' + ' '.join(f'a{i}=""' for i in range(200000)) + '/>'),
+        'paragraph in a level': word_body('<w:lvl><w:lvlText w:val="¡"/>' + RUN.format('¡') + '</w:lvl>'),
         'NUL': word_body(RUN.format('¡\0¢')), 'half a pair': word_body(RUN.format('¡&#xD800;')), 'large reference': word_body(RUN.format('&#x110000;&#99999999999999999999;')),
         'NUL by reference': word_body(RUN.format('&#0;&#x0;&#;&#x;&;')), 'open reference': word_body(RUN.format('¡&#16')), 'open CDATA': word_body(RUN.format('<![CDATA[¡'))[:-60],
         'open comment': word_body(RUN.format('<!-- ¡')), 'wrong end': word_body(RUN.format('¡</w:x>')), 'no end': word_body('')[:-25], 'open value': word_body('<w:p a="'),

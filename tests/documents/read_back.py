@@ -2,18 +2,23 @@
 """What scripts/read-back does: another program, LibreOffice, reads what the command converted, and shows the known text."""
 import json, os, resource, shutil, subprocess, sys, time
 from collections import Counter
+import xml.etree.ElementTree as ElementTree
 from pathlib import Path
 sys.dont_write_bytecode = True
 from check_documents import KEPT, KINDS_OF_KEPT, convert, failures, tidy  # noqa: E402
 from make_documents import FORMATS, make_format  # noqa: E402
 from pieces import Source, escape  # noqa: E402
 from hostile import docx  # noqa: E402
-from readers import read_document, read_flat_open  # noqa: E402
+from readers import local, read_document, read_flat_open  # noqa: E402
 
 # Suffix: the flat OpenDocument that LibreOffice shows it as, and how it has to be told to read it.
 SHOWN_AS = {**dict.fromkeys(('docx', 'xml', 'odt', 'fodt', 'rtf'), ('fodt', None)), 'html': ('fodt:OpenDocument Text Flat XML', 'HTML (StarWriter)'),
             'txt': ('fodt', 'Text (encoded):UTF8'), 'csv': ('fods', 'Text - txt - csv (StarCalc):44,34,76,1'),
             **dict.fromkeys(('xlsx', 'ods', 'fods'), ('fods', None)), **dict.fromkeys(('pptx', 'odp', 'fodp'), ('fodp', None))}
+# Of a page in UTF-8 it takes references 128 to 159 for what they say; browsers show the signs of code page 1252, as was meant.
+SIGNS = {code: bytes([code]).decode('cp1252') for code in range(0x80, 0xA0) if code not in (0x81, 0x8D, 0x8F, 0x90, 0x9D)}
+
+
 def show(paths, target, how, folder):
     command = ['soffice', f'-env:UserInstallation=file://{folder.resolve()}/profile', '--headless', *([f'--infilter={how}'] if how else []),
                '--convert-to', target, '--outdir', folder, *paths]
@@ -21,6 +26,14 @@ def show(paths, target, how, folder):
         subprocess.run(command, capture_output=True, timeout=30 + 2 * len(paths))
     except subprocess.TimeoutExpired:
         pass
+
+
+def paragraphs_of(path, flat):
+    """As the readers have them; of a CSV file the rows."""
+    if path.suffix != '.csv':
+        return read_flat_open(flat)['document']
+    rows = ElementTree.fromstring(flat).iter('{urn:oasis:names:tc:opendocument:xmlns:table:1.0}table-row')
+    return [','.join(''.join(cell.itertext()).strip('\n ') for cell in row if local(cell) == 'table-cell').rstrip(',') for row in rows]
 
 
 def look(paths, folder):
@@ -36,7 +49,7 @@ def look(paths, folder):
             if not made.exists():  # one that ends LibreOffice takes those behind it along
                 show([path], target, how, folder)
             if made.exists():
-                shown[path] = {tidy(text) for text in read_flat_open(made.read_bytes())['document']} - {''}
+                shown[path] = {tidy(text).translate(SIGNS) for text in paragraphs_of(path, made.read_bytes())} - {''}
                 made.unlink()
     return shown
 
