@@ -11,6 +11,7 @@
 #include "orvel.h"
 
 constexpr int kUtf8 = -2;      // as a code of the command line
+constexpr int kMapFont = -3;   // the same: a font of the map of document fonts, by its name
 constexpr size_t kGrowth = 3;  // bytes that one byte can become in any code
 constexpr WCHAR kReplacement = '?';
 constexpr uint8_t kNoBreakSpace = 160;
@@ -18,8 +19,9 @@ constexpr uint8_t kNoBreakSpace = 160;
 constexpr int kNoFont = -1;  // characters as the plain fonts have them
 
 struct Recoder {
-    int from, to;  // font codes, or kUtf8
-    size_t lost;   // bytes or characters without a place
+    int from, to;      // font codes, or kUtf8; `from` also kMapFont
+    std::string font;  // of kMapFont
+    size_t lost;       // bytes or characters without a place
 };
 
 // The next character of UTF-8 as one unit; what is above U+FFFF or no UTF-8 has no place in any
@@ -83,11 +85,29 @@ static std::string RecodeWhole(Recoder *recoder, const std::string &text, int co
     return recoded;
 }
 
+static std::string Utf8FromMapFont(const std::string &font, const std::string &text)
+{
+    std::vector<WCHAR> characters(2 * text.size() + 1);
+    int count =
+        LegacyToUnicode(text.c_str(), characters.data(), DWORD(characters.size()), font.c_str());
+    std::string utf8;
+    for (int i = 0; i < count; ++i)
+        AppendUtf8(&utf8, char16_t(characters[size_t(i)]));
+    return utf8;
+}
+
 static std::string RecodeText(Recoder *recoder, std::string_view text)
 {
+    std::string unicode;
     if (recoder->from == recoder->to)
         return std::string(text);
-    std::string code = recoder->from == kUtf8
+    if (recoder->from == kMapFont) {
+        unicode = Utf8FromMapFont(recoder->font, std::string(text));
+        if (recoder->to == kUtf8)
+            return unicode;
+        text = unicode;
+    }
+    std::string code = recoder->from == kUtf8 || recoder->from == kMapFont
                            ? CodeFromUtf8(recoder, text)
                            : RecodeWhole(recoder, std::string(text), recoder->from);
     PackLao(code.data());
@@ -121,13 +141,27 @@ static bool ReadCode(const std::string &name, int *code)
     return false;
 }
 
+// Keyboard fonts, for instance, whose text looks like ",to5f", have no code of their own.
+static bool IsMapFont(const std::string &name)
+{
+    WCHAR nothing;
+    return LegacyToUnicode("", &nothing, 1, name.c_str()) == 0;
+}
+
 static int RunRecode(const std::string &from, const std::string &to,
                      const std::vector<std::string> &files)
 {
     Recoder recoder = {};
     if (!Start())
         return kNotDone;
-    if (!ReadCode(from, &recoder.from) || !ReadCode(to, &recoder.to))
+    bool isCode = FindFontCode(from) >= 0 || FontType(from.c_str()) >= 0;
+    if (!isCode && IsMapFont(from)) {
+        recoder.from = kMapFont;
+        recoder.font = from;
+    } else if (!ReadCode(from, &recoder.from)) {
+        return kWrongUsage;
+    }
+    if (!ReadCode(to, &recoder.to))
         return kWrongUsage;
     int worst = ProcessParts(files, [&](const TextPart &part, std::string *output) {
         RecodePart(&recoder, part.text, output);
@@ -148,9 +182,13 @@ void AddRecodeCommand(CLI::App *app, Command *chosen)
         app->add_subcommand("recode", "recode text between the encodings of old fonts and UTF-8");
     recode
         ->add_option("--from", *from,
+                     "a font code's name or number, UTF-8, or the name of a registered font or of "
+                     "one of the font map of documents")
+        ->required();
+    recode
+        ->add_option("--to", *to,
                      "a font code's name or number, a registered font's name, or UTF-8")
         ->required();
-    recode->add_option("--to", *to, "the same")->required();
     recode->add_option("files", *files, "files; none or - reads standard input");
     recode->footer(
         "What has no place becomes \"?\" and is counted on standard error; exit status 1 then.\n"

@@ -482,19 +482,19 @@ enum ConversionFailure {
     kFailStyleFonts = 509,      /* no memory at the fonts of a style, of a paragraph, of a run */
     kFailParagraphFonts = 514,
     kFailRunFonts = 519,
-    kFailStart = 891,    /* the library can't be started */
-    kFailNoPath = 920,   /* a path is null */
-    kFailOpen = 926,     /* a file can't be opened, or both are one */
-    kFailMemory = 938,   /* no memory for the buffers or the styles */
-    kFailCutTag = 1000,  /* the document ends inside a tag */
-    kFailText = 1001,    /* a text can't be converted */
-    kFailWrite = 1002,   /* the new file can't be written */
-    kFailFontMap = 1003, /* the font map of a job can't be read or has no row */
-    kFailBusy = 1004,    /* a conversion is running */
-    kFailJobSize = 1005, /* a job's size field isn't the size of this library's record */
-    kFailStopped = 1006, /* the job's shallStop said so */
-    kFailFormat = 1007,  /* the source is no document of a format that is known; jobs with
-                            kAllFormats alone, as are all below */
+    kFailStart = 891,      /* the library can't be started */
+    kFailNoPath = 920,     /* a path is null */
+    kFailOpen = 926,       /* a file can't be opened, or both are one */
+    kFailMemory = 938,     /* no memory for the buffers or the styles */
+    kFailCutTag = 1000,    /* the document ends inside a tag */
+    kFailText = 1001,      /* a text can't be converted */
+    kFailWrite = 1002,     /* the new file can't be written */
+    kFailFontMap = 1003,   /* the font map of a job can't be read or has no row */
+    kFailBusy = 1004,      /* a conversion is running */
+    kFailJobSize = 1005,   /* a job's size field isn't the size of this library's record */
+    kFailStopped = 1006,   /* the job's shallStop said so */
+    kFailFormat = 1007,    /* the source is no document of a format that is known; jobs with
+                              kAllFormats alone, as are all below */
     kFailPackage = 1008,   /* a packed document is damaged */
     kFailEncrypted = 1009, /* a document is protected by a password */
     kFailTooLarge = 1010,  /* a part of a package is too large to be true, or a tag too long */
@@ -509,6 +509,13 @@ enum ConversionFailure {
  * the old one stays. A meter shows the progress; its Cancel changes nothing. Notes and failures are
  * shown in a box. kConverted, also with notes, or why it failed. */
 DWORD WINAPI ConvertFile(const char *source, const char *destination);
+
+/* Text in the code of a legacy font to 16-bit characters: of a font of the font map (FontList.ini
+ * of the data folder, else the built-in one), or of a registered one whose code the document
+ * converter knows too (0, 2 and 3). capacity counts characters; two for each byte are always
+ * enough. The number written, without a terminator; -1 for another font, and when they do not fit.
+ */
+int WINAPI LegacyToUnicode(const char *text, WCHAR *characters, DWORD capacity, const char *font);
 
 /* A font of a document's text, and how many characters are set in it. */
 typedef struct DocumentFont {
@@ -542,7 +549,8 @@ enum {
                             and of text that doesn't in a font that is one */
     kApplyDetected = 16, /* and convert the first, and leave the second as it is */
     kKeepFonts = 32,     /* no font is a legacy one: only breaks change */
-    kWbrBreaks = 64      /* in HTML, <wbr> in place of U+200B */
+    kWbrBreaks = 64,     /* in HTML, <wbr> in place of U+200B */
+    kBreaksByOption = 128 /* breaks where the option "b" says, in place of word boundaries */
 };
 
 /* A conversion with what ConvertFile leaves to the library. Null or 0 where nothing is wanted. The
@@ -563,7 +571,8 @@ typedef struct DocumentJob {
     DWORD fontCount;     /* receives their number */
     DWORD flags;         /* of the enumeration above */
     DWORD format;        /* a DocumentFormat that the source shall be; receives what it is */
-    const char *textFont; /* UTF-8: the font whose code a plain text is in */
+    const char
+        *textFont; /* UTF-8: the font whose code a plain text is in, as for LegacyToUnicode */
     unsigned long long convertedCharacters; /* receives how many were in legacy fonts */
     unsigned long long changedParts; /* receives how many parts of the document changed; 0: the new
                                         one is the old one, byte for byte */

@@ -72,21 +72,21 @@ static void RemakeUnits(Paragraph *paragraph, UnitStep step, const void *context
     paragraph->spare = units;
 }
 
-static bool MarkChunks(const Units &units, LaoChunk *chunks, bool *marks)
+static bool MarkChunks(const Units &units, DWORD where, LaoChunk *chunks, bool *marks)
 {
     DWORD length = DWORD(units.length);
-    int count = DivideText(units.data, length, chunks, length, kInsertBreaks | kWordBreaks);
+    int count = DivideText(units.data, length, chunks, length, kInsertBreaks | where);
     for (int i = 0; i < count; ++i)
         marks[chunks[i].start] = chunks[i].hasBreak;
     return count >= 0 || length == 0;
 }
 
-static bool PutMarks(Paragraph *paragraph)
+static bool PutMarks(Paragraph *paragraph, DWORD where)
 {
     size_t length = paragraph->units.length;
     LaoChunk *chunks = static_cast<LaoChunk *>(calloc(length + 1, sizeof(LaoChunk)));
     bool *marks = static_cast<bool *>(calloc(length + 1, sizeof(bool)));
-    bool done = chunks && marks && MarkChunks(paragraph->units, chunks, marks);
+    bool done = chunks && marks && MarkChunks(paragraph->units, where, chunks, marks);
     if (done)
         RemakeUnits(paragraph, PutMark, marks);
     free(chunks);
@@ -99,6 +99,7 @@ bool DivideTexts(Document *document, Paragraph *paragraph)
     DWORD flags = document->job->flags;
     if (flags & (kWriteBreaks | kTakeBreaks))
         RemakeUnits(paragraph, DropMark, nullptr);
-    bool done = !(flags & kWriteBreaks) || PutMarks(paragraph);
+    DWORD where = flags & kBreaksByOption ? 0 : kWordBreaks;
+    bool done = !(flags & kWriteBreaks) || PutMarks(paragraph, where);
     return done && !paragraph->units.failed && !paragraph->spare.failed;
 }

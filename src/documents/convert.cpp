@@ -70,7 +70,7 @@ static uint64_t LengthOf(FILE *file)
     return length > 0 ? uint64_t(length) : 0;
 }
 
-static bool RewriteToPlace(Document *document, RewriteFiles files)
+static bool RewriteToPlace(Document *document, DocumentFiles files)
 {
     const DocumentJob *job = document->job;
     bool isOnto = IsSameFile(job->source, job->destination);
@@ -90,7 +90,7 @@ static bool RewriteSource(Document *document)
     FILE *input = OpenDocument(job->source);
     if (!input)
         return FailDocument(document, kFailOpen);
-    RewriteFiles files = {job->source, input, nullptr, LengthOf(input)};
+    DocumentFiles files = {job->source, input, nullptr, LengthOf(input)};
     bool done =
         job->destination ? RewriteToPlace(document, files) : RewriteDocument(document, files);
     fclose(input);

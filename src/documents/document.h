@@ -14,6 +14,7 @@ struct Document {
     DocumentJob *job;  // not owned
     ConversionReport report;
     FontMap map;
+    FontMapEntry textFont;  // of a plain text, which may not be in the map
     FontNames fonts;
     FontStyles styles;
     SharedStrings strings;

@@ -94,6 +94,7 @@ int FontNumber(FontNames *fonts, std::string_view name)
         return kNoFont;
     int number = int(fonts->count++);
     fonts->items[number] = {start, name.size(), EntryOf(fonts->map, name), 0, 0, 0};
+    fonts->hasLegacy = fonts->hasLegacy || fonts->items[number].entry;
     *slot = number;
     if (2 * fonts->count > fonts->indexSize)
         fonts->failed = !MakeIndex(fonts, 2 * fonts->indexSize);

@@ -24,7 +24,8 @@ struct FontNames {
     int *index;       // owned: numbers by a hash of the name, 0 for a free slot
     int *touched;     // owned: numbers with pending characters, in the order of their use
     size_t count, room, indexSize, usedCount, touchedCount, touchedRoom;
-    bool failed;  // memory was short
+    bool hasLegacy;  // some name is a legacy font's
+    bool failed;     // memory was short
 };
 
 // Takes what is needed; FreeFontNames frees it in either case.

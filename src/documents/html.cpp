@@ -9,6 +9,8 @@
 #include "documents/css.h"
 #include "documents/html_text.h"
 #include "documents/html_tree.h"
+#include "documents/paragraph.h"
+#include "documents/scanner.h"
 #include "frame/strings.h"
 
 enum { kSelectors = 1 };  // the family of styles: fonts by a selector
@@ -59,10 +61,13 @@ static bool EndLine(Page *page)
 
 static const TextForm *FormOfText(const Page *page)
 {
-    bool usesWbr = page->document->job->flags & kWbrBreaks;
-    if (page->encoding == kHtmlIsUtf8)
-        return usesWbr ? &kHtmlUtf8Wbr : &kHtmlUtf8;
-    return usesWbr ? &kHtml1252Wbr : &kHtml1252;
+    DWORD flags = page->document->job->flags;
+    bool usesWbr = flags & kWbrBreaks;
+    if (page->encoding != kHtmlIsUtf8)
+        return usesWbr ? &kHtml1252Wbr : &kHtml1252;
+    if (flags & kKeepFonts)
+        return usesWbr ? &kHtmlKeptWbr : &kHtmlKept;
+    return usesWbr ? &kHtmlUtf8Wbr : &kHtmlUtf8;
 }
 
 // Text in fonts that stay is transcoded with its references as they are, where no breaks are
@@ -379,17 +384,6 @@ static bool TakePieceOfPage(Page *page, const Piece &piece)
     }
 }
 
-static bool WriteReady(Page *page, size_t least)
-{
-    Bytes *output = &page->output;
-    if (output->length < least || output->length == 0)
-        return true;
-    bool done =
-        !page->target || fwrite(output->data, 1, output->length, page->target) == output->length;
-    output->length = 0;
-    return done || FailPage(page, kFailWrite);
-}
-
 static bool HasMemory(const Page *page)
 {
     const Document *document = page->document;
@@ -407,11 +401,12 @@ static bool ReadPage(Page *page, const DocumentSource &source)
         PutDeclaration(page);
     do {
         done = NextPiece(&page->scanner, &piece) || FailPage(page, page->scanner.failure);
-        done = done && TakePieceOfPage(page, piece) && WriteReady(page, kWriteSize);
+        done = done && TakePieceOfPage(page, piece) &&
+               WriteReady(page->document, &page->output, page->target, kWriteSize);
         done = done &&
                (HasMemory(page) || FailPage(page, page->tree.failed ? kFailDepth : kFailMemory));
     } while (done && piece.kind != kEndPiece);
-    done = done && EndLine(page) && WriteReady(page, 1);
+    done = done && EndLine(page) && WriteReady(page->document, &page->output, page->target, 1);
     StopScanning(&page->scanner);
     page->tree.count = 0;
     return done && !page->document->report.error;
@@ -444,7 +439,7 @@ static bool RewritePage(Page *page, const DocumentSource &source)
     return done;
 }
 
-bool RewriteHtml(Document *document, const RewriteFiles &files)
+bool RewriteHtml(Document *document, const DocumentFiles &files)
 {
     Page page = {};
     FileReader reader = {document, files.input, 0, 2 * files.length};

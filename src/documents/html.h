@@ -1,6 +1,6 @@
 // HTML pages, above all those of the years in which fonts were named by <font>.
 #pragma once
 
-#include "documents/rewrite.h"
+#include "documents/document_files.h"
 
-bool RewriteHtml(Document *document, const RewriteFiles &files);
+bool RewriteHtml(Document *document, const DocumentFiles &files);

@@ -6,16 +6,10 @@
 #include <cstring>
 #include <iterator>
 
+#include "documents/code_page.h"
 #include "frame/strings.h"
 
-// ---- code page 1252 ----
-
 // clang-format off
-constexpr uint16_t kHighControls[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
-};
-
 // Characters from U+00A0 to U+00FF by name, in their order.
 constexpr std::string_view kLatinNames[96] = {
     "nbsp", "iexcl", "cent", "pound", "curren", "yen", "brvbar", "sect", "uml", "copy", "ordf", "laquo", "not", "shy", "reg", "macr",
@@ -41,11 +35,6 @@ constexpr NamedCharacter kNamed[] = {
     {"trade", 0x2122},  {"scaron", 0x0161}, {"rsaquo", 0x203A}, {"oelig", 0x0153},
     {"Yuml", 0x0178},
 };
-
-WCHAR CharacterOf1252(unsigned char byte)
-{
-    return byte >= 0x80 && byte <= 0x9F ? WCHAR(kHighControls[byte - 0x80]) : WCHAR(byte);
-}
 
 // ---- references ----
 
@@ -169,6 +158,50 @@ static void WriteHtmlWbr(const WCHAR *units, size_t count, Bytes *bytes)
     WriteHtml(units, count, true, bytes);
 }
 
+static bool IsLao(unsigned long character)
+{
+    return (character >= 0x0E80 && character <= 0x0EFF) || character == 0x200B;
+}
+
+static void ReadKept(std::string_view raw, Units *units)
+{
+    while (!raw.empty()) {
+        size_t length = 1;
+        unsigned long character = raw[0] == '&' ? ReadHtmlReference(raw, &length) : 0;
+        if (raw[0] != '&') {
+            ReadUtf8(&raw, units);
+            continue;
+        }
+        if (IsLao(character))
+            AppendCharacter(units, character);
+        for (size_t i = 0; i < length && !IsLao(character); ++i)
+            AppendUnit(units, WCHAR(kKeptBytes + uint8_t(raw[i])));
+        raw.remove_prefix(length);
+    }
+}
+
+static void WriteKept(const WCHAR *units, size_t count, bool usesWbr, Bytes *bytes)
+{
+    for (size_t i = 0; i < count;) {
+        bool isWbr = usesWbr && units[i] == 0x200B;
+        if (isWbr)
+            AppendBytes(bytes, "<wbr>");
+        i += isWbr ? 1 : WriteUtf8(units + i, count - i, bytes);
+    }
+}
+
+static void WriteKeptPlain(const WCHAR *units, size_t count, Bytes *bytes)
+{
+    WriteKept(units, count, false, bytes);
+}
+
+static void WriteKeptWbr(const WCHAR *units, size_t count, Bytes *bytes)
+{
+    WriteKept(units, count, true, bytes);
+}
+
+const TextForm kHtmlKept = {ReadKept, WriteKeptPlain};
+const TextForm kHtmlKeptWbr = {ReadKept, WriteKeptWbr};
 const TextForm kHtmlUtf8 = {ReadHtmlUtf8, WriteHtmlPlain};
 const TextForm kHtml1252 = {ReadHtml1252, WriteHtmlPlain};
 const TextForm kHtmlUtf8Wbr = {ReadHtmlUtf8, WriteHtmlWbr};

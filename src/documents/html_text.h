@@ -9,6 +9,9 @@ extern const TextForm kHtmlUtf8, kHtml1252;
 // The same, with <wbr> for a break that can't be seen.
 extern const TextForm kHtmlUtf8Wbr, kHtml1252Wbr;
 
+// For breaks alone, in UTF-8: all that isn't Lao comes out as it came, references too.
+extern const TextForm kHtmlKept, kHtmlKeptWbr;
+
 enum HtmlEncoding { kHtmlUnknown, kHtmlIsUtf8, kHtmlIs1252, kHtmlOther };
 
 // The encoding of a name, as pages declare it, in whatever capitals.
@@ -19,6 +22,3 @@ bool LooksLikeUtf8(std::string_view bytes);
 
 // Appends bytes of a page in code page 1252 as UTF-8, references as they are.
 void AppendAsUtf8(std::string_view bytes, Bytes *output);
-
-// The character of a byte in code page 1252.
-WCHAR CharacterOf1252(unsigned char byte);

@@ -56,14 +56,25 @@ static int FontOfDefault(Walk *walk, std::string_view family, int slot)
                     slot);
 }
 
+static int FindStyleHere(Walk *walk, int family, std::string_view name)
+{
+    bool isAutomatic = IsInside(walk, 1, "office:automatic-styles");
+    int scope = isAutomatic ? OwnScope(walk, family) : CommonScope(walk, family);
+    return FindFontStyle(walk->document->styles, scope, name);
+}
+
 static bool OpenStyle(Walk *walk, Tag *tag)
 {
     std::string_view name = ValueOf(walk, tag, "style:name");
     std::string_view parent = ValueOf(walk, tag, "style:parent-style-name");
     FontStyles *styles = &walk->document->styles;
     int family = FamilyOf(ValueOf(walk, tag, "style:family"));
-    if (walk->document->isRewriting || !family || !name.data())
+    if (!family || !name.data())
         return true;
+    if (walk->document->isRewriting) {
+        StateOf(walk)->style = FindStyleHere(walk, family, name);
+        return true;
+    }
     bool isAutomatic = IsInside(walk, 1, "office:automatic-styles");
     int style = AddFontStyle(
         styles, isAutomatic ? OwnScope(walk, family) : CommonScope(walk, family), name);
@@ -76,7 +87,9 @@ static bool OpenStyle(Walk *walk, Tag *tag)
 static bool OpenDefaultStyle(Walk *walk, Tag *tag)
 {
     int family = FamilyOf(ValueOf(walk, tag, "style:family"));
-    if (!walk->document->isRewriting && family)
+    if (walk->document->isRewriting)
+        StateOf(walk)->style = FindStyleHere(walk, family, kDefaultName);
+    else if (family)
         StateOf(walk)->style =
             AddFontStyle(&walk->document->styles, CommonScope(walk, family), kDefaultName);
     return true;
@@ -224,9 +237,43 @@ static void SetComplexFont(Walk *walk, Tag *tag, const SaidFonts &said)
         AddAttribute(walk, tag, name.substr(name.find(':') + 1), value);
 }
 
+// Of a style, its bases, or the default of its family.
+static int FontOfStyleHere(Walk *walk)
+{
+    int style = StateOf(walk)->style, font = FontFrom(walk, style, kAscii);
+    if (font || style == kNoFontStyle)
+        return font;
+    int family = walk->document->styles.items[style].family % kFamiliesOfScope - kFirstFamily;
+    return FontOfDefault(walk, kFamilies[family], kAscii);
+}
+
+struct TwinRow {
+    std::string_view name, twin;
+};
+constexpr TwinRow kTwins[] = {{"fo:font-size", "style:font-size-complex"},
+                              {"fo:font-weight", "style:font-weight-complex"},
+                              {"fo:font-style", "style:font-style-complex"}};
+
+// Size, weight and slant of Lao in Unicode are attributes of their own, too: they say the same as
+// those of legacy text, and stay as they are where the text isn't.
+static void SetTwins(Walk *walk, Tag *tag, bool isLegacy)
+{
+    Attribute attribute, twin;
+    for (const TwinRow &row : kTwins) {
+        if (!FindAttribute(walk, tag, row.name, &attribute))
+            continue;
+        if (!FindAttribute(walk, tag, row.twin, &twin))
+            AddAttribute(walk, tag, row.twin.substr(row.twin.find(':') + 1), attribute.value);
+        else if (isLegacy)
+            ReplaceValue(walk, twin, attribute.value);
+    }
+}
+
 static bool OpenTextProperties(Walk *walk, Tag *tag)
 {
     SaidFonts said = ReadFonts(walk, tag);
+    if (walk->document->isRewriting && walk->document->fonts.hasLegacy)
+        SetTwins(walk, tag, said.entry || LegacyOf(walk, FontOfStyleHere(walk)));
     TextState *around = &ElementAbove(walk, 1)->state;
     int style = walk->document->isRewriting ? kNoFontStyle : StateOf(walk)->style;
     if (said.entry)

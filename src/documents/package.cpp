@@ -8,19 +8,10 @@
 #include <cstring>
 
 #include "documents/packed_part.h"
+#include "documents/relations.h"
 #include "runtime.h"
 
 // ---- walks through parts ----
-
-bool StartPart(Package *package, const PackagePart &part, PartReader *reader, Walk *walk)
-{
-    if (!OpenPart(package, part, reader) ||
-        !StartWalk(walk, package->document, &package->elements, {ReadPart, reader, 0}))
-        return false;
-    walk->part = int(part.entry.index);
-    walk->folder = part.folder;
-    return true;
-}
 
 // With `onlyWhether` the walk ends at the first change: what the part holds is counted when it is
 // written.
@@ -49,17 +40,22 @@ static bool ReadStyles(Package *package)
     return true;
 }
 
+// Parts with text come first, since what styles have to say depends on whether any of it is legacy.
 // Where nothing is written, or notes are wanted, which are told once, each part is read to its end.
 static bool LookThroughParts(Package *package, bool writes)
 {
     Document *document = package->document;
     bool onlyWhether = writes && !(document->job->flags & kDetectText);
     document->isRewriting = true;
-    for (size_t i = 0; i < package->count; ++i) {
-        PackagePart *part = &package->parts[i];
-        if (part->isXml && !WalkPart(package, part, onlyWhether))
-            return false;
-        document->changedParts += part->hasChanged;
+    for (int round : {0, 1, 2, 3}) {
+        for (size_t i = 0; i < package->count; ++i) {
+            PackagePart *part = &package->parts[i];
+            if (part->round != round || !part->isXml)
+                continue;
+            if (!WalkPart(package, part, onlyWhether))
+                return false;
+            document->changedParts += part->hasChanged;
+        }
     }
     document->isRepeating = !onlyWhether;
     return true;
@@ -105,7 +101,7 @@ static bool CopyFile(Package *package, FILE *input, FILE *output)
 }
 
 // Written through a second stream of the old file, since parts are read while others are copied.
-static bool WritePackage(Package *package, const RewriteFiles &files)
+static bool WritePackage(Package *package, const DocumentFiles &files)
 {
     if (!package->document->changedParts)
         return CopyFile(package, files.input, files.output);
@@ -117,16 +113,16 @@ static bool WritePackage(Package *package, const RewriteFiles &files)
     return done;
 }
 
-static bool RewriteParts(Package *package, const RewriteFiles &files)
+static bool RewriteParts(Package *package, const DocumentFiles &files)
 {
-    return ListParts(package, files.length) &&
+    return ListParts(package, files.length) && FindPartsAbove(package) &&
            MakeElementsOf(package->document, DocumentFormat(package->document->job->format),
                           &package->elements) &&
            ReadStyles(package) && LookThroughParts(package, files.output != nullptr) &&
            (!files.output || WritePackage(package, files));
 }
 
-bool RewritePackage(Document *document, const RewriteFiles &files)
+bool RewritePackage(Document *document, const DocumentFiles &files)
 {
     Package package = {};
     int error = 0;

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <iterator>
 
-#include "documents/relations.h"
+#include "documents/scanner.h"
 #include "frame/strings.h"
 
 constexpr zip_int64_t kMostParts = 65000;
@@ -213,10 +213,11 @@ struct StylePart {
     std::string_view end;
     int round;  // from 1
 };
-constexpr StylePart kOfficeStyles[] = {{".styles+xml", 1},           {".theme+xml", 1},
-                                       {"presentation.main+xml", 1}, {".slideMaster+xml", 2},
-                                       {".notesMaster+xml", 2},      {".slideLayout+xml", 3},
-                                       {".worksheet+xml", 2},        {".sharedStrings+xml", 3}};
+constexpr StylePart kOfficeStyles[] = {
+    {".styles+xml", 1},       {".fontTable+xml", 1},        {".table+xml", 1},
+    {".theme+xml", 1},        {"presentation.main+xml", 1}, {".slideMaster+xml", 2},
+    {".notesMaster+xml", 2},  {".slideLayout+xml", 3},      {".worksheet+xml", 2},
+    {".sharedStrings+xml", 3}};
 constexpr StylePart kOpenDocumentStyles[] = {{"styles.xml", 1}, {"content.xml", 2}};
 
 static int RoundOf(const StylePart *rows, size_t count, std::string_view text)
@@ -288,5 +289,5 @@ bool ListParts(Package *package, uint64_t length)
     if (!ListAll(package, length) || !FindFormatOfPackage(package))
         return false;
     FindStyleParts(package);
-    return package->document->job->format != kPptx || FindPartsAbove(package);
+    return true;
 }

@@ -2,7 +2,7 @@
 // of packages (package.cpp) asks before it begins.
 #pragma once
 
-#include "documents/rewrite.h"
+#include "documents/xml_file.h"
 #include "documents/zip_files.h"
 
 struct PackagePart {

@@ -11,6 +11,16 @@ constexpr int kRawWindow = -15;  // the largest window, without a head: archives
 // it.
 constexpr uint64_t kMostGrowth = 6;
 
+bool StartPart(Package *package, const PackagePart &part, PartReader *reader, Walk *walk)
+{
+    if (!OpenPart(package, part, reader) ||
+        !StartWalk(walk, package->document, &package->elements, {ReadPart, reader, 0}))
+        return false;
+    walk->part = int(part.entry.index);
+    walk->folder = part.folder;
+    return true;
+}
+
 static bool StartPacker(PackedPart *made)
 {
     made->block = static_cast<char *>(malloc(kBlockSize));

@@ -5,7 +5,10 @@
 
 #include <cstring>
 
+#include "documents/code_page.h"
 #include "documents/html_text.h"
+#include "documents/paragraph.h"
+#include "documents/text_font.h"
 #include "frame/strings.h"
 
 constexpr size_t kReadSize = 256 * 1024;  // bytes at a time; a longer line is done in stretches
@@ -152,17 +155,6 @@ static size_t TakeStretch(PlainText *text, std::string_view window, bool isLast)
     return behind;
 }
 
-static bool WriteReady(PlainText *text, size_t least)
-{
-    Bytes *output = &text->output;
-    if (output->length < least || output->length == 0)
-        return true;
-    bool done =
-        !text->target || fwrite(output->data, 1, output->length, text->target) == output->length;
-    output->length = 0;
-    return done || FailDocument(text->document, kFailWrite);
-}
-
 // Does all of the window that can be done, and keeps the rest.
 static bool TakeWindow(PlainText *text, bool isLast)
 {
@@ -173,7 +165,7 @@ static bool TakeWindow(PlainText *text, bool isLast)
         if (taken == 0)
             break;
         used += taken;
-        if (!WriteReady(text, kWriteSize))
+        if (!WriteReady(text->document, &text->output, text->target, kWriteSize))
             return false;
     }
     memmove(text->window.data, text->window.data + used, window.size() - used);
@@ -214,7 +206,7 @@ static void TakeMark(PlainText *text)
     window->length -= length;
 }
 
-static bool ReadAll(PlainText *text, const RewriteFiles &files)
+static bool ReadAll(PlainText *text, const DocumentFiles &files)
 {
     FileReader reader = {text->document, files.input, 0, files.length};
     bool isFirst = true;
@@ -235,12 +227,12 @@ static bool ReadAll(PlainText *text, const RewriteFiles &files)
             return false;
         if (count == 0)
             return EndParagraph(text->document, &text->paragraph, &text->output) &&
-                   WriteReady(text, 1);
+                   WriteReady(text->document, &text->output, text->target, 1);
     }
 }
 
 // UTF-16 has no letter without a zero byte.
-static bool IsRead(const RewriteFiles &files)
+static bool IsRead(const DocumentFiles &files)
 {
     char head[512];
     rewind(files.input);
@@ -248,16 +240,20 @@ static bool IsRead(const RewriteFiles &files)
     return !memchr(head, 0, length);
 }
 
-bool RewritePlainText(Document *document, const RewriteFiles &files)
+bool RewritePlainText(Document *document, const DocumentFiles &files)
 {
     PlainText text = {};
-    int font = FontNumber(&document->fonts, document->job->textFont ? document->job->textFont : "");
+    const char *name = document->job->textFont;
+    int font = FontNumber(&document->fonts, name ? name : "");
     text.document = document;
     text.target = files.output;
     text.fonts = {font, font};
     bool keepsFonts = document->job->flags & kKeepFonts;
-    if (!keepsFonts && !LegacyFont(document->fonts, font))
+    if (!keepsFonts &&
+        (font == kNoFont || !FindTextFont(&document->map, name, &document->textFont)))
         return FailDocument(document, kFailTextFont);
+    if (!keepsFonts)
+        document->fonts.items[font].entry = &document->textFont;
     if (!IsRead(files))
         return FailDocument(document, kFailEncoding);
     document->isRewriting = true;

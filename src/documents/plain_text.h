@@ -1,6 +1,6 @@
 // Plain text in the code of one font, and CSV.
 #pragma once
 
-#include "documents/rewrite.h"
+#include "documents/document_files.h"
 
-bool RewritePlainText(Document *document, const RewriteFiles &files);
+bool RewritePlainText(Document *document, const DocumentFiles &files);

@@ -84,6 +84,8 @@ static bool FindAbove(Package *package, size_t number, std::string_view type)
 
 bool FindPartsAbove(Package *package)
 {
+    if (package->document->job->format != kPptx)
+        return true;  // in other packages all parts say what they are
     const PackagePart *presentation = FindPart(package, "ppt/presentation.xml");
     package->above = static_cast<int *>(malloc(package->count * sizeof(int)));
     if (!package->above)

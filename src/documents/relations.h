@@ -4,5 +4,6 @@
 
 #include "documents/package_parts.h"
 
-// Finds them for all parts of a presentation. False with a failure that is reported.
+// Finds them for all parts of a presentation; other packages have none. False with a failure that
+// is reported.
 bool FindPartsAbove(Package *package);

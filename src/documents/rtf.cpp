@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "documents/paragraph.h"
 #include "documents/rtf_text.h"
 
 constexpr size_t kMostDepth = 10000;  // groups in one another
@@ -355,17 +356,6 @@ static bool TakeTokenOfRtf(Rtf *rtf, const RtfToken &token)
 
 // ---- a document ----
 
-static bool WriteReady(Rtf *rtf, size_t least)
-{
-    Bytes *output = &rtf->output;
-    if (output->length < least || output->length == 0)
-        return true;
-    bool done =
-        !rtf->target || fwrite(output->data, 1, output->length, rtf->target) == output->length;
-    output->length = 0;
-    return done || FailRtf(rtf, kFailWrite);
-}
-
 static bool HasMemory(const Rtf *rtf)
 {
     return !rtf->output.failed && !rtf->text.failed && !rtf->entry.failed && !rtf->name.failed &&
@@ -401,16 +391,18 @@ static bool ReadRtfWhole(Rtf *rtf, FILE *file, const DocumentSource &source)
     while (done) {
         done = NextToken(&rtf->scanner, &token) || FailRtf(rtf, rtf->scanner.failure);
         done = done && TakeTokenOfRtf(rtf, token) && BoundPending(rtf) &&
-               WriteReady(rtf, kWriteSize) && (HasMemory(rtf) || FailRtf(rtf, kFailMemory));
+               WriteReady(rtf->document, &rtf->output, rtf->target, kWriteSize) &&
+               (HasMemory(rtf) || FailRtf(rtf, kFailMemory));
         if (token.kind == kRtfEnd)
             break;
     }
-    done = done && (rtf->depth == 1 || FailRtf(rtf, kFailCutTag)) && WriteReady(rtf, 1);
+    done = done && (rtf->depth == 1 || FailRtf(rtf, kFailCutTag)) &&
+           WriteReady(rtf->document, &rtf->output, rtf->target, 1);
     StopRtf(&rtf->scanner);
     return done && !rtf->document->report.error;
 }
 
-bool RewriteRtf(Document *document, const RewriteFiles &files)
+bool RewriteRtf(Document *document, const DocumentFiles &files)
 {
     Rtf rtf = {};
     FileReader reader = {document, files.input, 0, 2 * files.length};

@@ -1,6 +1,6 @@
 // RTF, as word processors write it.
 #pragma once
 
-#include "documents/rewrite.h"
+#include "documents/document_files.h"
 
-bool RewriteRtf(Document *document, const RewriteFiles &files);
+bool RewriteRtf(Document *document, const DocumentFiles &files);

@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-#include "documents/html_text.h"
+#include "documents/code_page.h"
 
 struct SignWord {
     std::string_view word;

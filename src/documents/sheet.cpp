@@ -7,7 +7,9 @@
 
 #include "documents/shared_strings.h"
 
-enum SheetFamily { kSheetFonts = 1, kCellFormats };  // styles whose names are their numbers
+// Styles whose names are their numbers, and the names of columns, which are in the font of their
+// cell.
+enum SheetFamily { kSheetFonts = 1, kCellFormats, kColumnNames };
 
 // ---- the fonts and formats of the workbook ----
 
@@ -194,11 +196,39 @@ static bool OpenString(Walk *walk, Tag *)
     return true;
 }
 
+// A column of a table is called what its first cell shows, and has to go on so.
+static void NoteColumnName(Walk *walk, std::string_view text)
+{
+    FontStyles *styles = &walk->document->styles;
+    int name = FindFontStyle(*styles, kColumnNames, text);
+    int font = StateOf(walk)->fonts[kAscii];
+    if (name != kNoFontStyle && LegacyFont(walk->document->fonts, font))
+        styles->items[name].fonts[kAscii] = font;
+}
+
+static bool OpenColumn(Walk *walk, Tag *tag)
+{
+    Attribute name;
+    FontStyles *styles = &walk->document->styles;
+    if (!FindAttribute(walk, tag, "name", &name))
+        return true;
+    if (!walk->document->isRewriting) {
+        AddFontStyle(styles, kColumnNames, name.value);
+        return true;
+    }
+    int font = FontOfStyle(styles, FindFontStyle(*styles, kColumnNames, name.value), kAscii);
+    if (font)
+        TakeValueAsText(walk, name, &kXmlValue, {font, font});
+    return true;
+}
+
 // A string in runs has the fonts of these, and isn't copied.
 static void TakeString(Walk *walk, const TextForm *form, std::string_view raw)
 {
     Document *document = walk->document;
     int place = ElementAbove(walk, 1)->state.stringPlace;
+    if (!document->isRewriting && IsInside(walk, 1, "x:si"))
+        NoteColumnName(walk, raw);
     if (!document->isRewriting && IsInside(walk, 1, "x:si") && HasCopies(document->strings, place))
         KeepText(&document->strings, place, raw);
     PutTextHere(walk, form, raw, FontsOfText(walk));
@@ -319,18 +349,19 @@ static constexpr ElementRow kRows[] = {
     {"x:r"},
     {"x:rPr"},
     {"x:c",              kParagraph, OpenCell},
-    {"x:v",              kPlain,     nullptr,      nullptr,      FontsOfText,       TakeValue},
-    {"x:f",              kPlain,     nullptr,      nullptr,      FontsOfText,       TakeFormula},
+    {"x:v",              kPlain,     nullptr,      nullptr,      FontsOfText,       nullptr, TakeValue},
+    {"x:f",              kPlain,     nullptr,      nullptr,      FontsOfText,       nullptr, TakeFormula},
     {"x:sst",            kParagraph, OpenStrings,  CloseStrings},
     {"x:si",             kParagraph, OpenString},
+    {"x:tableColumn",   kPlain,     OpenColumn},
     {"x:comment",        kParagraph},
-    {"x:t",              kPlain,     nullptr,      nullptr,      FontsOfText,       TakeString},
-    {"x:oddHeader",      kParagraph, nullptr,      nullptr,      FontsOfText,       TakeHeader},
-    {"x:oddFooter",      kParagraph, nullptr,      nullptr,      FontsOfText,       TakeHeader},
-    {"x:evenHeader",     kParagraph, nullptr,      nullptr,      FontsOfText,       TakeHeader},
-    {"x:evenFooter",     kParagraph, nullptr,      nullptr,      FontsOfText,       TakeHeader},
-    {"x:firstHeader",    kParagraph, nullptr,      nullptr,      FontsOfText,       TakeHeader},
-    {"x:firstFooter",    kParagraph, nullptr,      nullptr,      FontsOfText,       TakeHeader},
+    {"x:t",              kPlain,     nullptr,      nullptr,      FontsOfText,       nullptr, TakeString},
+    {"x:oddHeader",      kParagraph, nullptr,      nullptr,      FontsOfText,       nullptr, TakeHeader},
+    {"x:oddFooter",      kParagraph, nullptr,      nullptr,      FontsOfText,       nullptr, TakeHeader},
+    {"x:evenHeader",     kParagraph, nullptr,      nullptr,      FontsOfText,       nullptr, TakeHeader},
+    {"x:evenFooter",     kParagraph, nullptr,      nullptr,      FontsOfText,       nullptr, TakeHeader},
+    {"x:firstHeader",    kParagraph, nullptr,      nullptr,      FontsOfText,       nullptr, TakeHeader},
+    {"x:firstFooter",    kParagraph, nullptr,      nullptr,      FontsOfText,       nullptr, TakeHeader},
 };
 // clang-format on
 

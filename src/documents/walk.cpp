@@ -354,6 +354,8 @@ static bool OpenTag(Walk *walk, const Piece &piece)
         return FailDocument(walk->document, kFailMemory);
     const ElementRow *row = FindRow(walk->elements, NameOfTag(&walk->prefixes, piece.name));
     TextState state = StateOf(walk)[0];
+    if (const ElementRow *around = ElementAbove(walk, 0)->row; around && around->child)
+        around->child(walk, row);
     if (row && row->fonts)
         state.textRow = row;
     if (!PushElement(walk, row, state) || !PassBorder(walk, row) ||

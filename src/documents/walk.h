@@ -31,6 +31,7 @@ struct TextState {
     uint8_t level;   // of a paragraph in a list, from 0
     bool isComplex;  // the run is in complex script
     bool prefersEastAsian;
+    uint8_t twins;       // of run properties: those of complex script that stand here, by bits
     bool isInParagraph;  // with no table in between
     bool isRenamed;      // the font that is described here has another name now
     bool isDropped;      // what stands here doesn't go out
@@ -51,6 +52,8 @@ struct ElementRow {
     bool (*close)(Walk *walk) = nullptr;      // the same at its end, while it is still open
     FontPair (*fonts)(Walk *walk) = nullptr;  // of the text in it, and in what stands in it; null:
                                               // it has none of its own
+    // Called for each element that opens directly in it, in front of that one's tag.
+    void (*child)(Walk *walk, const ElementRow *row) = nullptr;
     // What is done with such text, in both readings; null: it is put where it stands.
     void (*text)(Walk *walk, const TextForm *form, std::string_view raw) = nullptr;
 };
@@ -115,6 +118,10 @@ struct Walk {
     bool hasPlace;
     int listFonts[9];
     char drawingPrefix[16];  // of its elements, with the colon
+    // A property of a run whose twin for complex script may follow: its place in a table and 1, the
+    // value, and the tag's prefix with its colon.
+    int twin;
+    char twinValue[16], twinPrefix[16];
 };
 
 // Begins a part. StopWalk frees all in either case. False without memory, which is reported.

@@ -80,10 +80,12 @@ static std::string_view StyleIdOf(Walk *walk, const Tag *tag)
 static bool OpenStyle(Walk *walk, Tag *tag)
 {
     FontStyles *styles = &walk->document->styles;
-    if (walk->document->isRewriting)
-        return true;
     WordFamily family = FamilyOf(ValueOf(walk, tag, "w:type"));
     std::string_view id = StyleIdOf(walk, tag);
+    if (walk->document->isRewriting) {
+        StateOf(walk)->style = FindFontStyle(*styles, family, id);
+        return true;
+    }
     StateOf(walk)->style = AddFontStyle(styles, family, id);
     bool isDefault = ValueOf(walk, tag, "w:default").data() && IsOn(walk, tag, "w:default");
     bool isNormal = family == kParagraphStyles && id == "Normal" &&
@@ -119,21 +121,26 @@ static bool OpenTablePart(Walk *walk, Tag *)
 
 // ---- the fonts of a text ----
 
+static int StyleOrDefault(Walk *walk, int style, WordFamily family)
+{
+    return style != kNoFontStyle ? style
+                                 : FindFontStyle(walk->document->styles, family, kDefaultName);
+}
+
 // In the order of the search.
 static int FindFont(Walk *walk, const TextState &state, int slot)
 {
     FontStyles *styles = &walk->document->styles;
-    int paragraph = state.paragraphStyle != kNoFontStyle
-                        ? state.paragraphStyle
-                        : FindFontStyle(*styles, kParagraphStyles, kDefaultName);
-    int table = state.tableStyle != kNoFontStyle
-                    ? state.tableStyle
-                    : FindFontStyle(*styles, kTableStyles, kDefaultName);
-    int search[] = {state.runStyle, paragraph, table,
-                    FindFontStyle(*styles, kDefaults, kDefaultName)};
     int font = state.fonts[slot];
-    for (size_t i = 0; !font && i < std::size(search); ++i)
-        font = FontOfStyle(styles, search[i], slot);
+    if (!font)
+        font = FontOfStyle(styles, state.runStyle, slot);
+    if (!font)
+        font =
+            FontOfStyle(styles, StyleOrDefault(walk, state.paragraphStyle, kParagraphStyles), slot);
+    if (!font)
+        font = FontOfStyle(styles, StyleOrDefault(walk, state.tableStyle, kTableStyles), slot);
+    if (!font)
+        font = FontOfStyle(styles, FindFontStyle(*styles, kDefaults, kDefaultName), slot);
     return FontOfNumber(walk->document, font);
 }
 
@@ -419,11 +426,121 @@ static bool CloseLevel(Walk *walk)
     return true;
 }
 
-// Documents of 2003 have their styles in front of the body. Those of today may have them anywhere.
+// Documents of 2003 have their styles, and the names of their fonts, in front of the body. Those of
+// today may have them anywhere.
 static bool OpenBody(Walk *walk, Tag *)
 {
     const Document *document = walk->document;
-    walk->isDone = !document->isRewriting && document->job->format == kWordXml2003;
+    bool isKnown = document->job->format == kWordXml2003 && document->fonts.hasLegacy;
+    walk->isDone = !document->isRewriting && isKnown;
+    return true;
+}
+
+// ---- properties that complex script has of its own ----
+
+// Lao in Unicode is complex script to a word processor, whose size, weight and slant are other
+// properties than those of the legacy text. So each gets its twin, where the document has legacy
+// fonts.
+struct TwinRow {
+    std::string_view name, twin;
+    const char *local, *localOf2003;
+};
+constexpr TwinRow kTwins[] = {{"w:b", "w:bCs", "bCs", "b-cs"},
+                              {"w:i", "w:iCs", "iCs", "i-cs"},
+                              {"w:sz", "w:szCs", "szCs", "sz-cs"}};
+constexpr std::string_view kTwinsOf2003[] = {"w:b-cs", "w:i-cs", "w:sz-cs"};
+
+// The place of a twin in the table, and 1; 0 for every other element.
+static int NumberOfTwin(std::string_view name)
+{
+    for (size_t i = 0; i < std::size(kTwins); ++i)
+        if (kTwins[i].twin == name || kTwinsOf2003[i] == name)
+            return int(i) + 1;
+    return 0;
+}
+
+// Whether text with the properties of the element at work is legacy text.
+static bool IsLegacyHere(Walk *walk)
+{
+    const Document *document = walk->document;
+    TextState owner = ElementAbove(walk, 2)->state;
+    bool isOfText = IsInside(walk, 2, "w:r") || IsInside(walk, 2, "w:lvl");
+    if (!isOfText && owner.style != kNoFontStyle) {
+        bool isOfRuns = document->styles.items[owner.style].family == kRunStyles;
+        ClearRun(&owner);
+        (isOfRuns ? owner.runStyle : owner.paragraphStyle) = owner.style;
+    }
+    return LegacyFont(document->fonts, FindFonts(walk, owner).low);
+}
+
+static void PutTwin(Walk *walk)
+{
+    if (!walk->twin)
+        return;
+    const TwinRow &row = kTwins[walk->twin - 1];
+    bool isOf2003 = walk->document->job->format == kWordXml2003;
+    char tag[96], value[48] = "";
+    if (*walk->twinValue)
+        snprintf(value, sizeof value, " %sval=\"%s\"", walk->twinPrefix, walk->twinValue);
+    snprintf(tag, sizeof tag, "<%s%s%s/>", walk->twinPrefix, isOf2003 ? row.localOf2003 : row.local,
+             value);
+    walk->twin = 0;
+    PutChanged(walk, tag);
+}
+
+static void PassProperty(Walk *walk, const ElementRow *row)
+{
+    if (walk->twin && (!row || NumberOfTwin(row->name) != walk->twin))
+        PutTwin(walk);
+}
+
+static bool OpenProperties(Walk *walk, Tag *)
+{
+    StateOf(walk)->twins = 0;
+    return true;
+}
+
+static bool CloseProperties(Walk *walk)
+{
+    PutTwin(walk);
+    return true;
+}
+
+static bool OpenProperty(Walk *walk, Tag *tag)
+{
+    const ElementRow *row = ElementAbove(walk, 0)->row;
+    std::string_view value = ValueOf(walk, tag, "w:val");
+    size_t prefix = tag->raw.find(':') + 1;
+    bool isWanted = walk->document->isRewriting && walk->document->fonts.hasLegacy &&
+                    IsInside(walk, 1, "w:rPr") && value.size() < sizeof walk->twinValue &&
+                    prefix > 1 && prefix <= sizeof walk->twinPrefix;
+    for (size_t i = 0; isWanted && i < std::size(kTwins); ++i) {
+        if (row->name != kTwins[i].name || ElementAbove(walk, 1)->state.twins & 1 << i)
+            continue;
+        walk->twin = int(i) + 1;
+        snprintf(walk->twinValue, sizeof walk->twinValue, "%.*s", int(value.size()),
+                 value.data() ? value.data() : "");
+        snprintf(walk->twinPrefix, sizeof walk->twinPrefix, "%.*s", int(prefix - 1),
+                 tag->raw.data() + 1);
+    }
+    return true;
+}
+
+// Where the text is legacy text the twin says what the property in front of it says.
+static bool OpenTwin(Walk *walk, Tag *tag)
+{
+    int twin = NumberOfTwin(ElementAbove(walk, 0)->row->name);
+    Attribute value;
+    ElementAbove(walk, 1)->state.twins |= uint8_t(1 << (twin - 1));
+    if (walk->twin != twin)
+        return true;
+    walk->twin = 0;
+    if (!IsLegacyHere(walk))
+        return true;
+    if (FindAttribute(walk, tag, "w:val", &value))
+        ReplaceValue(walk, value, *walk->twinValue ? walk->twinValue : "1");
+    else if (*walk->twinValue)
+        AddAttribute(walk, tag, "val", walk->twinValue);
     return true;
 }
 
@@ -492,7 +609,16 @@ static constexpr ElementRow kRows[] = {
     {"m:r",                 kPlain,     OpenRun},
     {"w:tbl",               kParagraph, OpenTable},
     {"w:pPr"},
-    {"w:rPr"},
+    {"w:rPr", kPlain, OpenProperties, CloseProperties, nullptr, PassProperty},
+    {"w:b", kPlain, OpenProperty},
+    {"w:i", kPlain, OpenProperty},
+    {"w:sz", kPlain, OpenProperty},
+    {"w:bCs", kPlain, OpenTwin},
+    {"w:iCs", kPlain, OpenTwin},
+    {"w:szCs", kPlain, OpenTwin},
+    {"w:b-cs", kPlain, OpenTwin},
+    {"w:i-cs", kPlain, OpenTwin},
+    {"w:sz-cs", kPlain, OpenTwin},
     {"w:pStyle",            kPlain,     OpenParagraphStyle},
     {"w:rStyle",            kPlain,     OpenRunStyle},
     {"w:tblStyle",          kPlain,     OpenTableStyle},

@@ -59,7 +59,7 @@ def xml_parts(path):
 
 
 TEXT_TAGS = {'r', 'rPr', 't', 'delText', 'sym', 'softHyphen', 'span'}
-ADDED_TAGS = {'cs'}  # fonts of Lao letters in drawings
+ADDED_TAGS = {'cs', 'bCs', 'iCs', 'szCs', 'b-cs', 'i-cs', 'sz-cs'}  # fonts, weight, slant and size of Lao letters
 FONT_ATTRIBUTES = {'ascii', 'hAnsi', 'h-ansi', 'cs', 'eastAsia', 'fareast', 'typeface', 'font-family', 'font-family-complex'}
 NAMED_FONTS = {('font', 'name'), ('font', 'val'), ('rFont', 'val'), ('name', 'val'), ('sym', 'font')}
 REPLACEMENTS = set(SMALL.values())
