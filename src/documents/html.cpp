@@ -402,6 +402,7 @@ static bool ReadPage(Page *page, const DocumentSource &source)
     do {
         done = NextPiece(&page->scanner, &piece) || FailPage(page, page->scanner.failure);
         done = done && TakePieceOfPage(page, piece) &&
+               BoundParagraph(page->document, &page->paragraph, &page->output) &&
                WriteReady(page->document, &page->output, page->target, kWriteSize);
         done = done &&
                (HasMemory(page) || FailPage(page, page->tree.failed ? kFailDepth : kFailMemory));

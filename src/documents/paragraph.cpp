@@ -75,8 +75,7 @@ static int HoldText(Paragraph *paragraph, const TextForm *form, std::string_view
 int PutText(Document *document, Paragraph *paragraph, const TextForm *form, std::string_view raw,
             FontPair fonts, Bytes *output)
 {
-    if (paragraph->held.length > kMostHeld || paragraph->count >= kMostTexts)
-        EndParagraph(document, paragraph, output);
+    BoundParagraph(document, paragraph, output);
     if (NeedsWork(document, fonts)) {
         int text = HoldText(paragraph, form, raw);
         if (text != kNotHeld)
@@ -284,4 +283,11 @@ bool EndParagraph(Document *document, Paragraph *paragraph, Bytes *output)
     paragraph->count = 0;
     paragraph->isHolding = false;
     return done || FailDocument(document, kFailMemory);
+}
+
+// Not between a text and its element, whose place in the held bytes the text knows.
+bool BoundParagraph(Document *document, Paragraph *paragraph, Bytes *output)
+{
+    bool isLong = paragraph->held.length > kMostHeld || paragraph->count >= kMostTexts;
+    return !isLong || paragraph->space || EndParagraph(document, paragraph, output);
 }

@@ -74,5 +74,9 @@ inline void HoldAll(Paragraph *paragraph)
     paragraph->isHolding = true;
 }
 
+// Does what is held of a long paragraph, as one with a picture in it is: between two pieces of it.
+// False without memory.
+bool BoundParagraph(Document *document, Paragraph *paragraph, Bytes *output);
+
 // Does what is to be done and writes all that is held. False without memory.
 bool EndParagraph(Document *document, Paragraph *paragraph, Bytes *output);

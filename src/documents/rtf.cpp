@@ -362,12 +362,14 @@ static bool HasMemory(const Rtf *rtf)
            !rtf->paragraph.held.failed && !rtf->document->fonts.failed;
 }
 
-// A long text is put in stretches; the lists of fonts are short.
+// A long text or paragraph is put in stretches; the lists of fonts are short.
 static bool BoundPending(Rtf *rtf)
 {
     constexpr size_t kMostPending = 1024 * 1024;
     if (rtf->text.length > kMostPending)
         PutPending(rtf);
+    if (!BoundParagraph(rtf->document, &rtf->paragraph, &rtf->output))
+        return false;
     return rtf->entry.length <= kMostPending || FailRtf(rtf, kFailTooLarge);
 }
 

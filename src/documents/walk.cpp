@@ -443,7 +443,7 @@ bool StepWalk(Walk *walk)
         return false;
     if (!NextPiece(&walk->scanner, &piece))
         return FailDocument(walk->document, walk->scanner.failure);
-    if (!TakePiece(walk, piece))
+    if (!TakePiece(walk, piece) || !BoundParagraph(walk->document, &walk->paragraph, &walk->output))
         return false;
     walk->isDone = walk->isDone || (walk->stopsAtChange && HasChanged(walk));
     bool failed = walk->output.failed || walk->editTexts.failed || walk->paragraph.held.failed ||
