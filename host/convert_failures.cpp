@@ -27,7 +27,7 @@ constexpr FailureMeaning kMeanings[] = {
     {kFailParagraphFonts,  kNoMemory},
     {kFailRunFonts,        kNoMemory},
     {kFailMemory,          kNoMemory},
-    {kFailCutTag,          "the document ends inside a tag: a part of it is missing"},
+    {kFailCutTag,          "the document ends too early: a part of it is missing"},
     {kFailText,            "a text of the document can't be converted"},
     {kFailWrite,           "the new document can't be written whole"},
     {kFailFormat,          "is no document of a kind that can be converted"},

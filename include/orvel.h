@@ -486,7 +486,7 @@ enum ConversionFailure {
     kFailNoPath = 920,     /* a path is null */
     kFailOpen = 926,       /* a file can't be opened, or both are one */
     kFailMemory = 938,     /* no memory for the buffers or the styles */
-    kFailCutTag = 1000,    /* the document ends inside a tag */
+    kFailCutTag = 1000,    /* the document ends inside a tag; with kAllFormats, inside an element */
     kFailText = 1001,      /* a text can't be converted */
     kFailWrite = 1002,     /* the new file can't be written */
     kFailFontMap = 1003,   /* the font map of a job can't be read or has no row */

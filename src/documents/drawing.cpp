@@ -229,10 +229,15 @@ static void PutComplex(Walk *walk, const FontMapEntry **wanted)
     *wanted = nullptr;
 }
 
-static bool OpenBehindFonts(Walk *walk, Tag *)
+constexpr std::string_view kFontElements[] = {"a:latin", "a:ea", "a:cs"};
+
+// What comes behind the fonts in the order of the standard.
+static void PassProperty(Walk *walk, const ElementRow *row)
 {
-    PutComplex(walk, &ElementAbove(walk, 1)->state.wantsComplex);
-    return true;
+    for (std::string_view font : kFontElements)
+        if (row && row->name == font)
+            return;
+    PutComplex(walk, &StateOf(walk)->wantsComplex);
 }
 
 static bool OpenProperties(Walk *walk, Tag *)
@@ -313,44 +318,39 @@ static bool OpenParagraphProperties(Walk *walk, Tag *tag)
 
 // clang-format off
 static constexpr ElementRow kRows[] = {
-    // element              kind        open                     close            fonts of its text
-    {"p:sp",                kParagraph, OpenShape},
-    {"p:graphicFrame",      kParagraph, OpenShape},
-    {"p:ph",                kPlain,     OpenPlace},
+    // element           kind        open            close            fonts of its text child
+    {"p:sp",           kParagraph, OpenShape},
+    {"p:graphicFrame", kParagraph, OpenShape},
+    {"p:ph",           kPlain,     OpenPlace},
     {"p:titleStyle"},
     {"p:bodyStyle"},
     {"p:otherStyle"},
     {"p:notesStyle"},
     {"p:defaultTextStyle"},
     {"a:lstStyle"},
-    {"a:lvl1pPr",           kPlain,     OpenLevel},
-    {"a:lvl2pPr",           kPlain,     OpenLevel},
-    {"a:lvl3pPr",           kPlain,     OpenLevel},
-    {"a:lvl4pPr",           kPlain,     OpenLevel},
-    {"a:lvl5pPr",           kPlain,     OpenLevel},
-    {"a:lvl6pPr",           kPlain,     OpenLevel},
-    {"a:lvl7pPr",           kPlain,     OpenLevel},
-    {"a:lvl8pPr",           kPlain,     OpenLevel},
-    {"a:lvl9pPr",           kPlain,     OpenLevel},
-    {"a:majorFont",         kPlain,     OpenProperties},
-    {"a:minorFont",         kPlain,     OpenProperties},
-    {"a:latin",             kPlain,     OpenLatin},
-    {"a:ea",                kPlain,     OpenEastAsian},
-    {"a:cs",                kPlain,     OpenComplex},
-    {"a:sym",               kPlain,     OpenBehindFonts},
-    {"a:hlinkClick",        kPlain,     OpenBehindFonts},
-    {"a:hlinkMouseOver",    kPlain,     OpenBehindFonts},
-    {"a:rtl",               kPlain,     OpenBehindFonts},
-    {"a:extLst",            kPlain,     OpenBehindFonts},
-    {"a:rPr",               kPlain,     OpenProperties,          CloseProperties},
-    {"a:defRPr",            kPlain,     OpenProperties,          CloseProperties},
-    {"a:endParaRPr",        kPlain,     OpenProperties,          CloseProperties},
-    {"a:p",                 kParagraph, OpenParagraph},
-    {"a:pPr",               kPlain,     OpenParagraphProperties},
+    {"a:lvl1pPr",      kPlain,     OpenLevel},
+    {"a:lvl2pPr",      kPlain,     OpenLevel},
+    {"a:lvl3pPr",      kPlain,     OpenLevel},
+    {"a:lvl4pPr",      kPlain,     OpenLevel},
+    {"a:lvl5pPr",      kPlain,     OpenLevel},
+    {"a:lvl6pPr",      kPlain,     OpenLevel},
+    {"a:lvl7pPr",      kPlain,     OpenLevel},
+    {"a:lvl8pPr",      kPlain,     OpenLevel},
+    {"a:lvl9pPr",      kPlain,     OpenLevel},
+    {"a:majorFont",    kPlain,     OpenProperties},
+    {"a:minorFont",    kPlain,     OpenProperties},
+    {"a:latin",        kPlain,     OpenLatin},
+    {"a:ea",           kPlain,     OpenEastAsian},
+    {"a:cs",           kPlain,     OpenComplex},
+    {"a:rPr",          kPlain,     OpenProperties, CloseProperties, nullptr, PassProperty},
+    {"a:defRPr",       kPlain,     OpenProperties, CloseProperties, nullptr, PassProperty},
+    {"a:endParaRPr",   kPlain,     OpenProperties, CloseProperties, nullptr, PassProperty},
+    {"a:p",            kParagraph, OpenParagraph},
+    {"a:pPr",          kPlain,     OpenParagraphProperties},
     {"a:r"},
-    {"a:fld",               kApart},
-    {"a:br",                kApart},
-    {"a:t",                 kPlain,     nullptr,                 nullptr,         FontsOfRun},
+    {"a:fld",          kApart},
+    {"a:br",           kApart},
+    {"a:t",            kPlain,     nullptr,        nullptr,         FontsOfRun},
 };
 // clang-format on
 

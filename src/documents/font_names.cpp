@@ -14,15 +14,6 @@ std::string_view NameOfFont(const FontNames &fonts, int number)
     return TextOf(fonts.texts).substr(fonts.items[number].start, fonts.items[number].length);
 }
 
-// FNV-1a.
-static size_t HashNoCase(std::string_view name)
-{
-    uint32_t hash = 2166136261u;
-    for (char c : name)
-        hash = (hash ^ uint8_t(FoldLetter(c))) * 16777619u;
-    return hash;
-}
-
 // The slot that holds a name's number, or is free for it.
 static int *FindSlot(const FontNames &fonts, std::string_view name)
 {

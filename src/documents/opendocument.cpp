@@ -429,7 +429,7 @@ static bool OpenBody(Walk *walk, Tag *)
 
 // clang-format off
 static constexpr ElementRow kRows[] = {
-    // element                       kind        open           close    fonts of its text
+    // element                         kind        open           close    fonts of its text
     {"style:font-face",              kPlain,     OpenFontFace},
     {"svg:font-face-src",            kPlain,     OpenFaceSource},
     {"office:automatic-styles"},

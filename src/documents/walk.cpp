@@ -97,7 +97,7 @@ bool StartWalk(Walk *walk, Document *document, const ElementIndex *elements,
     walk->elements = elements;
     StartScanning(&walk->scanner, source, false);
     state.runStyle = state.paragraphStyle = state.tableStyle = kNoFontStyle;
-    state.listStyle = state.style = kNoFontStyle;
+    state.style = kNoFontStyle;
     for (int &text : state.texts)
         text = kNotHeld;
     return PushElement(walk, nullptr, state);

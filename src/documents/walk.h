@@ -21,7 +21,6 @@ enum CellType : uint8_t { kOtherCell, kSharedString, kFormulaString };
 struct TextState {
     int fonts[kFontSlots];                     // of a run, or of whatever has fonts in a format
     int runStyle, paragraphStyle, tableStyle;  // numbers of FontStyles
-    int listStyle;                             // the same; of shapes with a list of styles
     int style;                         // the one that is being defined; kNoFontStyle elsewhere
     int texts[3];                      // held texts that wait for their fonts; kNotHeld elsewhere
     const struct ElementRow *textRow;  // of the element whose text stands here; null: none does

@@ -42,3 +42,12 @@ inline bool EqualNoCase(std::string_view left, std::string_view right)
             return false;
     return true;
 }
+
+// FNV-1a over small letters, for names that count without regard to case.
+inline size_t HashNoCase(std::string_view name)
+{
+    uint32_t hash = 2166136261u;
+    for (char c : name)
+        hash = (hash ^ uint8_t(FoldLetter(c))) * 16777619u;
+    return hash;
+}

@@ -23,15 +23,6 @@ static size_t IndexSize(int capacity)
     return 2 * size_t(capacity);
 }
 
-// FNV-1a over small letters, since names count without regard to case.
-static size_t HashNoCase(std::string_view name)
-{
-    uint32_t hash = 2166136261u;
-    for (char c : name)
-        hash = (hash ^ uint8_t(FoldLetter(c))) * 16777619u;
-    return hash;
-}
-
 // An index without a style; null without memory.
 static int *NewIndex(int capacity)
 {
