@@ -17,7 +17,8 @@ constexpr SignWord kSignWords[] = {
 };
 constexpr SignWord kSigns[] = {{"\\", '\\'}, {"{", '{'}, {"}", '}'}, {"~", 0xA0}, {"-", 0xAD}};
 
-WCHAR CharacterOfToken(const RtfToken &token)
+// The character of a token that is one; 0 for every other one.
+static WCHAR CharacterOfToken(const RtfToken &token)
 {
     if (token.kind == kRtfWord)
         for (const SignWord &row : kSignWords)

@@ -9,8 +9,5 @@
 enum { kMostFallback = 3 };
 extern const TextForm kRtfText[kMostFallback + 1];
 
-// The character of a token that is one; 0 for every other one.
-WCHAR CharacterOfToken(const RtfToken &token);
-
 // Whether a token is a character, or begins one.
 bool IsTextToken(const RtfToken &token);

@@ -133,7 +133,9 @@ static unsigned long ReadNumber(std::string_view digits)
     return (number & ~0x7FFUL) == 0xD800 ? 0 : number;
 }
 
-bool ReadReference(std::string_view *text, Units *units)
+// Reads a reference at the beginning of a text, "&amp;" or "&#3713;", and steps behind it. False
+// when there is none.
+static bool ReadReference(std::string_view *text, Units *units)
 {
     for (const NamedCharacter &row : kNamed) {
         if (!text->starts_with(row.reference))

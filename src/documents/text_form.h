@@ -39,6 +39,3 @@ void ReadUtf8(std::string_view *text, Units *units);
 size_t WriteUtf8(const WCHAR *units, size_t count, Bytes *bytes);
 void AppendCharacter(Units *units, unsigned long character);
 
-// Reads a reference of XML at the beginning of a text, "&amp;" or "&#3713;", and steps behind it.
-// False when there is none.
-bool ReadReference(std::string_view *text, Units *units);

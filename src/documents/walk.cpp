@@ -436,7 +436,8 @@ static bool TakePiece(Walk *walk, const Piece &piece)
     return true;
 }
 
-bool StepWalk(Walk *walk)
+// Goes on by one piece. False at the end and at a failure, which is reported.
+static bool StepWalk(Walk *walk)
 {
     Piece piece;
     if (walk->isDone)

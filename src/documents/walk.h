@@ -128,9 +128,6 @@ bool StartWalk(Walk *walk, Document *document, const ElementIndex *elements,
                const DocumentSource &source);
 void StopWalk(Walk *walk);
 
-// Goes on by one piece. False at the end and at a failure, which is reported.
-bool StepWalk(Walk *walk);
-
 // Whether the part has changed so far.
 bool HasChanged(const Walk *walk);
 
