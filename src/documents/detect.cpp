@@ -11,9 +11,9 @@
 constexpr size_t kShortest = 20;     // characters, without blanks; less can't be told for sure
 constexpr size_t kMostUnits = 4000;  // that are looked at
 
-// In percent. Of 6,000 stretches of text in 405 languages with Latin letters none has more than 33% of
-// its "Lao" in words, and fewer than 5% have a sign inside of a word at all; of Lao text of the web 5%
-// has less than 48% in words, and 1% less than 4% of signs inside.
+// In percent. Of 6,000 stretches of text in 405 languages with Latin letters none has more than 33%
+// of its "Lao" in words, and fewer than 5% have a sign inside of a word at all; of Lao text of the
+// web 5% has less than 48% in words, and 1% less than 4% of signs inside.
 constexpr size_t kLeastLao = 60;      // of letters
 constexpr size_t kLeastDivided = 50;  // of Lao
 constexpr size_t kLeastInWords = 35;  // of Lao: in words of a dictionary, of more than two signs

@@ -38,4 +38,3 @@ extern const TextForm kXmlText, kXmlValue, kCdataText, kPlainUtf8;
 void ReadUtf8(std::string_view *text, Units *units);
 size_t WriteUtf8(const WCHAR *units, size_t count, Bytes *bytes);
 void AppendCharacter(Units *units, unsigned long character);
-
