@@ -10,38 +10,42 @@
 
 #include <bit>
 #include <cassert>
-#include <cstring>
 
 #include "breaks/lengths.h"
 #include "text/lao_code.h"
 
 constexpr uint32_t kChunkMask = (1u << kLongestChunk) - LengthBit(kShortestChunk);
 
-// Work of one run; entries stand for its bytes, and one more for its end.
+// A byte of the run, or its end.
+struct RunPosition {
+    // of the pass over the run or over a word of it
+    uint16_t candidates;  // lengths of chunks
+    uint16_t words;       // those of them that are in a dictionary
+    uint16_t score;
+    uint8_t length;  // of the best chunk
+    // of the run
+    bool hasFits;
+    SyllableFits fits;
+};
+
+// Work of one run.
 struct ShortRunState {
     const uint8_t *text;
     DWORD dictionaries;
-    SyllableFits fits[kLongestShortRun + 1];
-    bool hasFits[kLongestShortRun + 1];
-    // of the pass over the run or over a word of it
-    bool isReached[kLongestShortRun + 1];
-    uint16_t candidates[kLongestShortRun + 1];  // lengths of chunks
-    uint16_t words[kLongestShortRun + 1];       // those of them that are in a dictionary
-    uint16_t scores[kLongestShortRun + 1];
-    uint8_t lengths[kLongestShortRun + 1];  // of the best chunk
+    RunPosition positions[kLongestShortRun + 1];
+    uint8_t reached[kLongestShortRun];  // positions that chunks lead to, from the start on
 };
 static ShortRunState gShortRun;
 
 static uint32_t SyllablesWithin(ShortRunState *run, int position, int end)
 {
-    if (!run->hasFits[position]) {
-        run->fits[position] = WalkSyllables(run->text + position);
-        run->hasFits[position] = true;
-    }
+    RunPosition *place = &run->positions[position];
+    if (!place->hasFits)
+        place->fits = WalkSyllables(run->text + position);
+    place->hasFits = true;
     uint32_t left = uint32_t(end - position);
     uint32_t within = left > kLongestSyllable ? ~0u : (1u << left) - 1;
-    SyllableFits fits = run->fits[position];
-    return (fits.sure & within) | (fits.cancelled & (within >> 1));
+    return (place->fits.sure & within) | (place->fits.cancelled & (within >> 1));
 }
 
 static uint32_t WordsAt(const ShortRunState *run, int position)
@@ -54,8 +58,9 @@ static uint32_t WordsAt(const ShortRunState *run, int position)
 }
 
 // A word that reaches to the end is worth more than any division of what is left, and so is a
-// syllable where only syllables count: the square of a sum is more than the sum of the squares.
-static void ListCandidates(ShortRunState *run, int position, int end, bool byWords)
+// syllable where only syllables count: the square of a sum is more than the sum of the squares. A
+// lead vowel belongs to the consonant behind it: nothing starts there.
+static uint32_t ListCandidates(ShortRunState *run, int position, int end, bool byWords)
 {
     int left = end - position;
     uint32_t whole = left >= kShortestChunk && left <= kLongestChunk ? LengthBit(left) : 0;
@@ -64,66 +69,60 @@ static void ListCandidates(ShortRunState *run, int position, int end, bool byWor
         all |= SyllablesWithin(run, position, end);
         whole = byWords ? 0 : all & whole;
     }
-    run->candidates[position] = uint16_t(whole ? whole : all);
-    run->words[position] = uint16_t(words);
+    run->positions[position].words = uint16_t(words);
+    return whole ? whole : all;
 }
 
-// Lists the candidates of each position that is reached; the positions that they lead to are
-// reached then. A lead vowel belongs to the consonant behind it: nothing starts there.
-static void ListForward(ShortRunState *run, int start, int end, bool byWords)
+// Lists positions that are reached from the start, or all, and the candidates of each; the number
+// of positions.
+static int ListForward(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
 {
-    for (int i = start; i < end; ++i) {
-        if (!run->isReached[i])
+    int count = 0;
+    uint32_t ahead = 1;  // bit n stands for the position n bytes ahead
+    for (int i = start; i < end && ahead; ++i, ahead >>= 1) {
+        if (!(ahead & 1) && !takesAll)
             continue;
-        if (i > start && IsLeadVowel(run->text[i - 1])) {
-            run->candidates[i] = 0;
-            continue;
-        }
-        ListCandidates(run, i, end, byWords);
-        for (uint32_t left = run->candidates[i]; left; left &= left - 1)
-            run->isReached[i + std::countr_zero(left) + 1] = true;
+        bool isFree = i == start || !IsLeadVowel(run->text[i - 1]);
+        uint32_t candidates = isFree ? ListCandidates(run, i, end, byWords) : 0;
+        run->positions[i].candidates = uint16_t(candidates);
+        run->reached[count++] = uint8_t(i);
+        ahead |= candidates << 1 | (takesAll ? 2 : 0);
     }
+    return count;
 }
 
 // As in break scoring: among equals the longer chunk wins, and a chunk that fits but leads nowhere
 // is worth 1.
-static void ScorePosition(ShortRunState *run, int position)
+static void ScorePosition(RunPosition *position)
 {
     uint32_t best = 0;
     uint8_t bestLength = 1;
-    for (uint32_t left = run->candidates[position]; left; left &= left - 1) {
+    for (uint32_t left = position->candidates; left; left &= left - 1) {
         int length = std::countr_zero(left) + 1;
-        uint32_t next = run->scores[position + length], square = uint32_t(length * length);
-        bool isWord = run->words[position] & LengthBit(length);
+        uint32_t next = position[length].score, square = uint32_t(length * length);
+        bool isWord = position->words & LengthBit(length);
         uint32_t value = next ? next + (isWord ? 2 * square : square) : 1;
         if (value < best)
             continue;
         best = value;
         bestLength = uint8_t(length);
     }
-    run->scores[position] = uint16_t(best);
-    run->lengths[position] = bestLength;
+    position->score = uint16_t(best);
+    position->length = bestLength;
 }
 
-static void ScoreReached(ShortRunState *run, int start, int end, bool byWords)
+static void ScorePart(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
 {
-    ListForward(run, start, end, byWords);
-    run->scores[end] = 1;
-    for (int i = end; i-- > start;)
-        if (run->isReached[i])
-            ScorePosition(run, i);
-}
-
-static void ScoreAll(ShortRunState *run, int start, int end, bool byWords)
-{
-    memset(run->isReached + start, 1, size_t(end - start));
-    ScoreReached(run, start, end, byWords);
+    int count = ListForward(run, start, end, byWords, takesAll);
+    run->positions[end].score = 1;
+    while (count--)
+        ScorePosition(&run->positions[run->reached[count]]);
 }
 
 static uint8_t BadStretchLength(const ShortRunState *run, int position, int end)
 {
     int length = 1;
-    while (position + length < end && !run->scores[position + length])
+    while (position + length < end && !run->positions[position + length].score)
         ++length;
     return uint8_t(length);
 }
@@ -133,15 +132,14 @@ static int DividePart(ShortRunState *run, int start, int end, bool byWords, RunC
 {
     bool isComplete = false;
     int count = 0;
-    memset(run->isReached + start, 0, size_t(end - start + 1));
-    run->isReached[start] = true;
-    ScoreReached(run, start, end, byWords);
+    ScorePart(run, start, end, byWords, false);
     for (int i = start; i < end; i += chunks[count++].length) {
-        if (!run->scores[i] && !isComplete) {
-            ScoreAll(run, start, end, byWords);
+        const RunPosition *position = &run->positions[i];
+        if (!position->score && !isComplete) {
+            ScorePart(run, start, end, byWords, true);
             isComplete = true;
         }
-        uint8_t length = run->scores[i] ? run->lengths[i] : BadStretchLength(run, i, end);
+        uint8_t length = position->score ? position->length : BadStretchLength(run, i, end);
         assert(length > 0 && length <= end - i);
         chunks[count] = {uint8_t(i), length, false};
     }
@@ -179,7 +177,8 @@ int DivideShortRun(const uint8_t *text, int length, DWORD dictionaries, bool byW
     RunChunk words[kLongestShortRun];
     run->text = text;
     run->dictionaries = dictionaries;
-    memset(run->hasFits, 0, size_t(length));
+    for (int i = 0; i < length; ++i)
+        run->positions[i].hasFits = false;
     if (!byWords)
         return DivideBySyllables(run, length, chunks);
     int wordCount = DividePart(run, 0, length, true, words), count = 0;

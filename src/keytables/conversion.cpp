@@ -82,12 +82,14 @@ bool NeedsWords(const KeyTable *table)
     return table->type != kRomanTable || (gProcess.options->breakMode & kWordBreaks);
 }
 
-void RememberRun(const char *text, RunMemory memory)
+void RememberRun(const char *text, size_t length, RunMemory memory)
 {
-    if (memory == kBecomesWord)
-        CopyCut(gConversion.lastWord, kRunRoom, text);
-    if (memory == kForgetsWord)
-        ForgetWord();
+    assert(length < kRunRoom);
+    if (memory == kKeepsWord)
+        return;
+    size_t kept = memory == kBecomesWord ? length : 0;
+    memcpy(gConversion.lastWord, text, kept);
+    gConversion.lastWord[kept] = 0;
 }
 
 // The text of the first pattern that matches at the run, or null.

@@ -46,8 +46,8 @@ void WriteSeparator(Conversion *conversion);
 // (kRunRoom bytes). Remembers nothing.
 RunMemory RenderRun(const Conversion *conversion, const uint8_t *run, int count, char *text);
 
-// text has at most kRunRoom bytes.
-void RememberRun(const char *text, RunMemory memory);
+// text has length bytes, fewer than kRunRoom.
+void RememberRun(const char *text, size_t length, RunMemory memory);
 
 // 1 when all fitted; else 0 after the message.
 int EndConversion(const Conversion *conversion);

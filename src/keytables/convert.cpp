@@ -104,7 +104,8 @@ static void ConvertRun(Conversion *conversion, const uint8_t **cursor)
     int count = 0;
     while (IsLaoByte((*cursor)[count]))
         ++count;
-    RememberRun(text, RenderRun(conversion, *cursor, count, text));
+    RunMemory memory = RenderRun(conversion, *cursor, count, text);
+    RememberRun(text, strlen(text), memory);
     WriteText(conversion, text);
     *cursor += count;
 }

@@ -26,8 +26,8 @@
 #include "text/lao_code.h"
 
 // Room for a text without asking for memory, and zeros behind each text, which are read with it.
-enum { kLocalRoom = 512, kPadding = 16 };
-static_assert(int(kPadding) >= int(kMemoRun) && int(kPadding) > int(kMemoSyllable));
+enum { kLocalRoom = 512, kPadding = 8 };
+static_assert(int(kPadding) >= int(kMemoSyllable));
 
 // What the copying of a text has to know of a byte.
 enum ByteKind : uint8_t {
@@ -49,9 +49,9 @@ struct FastConversion {
     Conversion *conversion;
     const KeyMemo *memo;
     // of the current run
-    bool canBeKept;  // its text depends on nothing outside of it
-    RunMemory memory;
-    size_t wordStart, wordLength;  // in the output
+    bool canBeKept;                // its text depends on nothing outside of it
+    RunMemory memory;              // of its chunks so far, to be remembered
+    size_t wordStart, wordLength;  // in the output, of kBecomesWord
 };
 
 void CloseFastRoad(bool isClosed)
@@ -119,13 +119,23 @@ static_assert(std::endian::native == std::endian::little);
 
 // ---- chunks ----
 
-static void NoteMemory(FastConversion *fast, RunMemory memory, size_t start, size_t length)
+// Notes what is to be remembered of a chunk, if its text has been written: what is in the output
+// can wait there until a repeat sign or the end of the run.
+static void NoteChunk(FastConversion *fast, RunMemory memory, const char *text, size_t length)
 {
-    if (memory == kKeepsWord)
-        return;
-    fast->memory = memory;
-    fast->wordStart = start;
-    fast->wordLength = length;
+    if (IsFull(fast->conversion)) {
+        RememberRun(text, length, memory);
+        fast->memory = kKeepsWord;
+    } else if (memory != kKeepsWord) {
+        fast->memory = memory;
+        fast->wordStart = fast->conversion->length - 1 - length;
+        fast->wordLength = length;
+    }
+}
+
+static void RememberChunk(const FastConversion *fast)
+{
+    RememberRun(fast->conversion->output + fast->wordStart, fast->wordLength, fast->memory);
 }
 
 static void WriteCell(FastConversion *fast, const SyllableCell *cell)
@@ -138,8 +148,7 @@ static void WriteCell(FastConversion *fast, const SyllableCell *cell)
     } else {
         WriteBytes(conversion, cell->text, cell->length);
     }
-    RememberRun(cell->text, cell->memory);
-    NoteMemory(fast, cell->memory, start, cell->length);
+    NoteChunk(fast, cell->memory, cell->text, cell->length);
 }
 
 static void KeepSyllable(const FastConversion *fast, uint64_t bytes, const char *text,
@@ -161,9 +170,8 @@ static void RenderPiece(FastConversion *fast, const uint8_t *piece, size_t count
     memcpy(run, piece, count);
     run[count] = 0;
     RunMemory memory = RenderRun(fast->conversion, run, int(count), text);
-    RememberRun(text, memory);
-    NoteMemory(fast, memory, fast->conversion->length - 1, strlen(text));
     WriteText(fast->conversion, text);
+    NoteChunk(fast, memory, text, strlen(text));
     if (count <= kMemoSyllable)
         KeepSyllable(fast, ReadBytes(piece, count), text, memory);
 }
@@ -179,8 +187,10 @@ static void ConvertPieces(FastConversion *fast, const uint8_t *chunk, size_t cou
         if (sign > chunk) {
             RenderPiece(fast, chunk, size_t(sign - chunk));
         } else {
-            WriteWordSign(fast->conversion, *sign++ == kRepeatSign);
+            RememberChunk(fast);
+            fast->memory = kKeepsWord;
             fast->canBeKept = false;
+            WriteWordSign(fast->conversion, *sign++ == kRepeatSign);
         }
         chunk = sign;
     }
@@ -226,54 +236,46 @@ static void ConvertChunks(FastConversion *fast, const uint8_t *run, int length)
     }
 }
 
-static void WriteKeptRun(Conversion *conversion, const RunCell *cell)
+static void WriteKept(Conversion *conversion, const KeptRun *kept)
 {
-    char word[kRunRoom];
-    memcpy(conversion->output + conversion->length - 1, cell->text, sizeof cell->text);
-    conversion->length += cell->length;
-    if (cell->memory == kKeepsWord)
-        return;
-    memcpy(word, cell->text + cell->wordStart, cell->wordLength);
-    word[cell->wordLength] = 0;
-    RememberRun(word, cell->memory);
+    const char *text = TextOfRun(kept);
+    memcpy(conversion->output + conversion->length - 1, text, kept->textLength + 1u);
+    conversion->length += kept->textLength;
+    RememberRun(text + kept->wordStart, kept->wordLength, kept->memory);
 }
 
 // start: of the run's text in the output.
-static void KeepRun(const FastConversion *fast, const uint64_t *bytes, size_t start)
+static void KeepConverted(const FastConversion *fast, uint64_t hash, const uint8_t *run,
+                          size_t length, size_t start)
 {
     const Conversion *conversion = fast->conversion;
-    size_t length = conversion->length - 1 - start;
-    if (IsFull(conversion) || !fast->canBeKept || length >= kRunTextRoom)
+    size_t written = conversion->length - 1 - start;
+    if (IsFull(conversion) || !fast->canBeKept || written >= kRunTextRoom)
         return;
-    RunCell *cell = RunCellOf(bytes);
-    *cell = {{bytes[0], bytes[1]}, fast->memo->epoch, uint8_t(length), fast->memory, 0, 0, {}};
-    memcpy(cell->text, conversion->output + start, length);
-    if (fast->memory != kBecomesWord)
-        return;
-    cell->wordStart = uint8_t(fast->wordStart - start);
-    cell->wordLength = uint8_t(fast->wordLength);
+    KeptRun kept = {uint16_t(written), 0, 0, uint8_t(length), fast->memory};
+    if (fast->memory == kBecomesWord) {
+        kept.wordStart = uint16_t(fast->wordStart - start);
+        kept.wordLength = uint8_t(fast->wordLength);
+    }
+    KeepRun(fast->memo, hash, kept, run, conversion->output + start);
 }
 
 static void ConvertRun(FastConversion *fast, const uint8_t *run, size_t length)
 {
     Conversion *conversion = fast->conversion;
     size_t start = conversion->length - 1;
-    fast->canBeKept = length <= kMemoRun;
+    uint64_t hash = HashRun(run, length);
+    const KeptRun *kept = FindRun(fast->memo, hash, run, length);
+    if (kept && conversion->length + kept->textLength < conversion->size) {
+        WriteKept(conversion, kept);
+        return;
+    }
+    fast->canBeKept = true;
     fast->memory = kKeepsWord;
-    if (length > kMemoRun) {
-        ConvertChunks(fast, run, int(length));
-        return;
-    }
-    uint64_t bytes[] = {ReadBytes(run, length), length > 8 ? ReadBytes(run + 8, length - 8) : 0};
-    const RunCell *cell = RunCellOf(bytes);
-    bool isKept = cell->epoch == fast->memo->epoch && cell->bytes[0] == bytes[0] &&
-                  cell->bytes[1] == bytes[1];
-    if (isKept && start + sizeof cell->text < conversion->size) {
-        WriteKeptRun(conversion, cell);
-        return;
-    }
+    fast->wordStart = fast->wordLength = 0;
     ConvertChunks(fast, run, int(length));
-    KeepRun(fast, bytes, start);
+    RememberChunk(fast);
+    KeepConverted(fast, hash, run, length, start);
 }
 
 static void ConvertCopy(FastConversion *fast, const uint8_t *text)

@@ -29,10 +29,10 @@ struct KeyMemo {
     bool staysInside;  // see PatternsStayInside
 };
 
-enum { kMemoSyllable = 8, kMemoRun = 16 };  // bytes of the longest that is remembered
-enum { kSyllableTextRoom = 18, kRunTextRoom = 40 };
+enum { kMemoSyllable = 8 };  // bytes of the longest that is remembered
+enum { kSyllableTextRoom = 18, kRunTextRoom = 1024 };
 
-// Texts are terminated and filled up with zeros, so that they can be copied at their whole size.
+// The text is terminated and filled up with zeros, so that it can be copied at its whole size.
 struct SyllableCell {
     uint64_t bytes;  // filled up with zeros
     uint32_t epoch;
@@ -42,20 +42,29 @@ struct SyllableCell {
 };
 static_assert(sizeof(SyllableCell) == 32);
 
-struct RunCell {
-    uint64_t bytes[2];  // filled up with zeros
-    uint32_t epoch;
-    uint8_t length;                 // of the text
-    RunMemory memory;               // of the whole run
-    uint8_t wordStart, wordLength;  // of kBecomesWord: what a repeat sign repeats, in the text
-    char text[kRunTextRoom];
+// What is remembered of a whole run, in front of its bytes and its terminated text.
+struct KeptRun {
+    uint16_t textLength;
+    uint16_t wordStart;  // of kBecomesWord: what a repeat sign repeats, in the text
+    uint8_t wordLength;
+    uint8_t runLength;
+    RunMemory memory;  // of the whole run
 };
-static_assert(sizeof(RunCell) == 64);
 
 // The memory for a conversion; it is empty when something has changed since the last one.
 const KeyMemo *MemoOf(const Conversion *conversion, DWORD revision);
 
-// The one cell in which the syllable or run has its place. It is of the memory if its epoch and its
-// bytes are the same.
+// The one cell in which the syllable has its place. It is of the memory if its epoch and its bytes
+// are the same.
 SyllableCell *SyllableCellOf(uint64_t bytes);
-RunCell *RunCellOf(const uint64_t *bytes);
+
+// The bytes of a run as a number. The bytes are read in eights, the last one beyond their end.
+uint64_t HashRun(const uint8_t *run, size_t length);
+
+// A run that the memory holds, and its text; null for others. Valid until the next KeepRun.
+const KeptRun *FindRun(const KeyMemo *memo, uint64_t hash, const uint8_t *run, size_t length);
+const char *TextOfRun(const KeptRun *kept);
+
+// Takes a run of kept->runLength bytes and a text, shorter than kRunTextRoom.
+void KeepRun(const KeyMemo *memo, uint64_t hash, const KeptRun &kept, const uint8_t *run,
+             const char *text);
