@@ -96,14 +96,13 @@ static size_t LaoLength(const uint8_t *text)
     return length;
 }
 
-static bool HasLongRun(const uint8_t *text)
+static bool HasLongRun(const uint8_t *text, size_t size)
 {
-    for (; *text; ++text) {
+    for (; size > kLongestShortRun && *text; ++text) {
         size_t length = LaoLength(text);
         if (length > kLongestShortRun)
             return true;
-        if (length)
-            text += length - 1;
+        text += length ? length - 1 : 0;
     }
     return false;
 }
@@ -317,12 +316,12 @@ static bool CanGoFast(const Conversion *conversion, size_t length)
 }
 
 // copy has room for the text and its padding.
-static int ConvertThroughCopy(Conversion *conversion, uint8_t *copy, DWORD revision)
+static int ConvertThroughCopy(Conversion *conversion, uint8_t *copy, size_t length, DWORD revision)
 {
     uint8_t kinds = CopyText(copy, AsBytes(conversion->output));
     if (kinds & kPassedOver)
         PackLao(reinterpret_cast<char *>(copy));  // breaks may have stood between signs
-    if (kinds & kWorkByte || HasLongRun(copy))
+    if (kinds & kWorkByte || HasLongRun(copy, length))
         return kNoFastRoad;
     if (kinds & kLaoByte && NeedsWords(conversion->table))
         revision = LoadWords(revision);
@@ -342,11 +341,11 @@ int ConvertFast(Conversion *conversion)
     if (!CanGoFast(conversion, length) || !DictionariesRevision(&revision))
         return kNoFastRoad;
     if (room <= sizeof local)
-        return ConvertThroughCopy(conversion, local, revision);
+        return ConvertThroughCopy(conversion, local, length, revision);
     void *copy = CheckedGlobalAlloc(0, room);
     if (!copy)
         return 0;
-    int done = ConvertThroughCopy(conversion, static_cast<uint8_t *>(copy), revision);
+    int done = ConvertThroughCopy(conversion, static_cast<uint8_t *>(copy), length, revision);
     GlobalFree(copy);
     return done;
 }
