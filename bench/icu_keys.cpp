@@ -17,12 +17,30 @@ static icu::Collator &LaoCollator()
     return *collator;
 }
 
-size_t MakeIcuKeys(const std::vector<std::string> &words)
+constexpr int kMostKey = 8192;  // bytes
+
+size_t MakeIcuKeys(const std::vector<std::u16string> &words)
 {
     icu::Collator &collator = LaoCollator();
-    uint8_t key[1024];
+    uint8_t key[kMostKey];
+    size_t size = 0;
+    for (const std::u16string &word : words)
+        size += size_t(collator.getSortKey(word.data(), int32_t(word.size()), key, sizeof key));
+    return size;
+}
+
+size_t MakeIcuKeysFromUtf8(const std::vector<std::string> &words)
+{
+    icu::Collator &collator = LaoCollator();
+    uint8_t key[kMostKey];
     size_t size = 0;
     for (const std::string &word : words)
         size += size_t(collator.getSortKey(icu::UnicodeString::fromUTF8(word), key, sizeof key));
     return size;
+}
+
+std::u16string Utf16Of(const std::string &text)
+{
+    icu::UnicodeString wide = icu::UnicodeString::fromUTF8(text);
+    return {wide.getBuffer(), size_t(wide.length())};
 }

@@ -1,8 +1,11 @@
-// The peer for sort keys: ICU's collator for Lao.
+// The peer for sort keys: tertiary keys of a collator for Lao.
 #pragma once
 
 #include <string>
 #include <vector>
 
-// Makes a key of each UTF-8 word, the way to UTF-16 inside: all bytes of the keys.
-size_t MakeIcuKeys(const std::vector<std::string> &words);
+// Bytes of all keys.
+size_t MakeIcuKeys(const std::vector<std::u16string> &words);
+size_t MakeIcuKeysFromUtf8(const std::vector<std::string> &words);
+
+std::u16string Utf16Of(const std::string &text);

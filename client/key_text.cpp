@@ -4,8 +4,8 @@
 // where the foreign character is a no-break space, else a byte that stands for nothing.
 #include "key_text.h"
 
-#include <cctype>
-#include <cstring>
+#include <algorithm>
+#include <array>
 #include <memory>
 
 #include "orvel.h"
@@ -16,6 +16,14 @@ constexpr size_t kPieceSize = 16384;  // bytes of a piece behind which it ends w
 constexpr char kForeign = '\xFF', kBlank = ' ', kNoBreakCode = '\xA0';
 constexpr std::string_view kNoBreakSpace = "\xC2\xA0", kKeyPrefix = "##";
 
+// Blocks that go from conversion to conversion, so that a line asks for no memory.
+struct KeyBlocks {
+    std::string code;
+    std::unique_ptr<char[]> result;
+    size_t resultRoom;
+};
+static KeyBlocks gBlocks;
+
 // One conversion. Texts are of the current piece.
 struct KeyWork {
     const CodeTable *codes;
@@ -23,7 +31,7 @@ struct KeyWork {
     KeyForm form;
     bool inBrackets, inSyllable;  // where coded text is
     bool hasKey;                  // the key's prefix is written
-    std::string code;             // internal code to be handed over
+    std::string *code;            // internal code to be handed over
     std::string *output;
 };
 
@@ -36,12 +44,13 @@ static bool IsKey(const KeyWork &work)
 
 static bool IsAsciiLetter(char c)
 {
-    return c > 0 && isalpha(c);
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 static bool GoesOnSyllable(char c)
 {
-    return c > 0 && (isalnum(c) || strchr("*#&'", c));
+    return IsAsciiLetter(c) || (c >= '0' && c <= '9') || c == '*' || c == '#' || c == '&' ||
+           c == '\'';
 }
 
 static void FollowCoded(KeyWork *work, char c)
@@ -88,6 +97,34 @@ static char CodeToHandOver(const KeyWork &work, std::string_view character)
     return CodeOfSign(work, character);
 }
 
+// Takes what is most of any text, Lao and ASCII that are handed over as they are, up to the first
+// character of another kind, which is left to the rules above, or to the end of a block: the bytes
+// of the source that it was. Coded text has states to be followed.
+static size_t TakeStretch(KeyWork *work, std::string_view source)
+{
+    const std::array<uint8_t, 128> &codes =
+        IsKey(*work) ? work->codes->codes : work->codes->runCodes;
+    char block[512];
+    size_t at = 0, count = 0;
+    while (at < source.size() && count < sizeof block) {
+        char c = source[at], code = c;
+        size_t size = 1;
+        if (IsLaoAt(source.data() + at, source.size() - at)) {
+            code = char(codes[LaoAt(source.data() + at) - 0x0E80]);
+            size = 3;
+        } else if (c == '-' || !IsPlainAscii(c)) {
+            break;
+        }
+        if (!code)
+            break;
+        FollowCoded(work, code);
+        block[count++] = code;
+        at += size;
+    }
+    work->code->append(block, count);
+    return at;
+}
+
 // ---- what comes back ----
 
 // A table's own bytes: UTF-8 where they are that, else characters of the Latin code page.
@@ -104,7 +141,7 @@ static void AppendTableText(std::string_view text, std::string *output)
     }
 }
 
-static void AppendText(std::string_view result, std::string *output)
+static void AppendForeignText(std::string_view result, std::string *output)
 {
     constexpr char kMeaning[] = {kHiddenBreak, char(kRealHyphen), 0};
     for (size_t end; (end = result.find_first_of(kMeaning)) != result.npos;) {
@@ -115,17 +152,34 @@ static void AppendText(std::string_view result, std::string *output)
     AppendTableText(result, output);
 }
 
+// ASCII, of which most results are, stands for itself.
+static void AppendText(std::string_view result, std::string *output)
+{
+    auto isForeign = [](char c) { return c < 0 || c == kHiddenBreak; };
+    for (auto from = result.begin(), end = result.end(); from != end;) {
+        auto foreign = std::find_if(from, end, isForeign);
+        output->append(from, foreign);
+        from = std::find_if_not(foreign, end, isForeign);
+        if (foreign != from)
+            AppendForeignText({foreign, from}, output);
+    }
+}
+
 static void AppendDecoded(const KeyWork &work, std::string_view result)
 {
-    for (char byte : result)
-        *work.output += byte == kBreakMark ? kZeroWidthSpace : work.codes->texts[uint8_t(byte)];
+    for (size_t mark; (mark = result.find(char(kBreakMark))) != result.npos;) {
+        AppendTextOfCode(*work.codes, result.substr(0, mark), work.output);
+        *work.output += kZeroWidthSpace;
+        result.remove_prefix(mark + 1);
+    }
+    AppendTextOfCode(*work.codes, result, work.output);
 }
 
 static void AppendResult(const KeyWork &work, std::string_view result)
 {
     switch (work.form) {
     case KeyForm::kKey: *work.output += result; break;
-    case KeyForm::kShownKey: *work.output += TextOfCode(*work.codes, result); break;
+    case KeyForm::kShownKey: AppendTextOfCode(*work.codes, result, work.output); break;
     case KeyForm::kText: AppendText(result, work.output); break;
     case KeyForm::kDecoded: AppendDecoded(work, result); break;
     }
@@ -133,23 +187,32 @@ static void AppendResult(const KeyWork &work, std::string_view result)
 
 // ---- pieces ----
 
+static char *ResultBlock(size_t room)
+{
+    if (room > gBlocks.resultRoom) {
+        gBlocks.result = std::make_unique_for_overwrite<char[]>(room);
+        gBlocks.resultRoom = room;
+    }
+    gBlocks.result[0] = 0;
+    return gBlocks.result.get();
+}
+
 // Converts the piece with `end` behind it (0 for none), which isn't part of the result.
 static bool ConvertPiece(KeyWork *work, char end)
 {
     if (end)
-        work->code += end;
-    size_t room = kGrowth * work->code.size() + kGrowth;
-    auto block = std::make_unique_for_overwrite<char[]>(room);
-    block[0] = 0;
-    int done = (*work->operation)(work->code.c_str(), block.get(), DWORD(room));
-    std::string_view result = block.get();
+        *work->code += end;
+    size_t room = kGrowth * work->code->size() + kGrowth;
+    char *block = ResultBlock(room);
+    int done = (*work->operation)(work->code->c_str(), block, DWORD(room));
+    std::string_view result = block;
     if (end && result.ends_with(end))
         result.remove_suffix(1);
     if (work->hasKey && result.starts_with(kKeyPrefix))
         result.remove_prefix(kKeyPrefix.size());
     work->hasKey = IsKey(*work);
     AppendResult(*work, result);
-    work->code.clear();
+    work->code->clear();
     return done;
 }
 
@@ -178,11 +241,21 @@ static bool PassForeign(KeyWork *work, std::string_view foreign)
     return true;
 }
 
+static bool EndsPiece(const std::string &code)
+{
+    return code.size() >= kPieceSize && (code.back() == '\n' || code.back() == kBlank);
+}
+
 bool ConvertKeyText(const CodeTable &codes, KeyForm form, const KeyOperation &operation,
                     std::string_view source, bool inBrackets, std::string *output)
 {
-    KeyWork work = {&codes, &operation, form, inBrackets, false, false, {}, output};
+    KeyWork work = {&codes, &operation, form, inBrackets, false, false, &gBlocks.code, output};
+    gBlocks.code.clear();
     for (size_t i = 0; i < source.size();) {
+        if (work.code->size() < kPieceSize)
+            i += TakeStretch(&work, source.substr(i));
+        if (i == source.size())
+            break;
         std::string_view character = source.substr(i, CharacterSize(source.substr(i)));
         char code = CodeToHandOver(work, character);
         if (!code) {
@@ -192,11 +265,10 @@ bool ConvertKeyText(const CodeTable &codes, KeyForm form, const KeyOperation &op
             i += size;
             continue;
         }
-        work.code += code;
+        *work.code += code;
         FollowCoded(&work, code);
         i += character.size();
-        bool canEnd = code == '\n' || code == kBlank;
-        if (canEnd && work.code.size() >= kPieceSize && !ConvertPiece(&work, 0))
+        if (EndsPiece(*work.code) && !ConvertPiece(&work, 0))
             return false;
     }
     return ConvertPiece(&work, 0);

@@ -122,6 +122,14 @@ DWORD WINAPI ReadLaoDict(const char *fileName, DWORD dictionary)
     return count < 0xFFFF ? count : 0xFFFF;
 }
 
+DWORD WINAPI DictionariesRevision(void)
+{
+    DWORD sum = 0;
+    for (const Dictionary &dictionary : gDictionaries.dictionaries)
+        sum += dictionary.revision;  // each of them only grows
+    return sum;
+}
+
 void ForgetDictionaries()
 {
     for (Dictionary &dictionary : gDictionaries.dictionaries) {

@@ -1,9 +1,10 @@
-// AddLaoSyllable: coded letters back to Lao, for DecodeEmail. At each place of a stretch all
+// Coded letters back to Lao. At each place of a stretch all
 // spellings of the tables are tried, initial, cluster, vowel, final and tone in turn, and the
 // longest syllable is written in the order of Lao: lead vowel, initial and cluster, signs over and
 // under them, tone, the rest of the vowel, final. A cancellation mark silences a final and stands
 // behind it. Only rows that begin with the next letter are looked at, so a syllable costs some
 // dozen comparisons.
+#include "email_syllable.h"
 #include "email_table.h"
 #include "lao_signs.h"
 #include "vesk.h"
@@ -251,10 +252,8 @@ static size_t DecodeNext(char *output, Letters *letters)
     return 1;
 }
 
-DWORD WINAPI AddLaoSyllable(char *output, const char *start, const char *end)
+DWORD DecodeStretch(char *output, const char *start, const char *end)
 {
-    if (!output || !start || !end)
-        return 0;
     DWORD written = 0;
     for (Letters letters = {start, end}; letters.start < letters.end;)
         written += DWORD(DecodeNext(output + written, &letters));

@@ -12,7 +12,7 @@ constexpr uint8_t kAa = 190, kAm = 191, kNiggahita = 240;
 constexpr uint8_t kNiggahitaEk = 210, kNiggahitaTho = 211, kAmEk = 212, kAmTho = 213;
 
 // Only the tones EK and THO have codes together with a vowel. 0: they don't join.
-static uint8_t JoinWithTone(uint8_t sign, uint8_t tone)
+constexpr uint8_t JoinWithTone(uint8_t sign, uint8_t tone)
 {
     bool ek = tone == kToneEk;
     if (!ek && tone != kToneTho)
@@ -27,7 +27,7 @@ static uint8_t JoinWithTone(uint8_t sign, uint8_t tone)
 }
 
 // AM written as niggahita, with or without its tone, and AA in this order.
-static uint8_t JoinWithAa(uint8_t sign, uint8_t aa)
+constexpr uint8_t JoinWithAa(uint8_t sign, uint8_t aa)
 {
     if (aa != kAa)
         return 0;
@@ -40,7 +40,7 @@ static uint8_t JoinWithAa(uint8_t sign, uint8_t aa)
 }
 
 // The one byte for two that follow each other, or 0.
-static uint8_t JoinSigns(uint8_t a, uint8_t b)
+constexpr uint8_t JoinSigns(uint8_t a, uint8_t b)
 {
     uint8_t joined = JoinWithTone(a, b);
     if (!joined)
@@ -48,13 +48,30 @@ static uint8_t JoinSigns(uint8_t a, uint8_t b)
     return joined ? joined : JoinWithAa(a, b);
 }
 
+// Whether a sign joins with any at all, as the first or as the second of two: few do.
+struct JoinTable {
+    bool isFirst[256], isSecond[256];
+};
+
+constexpr JoinTable BuildJoinTable()
+{
+    JoinTable table = {};
+    for (int a = 0; a < 256; ++a)
+        for (int b = 0; b < 256; ++b)
+            if (JoinSigns(uint8_t(a), uint8_t(b)))
+                table.isFirst[a] = table.isSecond[b] = true;
+    return table;
+}
+constexpr JoinTable kJoins = BuildJoinTable();
+
 void WINAPI PackLao(char *text)
 {
     if (!text || !*text)
         return;
     uint8_t *out = reinterpret_cast<uint8_t *>(text);
     for (const uint8_t *in = out + 1; *in; ++in) {
-        uint8_t joined = JoinSigns(*out, *in);
+        bool mayJoin = kJoins.isFirst[*out] & kJoins.isSecond[*in];
+        uint8_t joined = mayJoin ? JoinSigns(*out, *in) : 0;
         if (joined)
             *out = joined;
         else

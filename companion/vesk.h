@@ -103,6 +103,10 @@ DWORD WINAPI AddWords(const char *const *words, int *results, DWORD count);
    saved, nothing has changed. */
 LONG WINAPI DeleteWord(const char *word);
 
+/* A number that changes whenever words of a dictionary do: what a host remembers of answers holds
+   as long as it stays. */
+DWORD WINAPI DictionariesRevision(void);
+
 /* Frees all dictionaries; they can be read again. Gives 1. */
 DWORD WINAPI UnloadDictionaries(void);
 

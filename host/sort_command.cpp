@@ -19,10 +19,19 @@ struct SortSettings {
 };
 
 struct SortLine {
-    std::string key;  // bytes, as the library gives them to any host: their order is the order
-    std::string line;
-    const std::string *file;  // where it comes from; one of the set that RunSort keeps
+    uint64_t start[2];      // the key's first bytes as numbers, which decide most comparisons
+    size_t key, keySize;    // in the keys: bytes as the library gives them to any host, whose order
+                            // is the order of the lines
+    size_t line, lineSize;  // in the text
+    const std::string *file;  // where it comes from; one of the list's
     size_t number;            // of the line there, from 1
+};
+
+// All lines, in the order in which they were read, then in that of their keys.
+struct SortList {
+    std::vector<SortLine> lines;
+    std::string text, keys;  // one behind the other
+    std::unordered_set<std::string> files;
 };
 
 // What makes keys: the library's operation and what it is asked with.
@@ -36,25 +45,61 @@ static std::string_view WithoutEnd(std::string_view line)
     return line.ends_with('\n') ? line.substr(0, line.size() - 1) : line;
 }
 
-static int ReadLines(const SortSettings &settings, std::vector<SortLine> *lines,
-                     std::unordered_set<std::string> *files)
+static std::string_view TextOf(const SortList &list, const SortLine &line)
 {
-    return ProcessLines(settings.files, [&](const TextPart &part, std::string *) {
+    return std::string_view(list.text).substr(line.line, line.lineSize);
+}
+
+static std::string_view KeyOf(const SortList &list, const SortLine &line)
+{
+    return std::string_view(list.keys).substr(line.key, line.keySize);
+}
+
+static int ReadLines(const SortSettings &settings, SortList *list)
+{
+    return ProcessLines(settings.files, [list](const TextPart &part, std::string *) {
         bool goesOn = part.column > 1;  // the line is longer than a part
-        if (!goesOn)
-            lines->push_back({"", "", &*files->insert(gPlace.file).first, part.line});
-        lines->back().line += WithoutEnd(WithoutByteOrderMark(part));
+        if (!goesOn) {
+            SortLine line = {};
+            line.line = list->text.size();
+            line.file = &*list->files.insert(gPlace.file).first;
+            line.number = part.line;
+            list->lines.push_back(line);
+        }
+        list->text += WithoutEnd(WithoutByteOrderMark(part));
+        list->lines.back().lineSize = list->text.size() - list->lines.back().line;
         return int(kDone);
     });
 }
 
-static int MakeKeys(const KeyMaker &maker, std::vector<SortLine> *lines)
+// Eight bytes from a place of the key on, zeros behind its end, as a number of the same order.
+static uint64_t NumberAt(std::string_view key, size_t place)
+{
+    uint64_t number = 0;
+    for (size_t i = place; i < place + 8; ++i)
+        number = number << 8 | (i < key.size() ? uint8_t(key[i]) : 0u);
+    return number;
+}
+
+static bool MakeKey(const KeyMaker &maker, SortList *list, SortLine *line)
+{
+    line->key = list->keys.size();
+    bool isDone = ConvertKeyText(maker.codes, KeyForm::kKey, maker.operation, TextOf(*list, *line),
+                                 false, &list->keys);
+    line->keySize = list->keys.size() - line->key;
+    for (size_t i = 0; i < std::size(line->start); ++i)
+        line->start[i] = NumberAt(KeyOf(*list, *line), 8 * i);
+    return isDone;
+}
+
+static int MakeKeys(const KeyMaker &maker, SortList *list)
 {
     int worst = kDone;
-    for (SortLine &line : *lines) {
-        gPlace = {*line.file, line.number};
-        if (!ConvertKeyText(maker.codes, KeyForm::kKey, maker.operation, line.line, false,
-                            &line.key))
+    for (SortLine &line : list->lines) {
+        gPlace.line = line.number;
+        if (gPlace.file != *line.file)
+            gPlace.file = *line.file;
+        if (!MakeKey(maker, list, &line))
             worst = kNotDone;
         if (TellMessages())
             worst = kNotDone;
@@ -63,54 +108,54 @@ static int MakeKeys(const KeyMaker &maker, std::vector<SortLine> *lines)
     return worst;
 }
 
-static bool IsBefore(const SortLine &one, const SortLine &other)
+static bool IsBefore(const SortList &list, const SortLine &one, const SortLine &other)
 {
-    return one.key < other.key;
+    for (size_t i = 0; i < std::size(one.start); ++i)
+        if (one.start[i] != other.start[i])
+            return one.start[i] < other.start[i];
+    return KeyOf(list, one) < KeyOf(list, other);
 }
 
 // Lines with one key keep their order, whichever way the list goes.
-static void SortLines(const SortSettings &settings, std::vector<SortLine> *lines)
+static void SortLines(const SortSettings &settings, SortList *list)
 {
-    if (settings.isReverse)
-        std::stable_sort(
-            lines->begin(), lines->end(),
-            [](const SortLine &one, const SortLine &other) { return IsBefore(other, one); });
-    else
-        std::stable_sort(lines->begin(), lines->end(), IsBefore);
+    std::stable_sort(
+        list->lines.begin(), list->lines.end(), [&](const SortLine &one, const SortLine &other) {
+            return settings.isReverse ? IsBefore(*list, other, one) : IsBefore(*list, one, other);
+        });
 }
 
 // Of equal lines the first stays. Lines of one key that are spelt differently are no doubles.
-static void DropDoubles(std::vector<SortLine> *lines)
+static void DropDoubles(SortList *list)
 {
-    std::unordered_set<std::string> seen;  // of the current key
+    std::unordered_set<std::string_view> seen;  // of the current key
     std::vector<SortLine> kept;
-    for (SortLine &line : *lines) {
-        if (!kept.empty() && kept.back().key != line.key)
+    for (const SortLine &line : list->lines) {
+        if (!kept.empty() && KeyOf(*list, kept.back()) != KeyOf(*list, line))
             seen.clear();
-        if (seen.insert(line.line).second)
-            kept.push_back(std::move(line));
+        if (seen.insert(TextOf(*list, line)).second)
+            kept.push_back(line);
     }
-    *lines = std::move(kept);
+    list->lines = std::move(kept);
 }
 
-static std::string ShownLine(const SortSettings &settings, const KeyMaker &maker,
-                             const SortLine &line)
+static void AppendLine(const SortSettings &settings, const KeyMaker &maker, std::string_view line,
+                       std::string *output)
 {
-    std::string text;
     if (settings.showsKeys) {
-        ConvertKeyText(maker.codes, KeyForm::kShownKey, maker.operation, line.line, false, &text);
-        text += '\t';
+        ConvertKeyText(maker.codes, KeyForm::kShownKey, maker.operation, line, false, output);
+        *output += '\t';
     }
-    return text + line.line + "\n";
+    *output += line;
+    *output += '\n';
 }
 
-static int WriteLines(const SortSettings &settings, const KeyMaker &maker,
-                      const std::vector<SortLine> &lines)
+static int WriteLines(const SortSettings &settings, const KeyMaker &maker, const SortList &list)
 {
     constexpr size_t kBlock = 1 << 20;  // bytes that are written at once
     std::string output;
-    for (const SortLine &line : lines) {
-        output += ShownLine(settings, maker, line);
+    for (const SortLine &line : list.lines) {
+        AppendLine(settings, maker, TextOf(list, line), &output);
         if (output.size() < kBlock)
             continue;
         if (WriteOutput(output))
@@ -123,8 +168,7 @@ static int WriteLines(const SortSettings &settings, const KeyMaker &maker,
 
 static int RunSort(const SortSettings &settings)
 {
-    std::vector<SortLine> lines;
-    std::unordered_set<std::string> files;
+    SortList list;
     std::string font;
     if (!Start() || !ChooseTextFont(&font) || !LoadTable(settings.table, LoadSortKey))
         return kNotDone;
@@ -132,12 +176,12 @@ static int RunSort(const SortSettings &settings)
     KeyMaker maker = {ReadCodeTable(), [&](const char *text, char *key, DWORD size) {
                           return SortString(text, key, size, font.c_str());
                       }};
-    int worst = ReadLines(settings, &lines, &files);
-    worst = std::max(worst, MakeKeys(maker, &lines));
-    SortLines(settings, &lines);
+    int worst = ReadLines(settings, &list);
+    worst = std::max(worst, MakeKeys(maker, &list));
+    SortLines(settings, &list);
     if (settings.isUnique)
-        DropDoubles(&lines);
-    return std::max(worst, WriteLines(settings, maker, lines));
+        DropDoubles(&list);
+    return std::max(worst, WriteLines(settings, maker, list));
 }
 
 void AddSortCommand(CLI::App *app, Command *chosen)

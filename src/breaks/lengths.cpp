@@ -26,18 +26,31 @@ uint32_t SyllableLengthMask(const uint8_t *position)
 
 // One step more than the longest syllable: the byte behind can cancel its last consonant. A byte
 // that isn't Lao, the terminator too, leads to the dead state.
-uint32_t SyllableLengths(const uint8_t *position)
+static inline void WalkTable(const uint8_t *position, uint32_t *sure, uint32_t *cancelled)
 {
-    uint32_t mask = 0, state = kStartState;
+    uint32_t state = kStartState;
     for (int i = 0; i <= kLongestSyllable; ++i) {
         uint32_t cell = kSyllableNext[state][kSyllableClasses[position[i]]];
-        mask |= (cell & kEndsHere) << i;
-        mask |= (cell & kEndedBefore) << i >> 2;  // one byte shorter
+        *sure |= (cell & kEndsHere) << i;
+        *cancelled |= (cell & kEndedBefore) << i >> 2;  // one byte shorter
         state = cell >> kStateShift;
         if (state == kDeadState)
             break;
     }
-    return mask & kSyllableMask;
+}
+
+uint32_t SyllableLengths(const uint8_t *position)
+{
+    uint32_t sure = 0, cancelled = 0;
+    WalkTable(position, &sure, &cancelled);
+    return (sure | cancelled) & kSyllableMask;
+}
+
+SyllableFits WalkSyllables(const uint8_t *position)
+{
+    uint32_t sure = 0, cancelled = 0;
+    WalkTable(position, &sure, &cancelled);
+    return {uint8_t(sure & kSyllableMask), uint8_t(cancelled & kSyllableMask)};
 }
 
 // Two questions for a length: does any word begin so, and is it one? The first no ends the search.

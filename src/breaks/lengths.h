@@ -20,6 +20,13 @@ uint32_t SyllableLengthMask(const uint8_t *position);
 // The same from one walk.
 uint32_t SyllableLengths(const uint8_t *position);
 
+// The same in two: lengths that are syllables whatever stands behind them, and those that are one
+// only because the byte behind is a cancellation mark, which must then be of the same text.
+struct SyllableFits {
+    uint8_t sure, cancelled;
+};
+SyllableFits WalkSyllables(const uint8_t *position);
+
 // Whole entries of one dictionary, by asking the companion twice for each length. A repeat sign or
 // an ellipsis behind a word goes with it.
 uint32_t DictionaryWordMask(const uint8_t *position, int dictionary);

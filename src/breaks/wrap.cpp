@@ -11,6 +11,7 @@
 
 #include "breaks/request.h"
 #include "breaks/scoring.h"
+#include "breaks/wrap.h"
 #include "fonts/font_table.h"
 #include "frame/companion.h"
 #include "frame/messages.h"
@@ -189,6 +190,11 @@ int WINAPI SetBreakBuf(BYTE *side)
         return 0;
     gWrap.pendingSide = side;
     return 1;
+}
+
+void DropSideBuffer()
+{
+    gWrap.pendingSide = nullptr;
 }
 
 int WINAPI GetBreakChar(const char *font)

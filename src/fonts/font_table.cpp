@@ -26,10 +26,11 @@ FontRecord *FontAt(int index)
     return index >= 0 && index < gFonts.count ? &gFonts.records[index] : nullptr;
 }
 
+// As a rule the name comes in its own letters.
 int WINAPI FontIndex(const char *name)
 {
     for (int i = 0; name && i < gFonts.count; ++i)
-        if (EqualNoCase(gFonts.records[i].name, name))
+        if (!strcmp(gFonts.records[i].name, name) || EqualNoCase(gFonts.records[i].name, name))
             return i;
     return -1;
 }

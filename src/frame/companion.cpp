@@ -27,6 +27,7 @@ struct Companion {
     void(WINAPI *aboutOrvel)(int);
     void(WINAPI *findWordLengths)(const char *, DWORD, WordLengths *);  // optional
     DWORD(WINAPI *addWords)(const char *const *, int *, DWORD);         // optional
+    DWORD(WINAPI *dictionariesRevision)();                              // optional
 };
 static Companion gCompanion;
 
@@ -82,6 +83,7 @@ int BindCompanion()
         BindEntry(module, bound);
     FindEntry(module, {"FindWordLengths", &gCompanion.findWordLengths});
     FindEntry(module, {"AddWords", &gCompanion.addWords});
+    FindEntry(module, {"DictionariesRevision", &gCompanion.dictionariesRevision});
     return 1;
 }
 
@@ -186,5 +188,13 @@ int FindWordLengths(const char *text, DWORD dictionaries, WordLengths *lengths)
     if (!gCompanion.findWordLengths || !gCompanion.findWord)
         return 0;  // without FindWord all that is asked counts as found
     gCompanion.findWordLengths(text, dictionaries, lengths);
+    return 1;
+}
+
+int DictionariesRevision(DWORD *revision)
+{
+    if (!gCompanion.dictionariesRevision)
+        return 0;
+    *revision = gCompanion.dictionariesRevision();
     return 1;
 }

@@ -51,3 +51,7 @@ struct WordLengths {
 // One question for a position, in place of two for each length. Not every companion answers it: 0
 // when this one doesn't (FindWord is then to be asked), 1 when lengths are filled.
 int FindWordLengths(const char *text, DWORD dictionaries, WordLengths *lengths);
+
+// A number that changes whenever words of a dictionary do. 0 when this companion doesn't tell; what
+// its look-ups have given must not be remembered then.
+int DictionariesRevision(DWORD *revision);

@@ -1,6 +1,7 @@
-// The conversion, shared by sort keys, romanization and e-mail coding. Two passes of the break
-// inserter divide a copy of the text; marks of work stand in it for breaks and for the two word
-// signs. Then each run between marks is rendered as one syllable, from the copy into the text.
+// The conversion, shared by sort keys, romanization and e-mail coding, on its plain road, which can
+// be read beside the rules. Two passes of the break inserter divide a copy of the text; marks of
+// work stand in it for breaks and for the two word signs. Then each run between marks is rendered
+// as one syllable, from the copy into the text. The fast road is asked first.
 #include "keytables/convert.h"
 
 #include <cassert>
@@ -11,7 +12,8 @@
 #include "frame/strings.h"
 #include "keytables/ascii_class.h"
 #include "keytables/builtin_tables.h"
-#include "keytables/render.h"
+#include "keytables/conversion.h"
+#include "keytables/fast_convert.h"
 #include "orvel.h"
 #include "text/lao_code.h"
 
@@ -26,30 +28,9 @@ enum : uint8_t {
 static_assert(!IsLaoByte(kRepeatMark) && !IsLaoByte(kEllipsisMark) &&
               !IsLaoByte(kPrimaryBreakMark) && !IsLaoByte(kSecondaryBreakMark));
 
-enum : uint8_t { kBlank = 32, kNoBreakSpace = 160 };
 constexpr DWORD kMarkWords = kInsertBreaks | kBothBreaks;
 constexpr DWORD kMarkSyllables = kInsertBreaks | kSyllableBreaks;
-enum { kRunRoom = 36, kWorkGrowth = 16 };
-
-// The font whose code leaves the internal code as it is. Where it isn't registered no breaks are
-// found, and each run of Lao is one syllable.
-constexpr char kWorkFont[] = "Saysettha Lao";
-
-// What outlives a call; the rules of RenderRun and of the signs change it, nothing else.
-struct ConvertState {
-    char lastWord[kRunRoom];  // text of the last syllable that was rendered in full
-};
-static ConvertState gConvert;
-
-// One call.
-struct Conversion {
-    const KeyTable *table;
-    const uint8_t *cursor;  // in the copy
-    char *output;
-    size_t length;  // of the output with its terminator; from size on nothing more is written
-    size_t size;
-    bool showsFailures;  // "[?]" behind what is no syllable
-};
+enum { kWorkGrowth = 16 };
 
 // ---- dividing ----
 
@@ -58,12 +39,6 @@ static void ReplaceByte(char *text, uint8_t from, uint8_t to)
     for (; *text; ++text)
         if (uint8_t(*text) == from)
             *text = char(to);
-}
-
-// A romanization has no words of its own where the option divides by syllables alone.
-static bool NeedsWords(const KeyTable *table)
-{
-    return table->type != kRomanTable || (gProcess.options->breakMode & kWordBreaks);
 }
 
 // Room for the divided text: as much as the text has, but no more than both passes and the work
@@ -102,29 +77,7 @@ static int DivideText(char *text, char *work, DWORD size, const KeyTable *table)
     return MarkBreaks(text, work, size, kMarkSyllables, mark);
 }
 
-// ---- writing ----
-
-// What doesn't fit isn't written in part, and nothing is written behind it.
-static void WriteBytes(Conversion *conversion, const char *bytes, size_t count)
-{
-    assert(conversion->length >= 1);  // the terminator counts
-    size_t start = conversion->length - 1;
-    conversion->length += count;
-    if (conversion->length >= conversion->size)
-        return;
-    memcpy(conversion->output + start, bytes, count);
-    conversion->output[start + count] = 0;
-}
-
-static void WriteText(Conversion *conversion, const char *text)
-{
-    WriteBytes(conversion, text, strlen(text));
-}
-
-static void ForgetWord()
-{
-    gConvert.lastWord[0] = 0;
-}
+// ---- the output ----
 
 static bool IsBreak(uint8_t byte)
 {
@@ -133,111 +86,54 @@ static bool IsBreak(uint8_t byte)
 
 // Passes the marks at the cursor: whether a separator belongs there. Punctuation one byte behind
 // them takes it away.
-static bool PassBreaks(Conversion *conversion)
+static bool PassBreaks(const uint8_t **cursor, TableType type)
 {
     bool separates = false;
-    for (; IsBreak(*conversion->cursor); ++conversion->cursor)
-        separates |=
-            *conversion->cursor == kPrimaryBreakMark || conversion->table->type == kEmailTable;
-    if (!separates || !conversion->cursor[0])
+    for (; IsBreak(**cursor); ++*cursor)
+        separates |= **cursor == kPrimaryBreakMark || type == kEmailTable;
+    if (!separates || !**cursor)
         return false;
-    char behind = char(conversion->cursor[1]);
+    char behind = char((*cursor)[1]);
     return behind && !IsAsciiPunctuation(behind);
 }
 
-// A repeat sign writes the last syllable again; one byte alone is no syllable to repeat.
-static void ConvertWordSign(Conversion *conversion)
-{
-    bool repeats = *conversion->cursor++ == kRepeatMark;
-    if (conversion->table->type == kEmailTable) {
-        WriteText(conversion, repeats ? "#" : "&");
-        return;
-    }
-    if (repeats && gConvert.lastWord[0] && gConvert.lastWord[1]) {
-        WriteText(conversion, gConvert.lastWord);
-        return;
-    }
-    ForgetWord();
-    WriteText(conversion, repeats ? "(rep.)" : "(etc.)");
-}
-
-static void CopyPlainByte(Conversion *conversion)
-{
-    char byte = char(*conversion->cursor++);
-    WriteBytes(conversion, &byte, 1);
-    if (uint8_t(byte) != kBlank && uint8_t(byte) != kNoBreakSpace)
-        ForgetWord();
-}
-
-// ---- runs ----
-
-// The text of the first pattern that matches at the cursor, or null.
-static const char *FindChange(const Conversion *conversion)
-{
-    EntryRange range = EntriesOf(conversion->table, kChangeSection);
-    for (int i = range.begin; i < range.end; ++i)
-        if (const char *text = MatchChangeEntry(conversion->cursor, conversion->table, i))
-            return text;
-    return nullptr;
-}
-
-// The run's text (kRunRoom bytes), and what of it is remembered.
-static void RenderRun(const Conversion *conversion, int count, char *text)
-{
-    const char *change = count >= 2 ? FindChange(conversion) : nullptr;
-    if (change) {
-        CopyCut(text, kRunRoom, change);
-        CopyCut(gConvert.lastWord, kRunRoom, text);
-        return;
-    }
-    SyllableParts parts;
-    ResetVariants();
-    int isSyllable = ParseSyllable(conversion->cursor, count, &parts);
-    int isWhole = RenderSyllable(&parts, text, kRunRoom, conversion->table);
-    if (isSyllable && isWhole)
-        CopyCut(gConvert.lastWord, kRunRoom, text);
-    if (isSyllable)
-        return;
-    ForgetWord();
-    size_t length = strlen(text);
-    if (conversion->showsFailures)
-        CopyWhole(text + length, kRunRoom - length, "[?]");
-}
-
 // A run is one syllable, or what is left of a misspelt one; it goes as a whole.
-static void ConvertRun(Conversion *conversion)
+static void ConvertRun(Conversion *conversion, const uint8_t **cursor)
 {
     char text[kRunRoom];
     int count = 0;
-    while (IsLaoByte(conversion->cursor[count]))
+    while (IsLaoByte((*cursor)[count]))
         ++count;
-    RenderRun(conversion, count, text);
+    RunMemory memory = RenderRun(conversion, *cursor, count, text);
+    RememberRun(text, strlen(text), memory);
     WriteText(conversion, text);
-    conversion->cursor += count;
+    *cursor += count;
 }
 
-static void ConvertNext(Conversion *conversion)
+static void ConvertNext(Conversion *conversion, const uint8_t **cursor)
 {
-    uint8_t byte = *conversion->cursor;
+    uint8_t byte = **cursor;
+    if (IsLaoByte(byte)) {
+        ConvertRun(conversion, cursor);
+        return;
+    }
+    ++*cursor;
     if (byte == kRepeatMark || byte == kEllipsisMark)
-        ConvertWordSign(conversion);
-    else if (IsLaoByte(byte))
-        ConvertRun(conversion);
+        WriteWordSign(conversion, byte == kRepeatMark);
     else
-        CopyPlainByte(conversion);
+        WritePlainByte(conversion, char(byte));
 }
 
-static void ConvertDivided(Conversion *conversion)
+static void ConvertDivided(Conversion *conversion, const uint8_t *cursor)
 {
-    const KeyTable *table = conversion->table;
     conversion->output[0] = 0;
-    while (IsBreak(*conversion->cursor))
-        ++conversion->cursor;
-    while (*conversion->cursor && conversion->length < conversion->size) {
-        if (PassBreaks(conversion) && table->separator)
-            WriteBytes(conversion, reinterpret_cast<const char *>(&table->separator), 1);
-        if (*conversion->cursor)  // a break may be the last of all
-            ConvertNext(conversion);
+    while (IsBreak(*cursor))
+        ++cursor;
+    while (*cursor && !IsFull(conversion)) {
+        if (PassBreaks(&cursor, conversion->table->type))
+            WriteSeparator(conversion);
+        if (*cursor)  // a break may be the last of all
+            ConvertNext(conversion, &cursor);
     }
 }
 
@@ -248,22 +144,27 @@ static int ConvertThrough(char *work, DWORD room, char *text, Conversion *conver
         return 0;
     ReplaceByte(work, kRepeatSign, kRepeatMark);
     ReplaceByte(work, kEllipsis, kEllipsisMark);
-    ConvertDivided(conversion);
-    if (conversion->length >= conversion->size)
-        return WarningBox("Cannot complete converting Lao text, selection is too large");
-    return 1;
+    ConvertDivided(conversion, AsBytes(work));
+    return EndConversion(conversion);
 }
 
-static int ConvertUnder(char *text, DWORD size, const KeyTable *table, bool showsFailures)
+static int ConvertPlainly(char *text, DWORD size, const KeyTable *table, bool showsFailures)
 {
     DWORD room = WorkRoom(strlen(text), size);
     char *work = static_cast<char *>(CheckedGlobalAlloc(GPTR, room));
     if (!work)
         return 0;
-    Conversion conversion = {table, AsBytes(work), text, 1, size, showsFailures};
+    Conversion conversion = {table, text, 1, size, showsFailures};
     int done = ConvertThrough(work, room, text, &conversion);
     GlobalFree(work);
     return done;
+}
+
+static int ConvertUnder(char *text, DWORD size, const KeyTable *table, bool showsFailures)
+{
+    Conversion conversion = {table, text, 1, size, showsFailures};
+    int done = ConvertFast(&conversion);
+    return done == kNoFastRoad ? ConvertPlainly(text, size, table, showsFailures) : done;
 }
 
 int ConvertByKeyTable(char *text, DWORD size, KeyTable *table)

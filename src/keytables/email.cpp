@@ -103,8 +103,8 @@ static bool IsSeparator(char byte)
 // Bytes that go to the companion together; a syllable starts with a letter.
 static bool IsSyllableByte(char byte)
 {
-    return byte && (strchr("*#&'", byte) ||
-                    (!IsSeparator(byte) && (IsAsciiLetter(byte) || IsAsciiDigit(byte))));
+    bool isSign = byte == '*' || byte == '#' || byte == '&' || byte == '\'';
+    return isSign || ((IsAsciiLetter(byte) || IsAsciiDigit(byte)) && !IsSeparator(byte));
 }
 
 // A separator behind the syllable is a break, but at the end of the text and before punctuation.

@@ -33,6 +33,7 @@ struct KeyTable {
     uint8_t replacementBreak;          // marks the breaks of a text to convert; 0 for none
     TableType type;
     KeyTableEntry entries[kMostEntries];  // the first of each section is its default
+    uint32_t filling;  // which filling of a work table this is; 0 for a table that never changes
 };
 
 // A section's entries, from begin up to end.

@@ -15,7 +15,7 @@
 struct RomanState {
     WorkTable work;
 };
-static RomanState gRoman = {{{"Empty", {}, {}, 0, 0, kRomanTable, {}}, {}}};
+static RomanState gRoman = {{{"Empty", {}, {}, 0, 0, kRomanTable, {}, 0}, {}}};
 
 // The built-in table has a font too.
 static void FillRomanTable()

@@ -17,7 +17,7 @@ enum : DWORD { kLeastKeySize = 8, kPrefixLength = 2 };
 struct SortState {
     WorkTable work;
 };
-static SortState gSort = {{{"Empty", {}, {}, 0, 0, kSortTable, {}}, {}}};
+static SortState gSort = {{{"Empty", {}, {}, 0, 0, kSortTable, {}, 0}, {}}};
 
 // The signs for repetition and "and so on" have no place in the order.
 static void BlankWordSigns(char *text)

@@ -6,6 +6,17 @@
 
 #include "frame/strings.h"
 
+struct WorkTableState {
+    uint32_t fillings;  // of all work tables so far
+};
+static WorkTableState gWorkTables;
+
+// What is remembered of a table's answers goes by the number.
+static void CountFilling(WorkTable *work)
+{
+    work->table.filling = ++gWorkTables.fillings;
+}
+
 void NameControlFile(WorkTable *work, char *file)
 {
     CopyCut(work->table.name, sizeof work->table.name, kUnloadedName);
@@ -16,21 +27,28 @@ void NameControlFile(WorkTable *work, char *file)
         TellMissingControlFile();
 }
 
+static int FillFromFile(WorkTable *work, const KeyTable *builtIn)
+{
+    return work->fileName[0] && LoadControlFile(&work->table, work->fileName, builtIn->type);
+}
+
 int FillWorkTable(WorkTable *work, const KeyTable *builtIn)
 {
     if (!EqualNoCase(work->table.name, kUnloadedName))
         return 0;
-    if (work->fileName[0] && LoadControlFile(&work->table, work->fileName, builtIn->type))
-        return 0;
-    work->table = *builtIn;  // no file, or one that was told to be bad
-    return 1;
+    int isBuiltIn = !FillFromFile(work, builtIn);
+    if (isBuiltIn)
+        work->table = *builtIn;  // no file, or one that was told to be bad
+    CountFilling(work);
+    return isBuiltIn;
 }
 
 int LoadWorkTable(WorkTable *work, const char *content, size_t size, const KeyTable *builtIn)
 {
     work->fileName[0] = 0;
-    if (LoadControlText(&work->table, content, size, builtIn->type))
-        return 1;
-    work->table = *builtIn;
-    return 0;
+    int isGood = LoadControlText(&work->table, content, size, builtIn->type);
+    if (!isGood)
+        work->table = *builtIn;
+    CountFilling(work);
+    return isGood;
 }

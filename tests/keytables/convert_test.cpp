@@ -5,6 +5,7 @@
 #include "fonts/font_table.h"
 #include "keytables/builtin_tables.h"
 #include "keytables/convert.h"
+#include "keytables/fast_convert.h"
 #include "keytables/key_support.h"
 #include "support/message_boxes.h"
 #include "testing/testing.h"
@@ -165,11 +166,13 @@ TEST_F(Converting, GivesUpWithoutMemory)
 {
     if (!FailAllocationAfter(0))
         GTEST_SKIP() << "allocations can't be made to fail here";
-    for (int count = 0; count < 3; ++count) {  // the copy, then each pass
-        FailAllocationAfter(count);
+    for (int count = 0; count < 4; ++count) {  // a long text; the copy, then each pass
+        CloseFastRoad(count > 0);
+        FailAllocationAfter(count > 0 ? count - 1 : 0);
         ExpectBoxes boxes({"Out of memory"});
-        EXPECT_EQ(RomanOf(CodeOfText("ກາສາ")).substr(0, 7), "failed:");
+        EXPECT_EQ(RomanOf(CodeOfText("ກາສາ") + std::string(800, ',')).substr(0, 7), "failed:");
     }
+    CloseFastRoad(false);
     FailAllocationAfter(-1);
     EXPECT_EQ(RomanOf(CodeOfText("ກາ")), "ka");
 }

@@ -1,0 +1,188 @@
+// The programme of break scoring from the other end: it looks only at positions that chunks lead to
+// from the start of the run, which are about half of them. Their scores are those of the whole
+// programme, since a score depends on nothing but the positions behind it. Only where no chunk
+// fits are the other positions wanted too; then all are scored.
+//
+// The look-ups are shared: the syllables of a position are looked up once for both passes. What
+// ends behind a word isn't seen by the pass inside of it, so the lengths that depend on the byte
+// behind them are kept apart.
+#include "breaks/short_run.h"
+
+#include <bit>
+#include <cassert>
+
+#include "breaks/lengths.h"
+#include "text/lao_code.h"
+
+constexpr uint32_t kChunkMask = (1u << kLongestChunk) - LengthBit(kShortestChunk);
+
+// A byte of the run, or its end.
+struct RunPosition {
+    // of the pass over the run or over a word of it
+    uint16_t candidates;  // lengths of chunks
+    uint16_t words;       // those of them that are in a dictionary
+    uint16_t score;
+    uint8_t length;  // of the best chunk
+    // of the run
+    bool hasFits;
+    SyllableFits fits;
+};
+
+// Work of one run.
+struct ShortRunState {
+    const uint8_t *text;
+    DWORD dictionaries;
+    RunPosition positions[kLongestShortRun + 1];
+    uint8_t reached[kLongestShortRun];  // positions that chunks lead to, from the start on
+};
+static ShortRunState gShortRun;
+
+static uint32_t SyllablesWithin(ShortRunState *run, int position, int end)
+{
+    RunPosition *place = &run->positions[position];
+    if (!place->hasFits)
+        place->fits = WalkSyllables(run->text + position);
+    place->hasFits = true;
+    uint32_t left = uint32_t(end - position);
+    uint32_t within = left > kLongestSyllable ? ~0u : (1u << left) - 1;
+    return (place->fits.sure & within) | (place->fits.cancelled & (within >> 1));
+}
+
+static uint32_t WordsAt(const ShortRunState *run, int position)
+{
+    WordLengths words;
+    if (!FindWordLengths(reinterpret_cast<const char *>(run->text) + position, run->dictionaries,
+                         &words))
+        return 0;
+    return (words.main | words.old | words.user) & kChunkMask;
+}
+
+// A word that reaches to the end is worth more than any division of what is left, and so is a
+// syllable where only syllables count: the square of a sum is more than the sum of the squares. A
+// lead vowel belongs to the consonant behind it: nothing starts there.
+static uint32_t ListCandidates(ShortRunState *run, int position, int end, bool byWords)
+{
+    int left = end - position;
+    uint32_t whole = left >= kShortestChunk && left <= kLongestChunk ? LengthBit(left) : 0;
+    uint32_t words = byWords ? WordsAt(run, position) : 0, all = words;
+    if (!(words & whole)) {
+        all |= SyllablesWithin(run, position, end);
+        whole = byWords ? 0 : all & whole;
+    }
+    run->positions[position].words = uint16_t(words);
+    return whole ? whole : all;
+}
+
+// Lists positions that are reached from the start, or all, and the candidates of each; the number
+// of positions.
+static int ListForward(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
+{
+    int count = 0;
+    uint32_t ahead = 1;  // bit n stands for the position n bytes ahead
+    for (int i = start; i < end && ahead; ++i, ahead >>= 1) {
+        if (!(ahead & 1) && !takesAll)
+            continue;
+        bool isFree = i == start || !IsLeadVowel(run->text[i - 1]);
+        uint32_t candidates = isFree ? ListCandidates(run, i, end, byWords) : 0;
+        run->positions[i].candidates = uint16_t(candidates);
+        run->reached[count++] = uint8_t(i);
+        ahead |= candidates << 1 | (takesAll ? 2 : 0);
+    }
+    return count;
+}
+
+// As in break scoring: among equals the longer chunk wins, and a chunk that fits but leads nowhere
+// is worth 1.
+static void ScorePosition(RunPosition *position)
+{
+    uint32_t best = 0;
+    uint8_t bestLength = 1;
+    for (uint32_t left = position->candidates; left; left &= left - 1) {
+        int length = std::countr_zero(left) + 1;
+        uint32_t next = position[length].score, square = uint32_t(length * length);
+        bool isWord = position->words & LengthBit(length);
+        uint32_t value = next ? next + (isWord ? 2 * square : square) : 1;
+        if (value < best)
+            continue;
+        best = value;
+        bestLength = uint8_t(length);
+    }
+    position->score = uint16_t(best);
+    position->length = bestLength;
+}
+
+static void ScorePart(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
+{
+    int count = ListForward(run, start, end, byWords, takesAll);
+    run->positions[end].score = 1;
+    while (count--)
+        ScorePosition(&run->positions[run->reached[count]]);
+}
+
+static uint8_t BadStretchLength(const ShortRunState *run, int position, int end)
+{
+    int length = 1;
+    while (position + length < end && !run->positions[position + length].score)
+        ++length;
+    return uint8_t(length);
+}
+
+// Follows the best chunks from start to end; the number of chunks.
+static int DividePart(ShortRunState *run, int start, int end, bool byWords, RunChunk *chunks)
+{
+    bool isComplete = false;
+    int count = 0;
+    ScorePart(run, start, end, byWords, false);
+    for (int i = start; i < end; i += chunks[count++].length) {
+        const RunPosition *position = &run->positions[i];
+        if (!position->score && !isComplete) {
+            ScorePart(run, start, end, byWords, true);
+            isComplete = true;
+        }
+        uint8_t length = position->score ? position->length : BadStretchLength(run, i, end);
+        assert(length > 0 && length <= end - i);
+        chunks[count] = {uint8_t(i), length, false};
+    }
+    return count;
+}
+
+// A chunk that is a syllable by itself stays whole, and one byte has no boundary inside.
+static int DivideChunk(ShortRunState *run, const RunChunk &chunk, RunChunk *chunks)
+{
+    int start = chunk.start, length = chunk.length, end = start + length;
+    bool isSyllable =
+        length <= kLongestSyllable && SyllablesWithin(run, start, end) & LengthBit(length);
+    if (length < kShortestChunk || isSyllable) {
+        chunks[0] = {chunk.start, chunk.length, true};
+        return 1;
+    }
+    int count = DividePart(run, start, end, false, chunks);
+    chunks[0].startsWord = true;
+    return count;
+}
+
+static int DivideBySyllables(ShortRunState *run, int length, RunChunk *chunks)
+{
+    int count = DividePart(run, 0, length, false, chunks);
+    for (int i = 0; i < count; ++i)
+        chunks[i].startsWord = true;
+    return count;
+}
+
+int DivideShortRun(const uint8_t *text, int length, DWORD dictionaries, bool byWords,
+                   RunChunk *chunks)
+{
+    assert(length > 0 && length <= kLongestShortRun);
+    ShortRunState *run = &gShortRun;
+    RunChunk words[kLongestShortRun];
+    run->text = text;
+    run->dictionaries = dictionaries;
+    for (int i = 0; i < length; ++i)
+        run->positions[i].hasFits = false;
+    if (!byWords)
+        return DivideBySyllables(run, length, chunks);
+    int wordCount = DividePart(run, 0, length, true, words), count = 0;
+    for (int i = 0; i < wordCount; ++i)
+        count += DivideChunk(run, words[i], chunks + count);
+    return count;
+}
