@@ -6,21 +6,25 @@
 #include <cstdlib>
 
 #include "documents/document.h"
+#include "documents/latin_weights.h"
 #include "documents/legacy_text.h"
 
 constexpr size_t kShortest = 20;     // characters, without blanks; less can't be told for sure
 constexpr size_t kMostUnits = 4000;  // that are looked at
 
 // In percent. Of 6,000 stretches of text in 405 languages with Latin letters none has more than 33%
-// of its "Lao" in words, and fewer than 5% have a sign inside of a word at all; of Lao text of the
-// web 5% has less than 48% in words, and 1% less than 4% of signs inside.
+// of its "Lao" in words; of Lao text of the web 5% has less than 48% in words.
 constexpr size_t kLeastLao = 60;      // of letters
 constexpr size_t kLeastDivided = 50;  // of Lao
 constexpr size_t kLeastInWords = 35;  // of Lao: in words of a dictionary, of more than two signs
-constexpr size_t kMostLaoOfLatin = 30, kMostInWordsOfLatin = 25, kMostInside = 4;
+constexpr size_t kMostLaoOfLatin = 30;
+
+constexpr size_t kLeastLatin = 10;     // ASCII letters; fewer than that tell nothing
+constexpr long kLeastLatinWeight = 2;  // of a sign on average: 50 to 1 for 20 of them
 
 // The codes of legacy fonts; the first two differ in the hyphen alone.
-constexpr FontMapEntry kCodes[] = {{"", 1, ""}, {"", 2, ""}, {"", 3, ""}};
+enum { kTypeAtLetters = 3 };
+constexpr FontMapEntry kCodes[] = {{"", 1, ""}, {"", 2, ""}, {"", kTypeAtLetters, ""}};
 
 // How a text reads in a code. Counts are of units without blanks.
 struct LaoReading {
@@ -116,18 +120,19 @@ static bool IsAsciiLetter(WCHAR unit)
     return (unit >= 'A' && unit <= 'Z') || (unit >= 'a' && unit <= 'z');
 }
 
-// Fonts at the letters have Lao at digits and punctuation too: what is typed in one of them has
-// such signs in the middle of its words.
-static size_t CountSignsInside(const WCHAR *units, size_t count)
+// Fonts at the letters have Lao at nearly all of ASCII, so that any Latin text is "Lao" in them.
+// But the signs are others: many of the keys with a frequent letter have rare Lao, and Lao needs
+// digits,
+// ";", "[" and "]". Characters beyond ASCII count for neither.
+static bool WeighsAsLatin(const WCHAR *units, size_t count)
 {
-    size_t inside = 0;
-    for (size_t i = 1; i + 1 < count; ++i) {
-        WCHAR unit = units[i];
-        bool isSign =
-            unit > ' ' && unit < 0x7F && !IsAsciiLetter(unit) && unit != '-' && unit != '\'';
-        inside += isSign && units[i - 1] != ' ' && units[i + 1] != ' ';
+    long weight = 0, signs = 0;
+    for (size_t i = 0; i < count; ++i) {
+        bool isSign = units[i] > ' ' && units[i] < 0x7F;
+        weight += isSign ? kLatinWeights[units[i] - ' '] : 0;
+        signs += isSign;
     }
-    return inside;
+    return weight >= signs * kLeastLatinWeight;
 }
 
 static bool IsLatin(const WCHAR *units, size_t count, const FontMapEntry *entry, Units *work,
@@ -137,13 +142,18 @@ static bool IsLatin(const WCHAR *units, size_t count, const FontMapEntry *entry,
     size_t letters = 0;
     for (size_t i = 0; i < count; ++i)
         letters += IsAsciiLetter(units[i]);
+    *isLatin = false;
+    if (letters < kLeastLatin)
+        return true;
+    if (entry->conversionType == kTypeAtLetters) {
+        *isLatin = WeighsAsLatin(units, count);
+        return true;
+    }
     ReadAs(entry, units, count, work);
     if (!MeasureReading(*work, &reading))
         return false;
-    bool isLittleLao = reading.lao * 100 < reading.all * kMostLaoOfLatin;
-    bool isNoLao = reading.inWords * 100 < reading.lao * kMostInWordsOfLatin &&
-                   CountSignsInside(units, count) * 100 < count * kMostInside;
-    *isLatin = letters >= kShortest && (isLittleLao || isNoLao);
+    *isLatin = reading.lao * 100 < reading.all * kMostLaoOfLatin &&
+               reading.inWords * 100 <= reading.lao * kLeastInWords;
     return true;
 }
 

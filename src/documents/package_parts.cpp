@@ -41,6 +41,40 @@ static bool IsBomb(const PackagePart &part, uint64_t size)
     return size > kBombSize && size / kBombRatio > part.entry.comp_size;
 }
 
+static void FailReading(PartReader *reader)
+{
+    zip_error_t *error = zip_file_get_error(reader->file);
+    FailPackage(reader->package, FailureOfZip(zip_error_code_zip(error)));
+}
+
+// A source of packed bytes.
+static size_t ReadFromArchive(void *context, char *buffer, size_t size)
+{
+    PartReader *reader = static_cast<PartReader *>(context);
+    zip_int64_t count = zip_fread(reader->file, buffer, size);
+    if (count < 0)
+        FailReading(reader);
+    return count < 0 ? 0 : size_t(count);
+}
+
+static size_t ReadPlainBytes(PartReader *reader, char *buffer, size_t size)
+{
+    if (!reader->unpacker)
+        return ReadFromArchive(reader, buffer, size);
+    size_t count = ReadUnpacked(reader->unpacker, buffer, size);
+    if (count == kDamagedBytes)
+        return FailPackage(reader->package, kFailPackage);
+    reader->checksum = AddToChecksum(reader->checksum, buffer, count);
+    return count;
+}
+
+// What the zip library unpacks it proves as well.
+static bool IsAsListed(const PartReader &reader)
+{
+    const zip_stat_t &entry = reader.part->entry;
+    return !reader.unpacker || (reader.position == entry.size && reader.checksum == entry.crc);
+}
+
 // The walk takes a failure for the end; the report tells them apart.
 size_t ReadPart(void *context, char *buffer, size_t size)
 {
@@ -48,29 +82,33 @@ size_t ReadPart(void *context, char *buffer, size_t size)
     Package *package = reader->package;
     if (!GoOn(package->document, package->done + reader->position, package->all))
         return 0;
-    zip_int64_t count = zip_fread(reader->file, buffer, size);
-    if (count < 0) {
-        FailPackage(package, FailureOfZip(zip_error_code_zip(zip_file_get_error(reader->file))));
-        return 0;
-    }
-    reader->position += uint64_t(count);
-    if (IsBomb(*reader->part, reader->position)) {
-        FailPackage(package, kFailTooLarge);
-        return 0;
-    }
-    return size_t(count);
+    size_t count = ReadPlainBytes(reader, buffer, size);
+    reader->position += count;
+    if (count == 0 && !IsAsListed(*reader))
+        FailPackage(package, kFailPackage);
+    if (!IsBomb(*reader->part, reader->position))
+        return count;
+    return FailPackage(package, kFailTooLarge);
 }
 
 bool OpenPart(Package *package, const PackagePart &part, PartReader *reader)
 {
-    *reader = {package, &part,
-               zip_fopen_index(package->archive, part.entry.index, ZIP_FL_UNCHANGED), 0};
-    return reader->file ||
-           FailPackage(package, FailureOfZip(zip_error_code_zip(zip_get_error(package->archive))));
+    bool isDeflated = part.entry.comp_method == ZIP_CM_DEFLATE;
+    zip_flags_t flags = ZIP_FL_UNCHANGED | (isDeflated ? ZIP_FL_COMPRESSED : 0);
+    zip_file_t *file = zip_fopen_index(package->archive, part.entry.index, flags);
+    *reader = {package, &part, file, nullptr, 0, 0};
+    if (!file)
+        return FailPackage(package,
+                           FailureOfZip(zip_error_code_zip(zip_get_error(package->archive))));
+    if (isDeflated)
+        reader->unpacker = StartUnpacking({ReadFromArchive, reader, 0});
+    return !isDeflated || reader->unpacker || FailPackage(package, kFailMemory);
 }
 
 void ClosePart(PartReader *reader)
 {
+    StopUnpacking(reader->unpacker);
+    reader->unpacker = nullptr;
     if (reader->file)
         zip_fclose(reader->file);
     reader->file = nullptr;
@@ -111,7 +149,7 @@ static bool ListPart(Package *package, zip_uint64_t index, uint64_t *packed)
 {
     PackagePart *part = &package->parts[index];
     constexpr zip_uint64_t kNeeded =
-        ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_COMP_METHOD;
+        ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_COMP_METHOD | ZIP_STAT_CRC;
     if (zip_stat_index(package->archive, index, ZIP_FL_UNCHANGED, &part->entry) != 0 ||
         (part->entry.valid & kNeeded) != kNeeded)
         return FailPackage(package, kFailPackage);

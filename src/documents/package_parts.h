@@ -2,6 +2,7 @@
 // of packages (package.cpp) asks before it begins.
 #pragma once
 
+#include "documents/deflate.h"
 #include "documents/xml_file.h"
 #include "documents/zip_files.h"
 
@@ -38,8 +39,11 @@ bool ListParts(Package *package, uint64_t length);
 struct PartReader {
     Package *package;
     const PackagePart *part;
-    zip_file_t *file;   // owned
+    zip_file_t *file;  // owned
+    Unpacker
+        *unpacker;      // owned; null where the part isn't packed, or in a way of the zip library's
     uint64_t position;  // bytes that were read
+    uint32_t checksum;  // of them
 };
 bool OpenPart(Package *package, const PackagePart &part, PartReader *reader);
 void ClosePart(PartReader *reader);

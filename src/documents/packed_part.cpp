@@ -1,12 +1,10 @@
 // The zip library could pack parts too, but only in its slowest way. What is given to it is packed
-// here, as quickly as word processors do it: the packing takes longer than all the rest.
+// here, in the quickest way.
 #include "documents/packed_part.h"
 
 #include <cstdlib>
 
-constexpr size_t kBlockSize = 64 * 1024;  // bytes
-constexpr int kPackLevel = 1;
-constexpr int kRawWindow = -15;  // the largest window, without a head: archives have their own
+constexpr size_t kMostAtOnce = 64 * 1024;  // bytes
 // A letter may become two of three bytes. Where a part may so come to 4 GB, its entry has room for
 // it.
 constexpr uint64_t kMostGrowth = 6;
@@ -21,23 +19,27 @@ bool StartPart(Package *package, const PackagePart &part, PartReader *reader, Wa
     return true;
 }
 
-static bool StartPacker(PackedPart *made)
+// A source of the new part's plain bytes.
+static size_t ReadPlain(void *context, char *buffer, size_t size)
 {
-    made->block = static_cast<char *>(malloc(kBlockSize));
-    made->hasPacker = made->block && deflateInit2(&made->packer, kPackLevel, Z_DEFLATED, kRawWindow,
-                                                  9, Z_DEFAULT_STRATEGY) == Z_OK;
-    return made->hasPacker || FailPackage(made->package, kFailMemory);
+    PackedPart *made = static_cast<PackedPart *>(context);
+    size_t count = ReadWalk(&made->walk, buffer, size);
+    made->size += count;
+    made->checksum = AddToChecksum(made->checksum, buffer, count);
+    made->hasEnded = count == 0;
+    return count;
 }
 
 static zip_int64_t OpenPacked(PackedPart *made)
 {
-    made->isPacked = made->part->entry.comp_method != ZIP_CM_STORE;
     made->size = 0;
-    made->checksum = uint32_t(crc32(0, nullptr, 0));
+    made->checksum = 0;
     made->hasEnded = false;
-    bool done = (!made->isPacked || StartPacker(made)) &&
-                StartPart(made->package, *made->part, &made->reader, &made->walk);
-    return done ? 0 : -1;
+    if (made->isPacked && !(made->packer = StartPacking({ReadPlain, made, 0}))) {
+        FailPackage(made->package, kFailMemory);
+        return -1;
+    }
+    return StartPart(made->package, *made->part, &made->reader, &made->walk) ? 0 : -1;
 }
 
 static zip_int64_t ClosePacked(PackedPart *made)
@@ -45,46 +47,17 @@ static zip_int64_t ClosePacked(PackedPart *made)
     StopWalk(&made->walk);
     ClosePart(&made->reader);
     EndReading(made->package->document, !made->package->document->isRepeating);
-    if (made->hasPacker)
-        deflateEnd(&made->packer);
-    free(made->block);
-    made->block = nullptr;
-    made->hasPacker = false;
+    StopPacking(made->packer);
+    made->packer = nullptr;
     made->package->done += made->part->entry.size;
     return 0;
 }
 
-static size_t ReadPlain(PackedPart *made, char *buffer, size_t size)
+static zip_int64_t ReadMade(PackedPart *made, char *buffer, zip_uint64_t size)
 {
-    size_t count = ReadWalk(&made->walk, buffer, size);
-    made->size += count;
-    made->checksum =
-        uint32_t(crc32(made->checksum, reinterpret_cast<const Bytef *>(buffer), uInt(count)));
-    return count;
-}
-
-// Fills what is given as far as there is something: less only at the end.
-static size_t ReadDeflated(PackedPart *made, char *buffer, size_t size)
-{
-    z_stream *packer = &made->packer;
-    packer->next_out = reinterpret_cast<Bytef *>(buffer);
-    packer->avail_out = uInt(size);
-    while (packer->avail_out > 0 && !made->hasEnded) {
-        if (packer->avail_in == 0) {
-            packer->avail_in = uInt(ReadPlain(made, made->block, kBlockSize));
-            packer->next_in = reinterpret_cast<Bytef *>(made->block);
-        }
-        bool isLast = packer->avail_in == 0;
-        made->hasEnded = deflate(packer, isLast ? Z_FINISH : Z_NO_FLUSH) == Z_STREAM_END;
-    }
-    return size - packer->avail_out;
-}
-
-static zip_int64_t ReadPacked(PackedPart *made, char *buffer, zip_uint64_t size)
-{
-    size_t most = size < kBlockSize ? size_t(size) : kBlockSize;
+    size_t most = size < kMostAtOnce ? size_t(size) : kMostAtOnce;
     size_t count =
-        made->isPacked ? ReadDeflated(made, buffer, most) : ReadPlain(made, buffer, most);
+        made->isPacked ? ReadPacked(made->packer, buffer, most) : ReadPlain(made, buffer, most);
     return made->package->document->report.error ? -1 : zip_int64_t(count);
 }
 
@@ -111,7 +84,7 @@ static zip_int64_t HandlePacked(void *context, void *data, zip_uint64_t size,
     PackedPart *made = static_cast<PackedPart *>(context);
     switch (command) {
     case ZIP_SOURCE_OPEN: return OpenPacked(made);
-    case ZIP_SOURCE_READ: return ReadPacked(made, static_cast<char *>(data), size);
+    case ZIP_SOURCE_READ: return ReadMade(made, static_cast<char *>(data), size);
     case ZIP_SOURCE_CLOSE: return ClosePacked(made);
     case ZIP_SOURCE_STAT: return TellPacked(made, data);
     case ZIP_SOURCE_SUPPORTS: return ZIP_SOURCE_SUPPORTS_READABLE;

@@ -2,8 +2,6 @@
 // goes. The archive asks for it block by block, so that no part has to be held.
 #pragma once
 
-#include <zlib.h>
-
 #include "documents/package_parts.h"
 
 struct PackedPart {
@@ -11,10 +9,8 @@ struct PackedPart {
     const PackagePart *part;
     PartReader reader;
     Walk walk;
-    bool isPacked;  // else its bytes go into the archive as they are
-    bool hasPacker;
-    z_stream packer;
-    char *block;        // owned: bytes that are to be packed
+    bool isPacked;      // else its bytes go into the archive as they are
+    Packer *packer;     // owned
     uint64_t size;      // bytes of the new part so far
     uint32_t checksum;  // of them
     bool hasEnded;

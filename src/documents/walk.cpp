@@ -164,9 +164,22 @@ static bool HasRoomForEdit(const Walk *walk)
     return walk->document->isRewriting && walk->editCount < kMostEdits;
 }
 
+// Nearly every value is written as it is; so the others may cost a block.
+static bool IsPlainValue(std::string_view text)
+{
+    for (char c : text)
+        if (c < ' ' || c > '~' || c == '&' || c == '<' || c == '>' || c == '"' || c == '\'')
+            return false;
+    return true;
+}
+
 // What stands as a reference in the font map already stays one.
 static void AppendValue(Bytes *bytes, std::string_view text)
 {
+    if (IsPlainValue(text)) {
+        AppendBytes(bytes, text);
+        return;
+    }
     Units units = {};
     kXmlValue.read(text, &units);
     kXmlValue.write(units.data, units.length, bytes);
