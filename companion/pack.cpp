@@ -69,14 +69,16 @@ void WINAPI PackLao(char *text)
     if (!text || !*text)
         return;
     uint8_t *out = reinterpret_cast<uint8_t *>(text);
-    uint8_t last = *out;  // what stands at out: read from there, it would have to be written first
+    uint8_t last = *out;  // what stands at out
     for (const uint8_t *in = out + 1; *in; ++in) {
         uint8_t sign = *in;
         bool mayJoin = kJoins.isFirst[last] & kJoins.isSecond[sign];
-        uint8_t joined = mayJoin ? JoinSigns(last, sign) : 0;
-        last = joined ? joined : sign;
-        out += !joined;
-        *out = last;
+        if (uint8_t joined = mayJoin ? JoinSigns(last, sign) : 0) {
+            last = *out = joined;
+        } else {
+            last = sign;  // known without what was written
+            *++out = sign;
+        }
     }
     out[1] = 0;
 }

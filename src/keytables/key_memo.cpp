@@ -24,7 +24,7 @@ struct MemoState {
     uint32_t epochs;  // given so far
     KeyMemo memos[kTableTypes];
     alignas(64) SyllableCell syllables[1 << kSyllableBits];  // 512 KB
-    RunCell runs[1 << kRunBits];                             // 512 KB
+    alignas(64) RunCell runs[1 << kRunBits];                 // 512 KB
     uint64_t ringEnd;                                        // the next run's place
     alignas(KeptRun) char ring[kRingSize];                   // 1 MB
 };
@@ -75,11 +75,21 @@ static MemoBasis BasisOf(const Conversion *conversion, DWORD revision)
     return basis;
 }
 
+// As three numbers: this is asked for each key.
+static bool IsSameBasis(const MemoBasis &one, const MemoBasis &other)
+{
+    uint64_t a[3], b[3];
+    static_assert(sizeof a == sizeof one);
+    memcpy(a, &one, sizeof a);
+    memcpy(b, &other, sizeof b);
+    return a[0] == b[0] && a[1] == b[1] && a[2] == b[2];
+}
+
 const KeyMemo *MemoOf(const Conversion *conversion, DWORD revision)
 {
     KeyMemo *memo = &gMemo.memos[conversion->table->type];
     MemoBasis basis = BasisOf(conversion, revision);
-    if (memo->epoch && memcmp(&memo->basis, &basis, sizeof basis) == 0)
+    if (memo->epoch && IsSameBasis(memo->basis, basis))
         return memo;
     *memo = {basis, ++gMemo.epochs, PatternsStayInside(conversion->table)};
     return memo;
@@ -90,7 +100,7 @@ static uint64_t Mix(uint64_t bytes)
     return bytes * 0x9E3779B97F4A7C15u;
 }
 
-// A syllable has two places, so that two of one number don't drive each other out.
+// A syllable has two places, as a run has, so that two of one number don't drive each other out.
 static SyllableCell *PlacesOf(uint64_t bytes)
 {
     return &gMemo.syllables[2 * (Mix(bytes) >> (65 - kSyllableBits))];
@@ -124,19 +134,28 @@ uint64_t HashRun(const uint8_t *run, size_t length)
     return Mix(hash ^ bytes << (64 - 8 * length));
 }
 
-static RunCell *RunCellOf(uint64_t hash)
+static RunCell *RunCellsOf(uint64_t hash)
 {
-    return &gMemo.runs[hash >> (64 - kRunBits)];
+    return &gMemo.runs[2 * (hash >> (65 - kRunBits))];
+}
+
+// The run that a cell leads to, or null.
+static const KeptRun *RunAt(const RunCell *cell, const KeyMemo *memo, uint64_t hash)
+{
+    bool isThere = cell->hash == uint32_t(hash >> 16) && cell->epoch == memo->epoch &&
+                   gMemo.ringEnd - cell->place <= kRingSize;
+    return isThere ? reinterpret_cast<KeptRun *>(gMemo.ring + cell->place % kRingSize) : nullptr;
 }
 
 const KeptRun *FindRun(const KeyMemo *memo, uint64_t hash, const uint8_t *run, size_t length)
 {
-    const RunCell *cell = RunCellOf(hash);
-    if (cell->epoch != memo->epoch || cell->hash != uint32_t(hash >> 16) ||
-        gMemo.ringEnd - cell->place > kRingSize)
-        return nullptr;
-    const KeptRun *kept = reinterpret_cast<KeptRun *>(gMemo.ring + cell->place % kRingSize);
-    return kept->runLength == length && memcmp(kept + 1, run, length) == 0 ? kept : nullptr;
+    const RunCell *cell = RunCellsOf(hash);
+    for (int i = 0; i < 2; ++i, ++cell) {
+        const KeptRun *kept = RunAt(cell, memo, hash);
+        if (kept && kept->runLength == length && memcmp(kept + 1, run, length) == 0)
+            return kept;
+    }
+    return nullptr;
 }
 
 const char *TextOfRun(const KeptRun *kept)
@@ -164,5 +183,7 @@ void KeepRun(const KeyMemo *memo, uint64_t hash, const KeptRun &kept, const uint
     memcpy(bytes, &kept, sizeof kept);
     memcpy(bytes + sizeof kept, run, kept.runLength);
     memcpy(bytes + sizeof kept + kept.runLength, text, kept.textLength + 1u);
-    *RunCellOf(hash) = {uint32_t(hash >> 16), memo->epoch, place};
+    RunCell *cells = RunCellsOf(hash);
+    cells[1] = cells[0];
+    cells[0] = {uint32_t(hash >> 16), memo->epoch, place};
 }
