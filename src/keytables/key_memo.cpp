@@ -64,25 +64,20 @@ static bool PatternsStayInside(const KeyTable *table)
 static MemoBasis BasisOf(const Conversion *conversion, DWORD revision)
 {
     const KeyTable *table = conversion->table;
-    MemoBasis basis = {};
-    basis.filling = table->filling;
-    basis.revision = revision;
-    basis.dictionaries = gProcess.options->dictionaries;
+    MemoBasis basis = {table->filling,   revision,          gProcess.options->dictionaries, {},
+                       table->separator, NeedsWords(table), conversion->showsFailures};
     memcpy(basis.sequence, table->sequence, sizeof basis.sequence);
-    basis.separator = table->separator;
-    basis.byWords = NeedsWords(table);
-    basis.showsFailures = conversion->showsFailures;
     return basis;
 }
 
-// As three numbers: this is asked for each key.
+// ORDER MemoBasis
 static bool IsSameBasis(const MemoBasis &one, const MemoBasis &other)
 {
-    uint64_t a[3], b[3];
-    static_assert(sizeof a == sizeof one);
-    memcpy(a, &one, sizeof a);
-    memcpy(b, &other, sizeof b);
-    return a[0] == b[0] && a[1] == b[1] && a[2] == b[2];
+    return one.filling == other.filling && one.revision == other.revision &&
+           one.dictionaries == other.dictionaries &&
+           memcmp(one.sequence, other.sequence, sizeof one.sequence) == 0 &&
+           one.separator == other.separator && one.byWords == other.byWords &&
+           one.showsFailures == other.showsFailures;
 }
 
 const KeyMemo *MemoOf(const Conversion *conversion, DWORD revision)

@@ -10,7 +10,7 @@
 
 #include "keytables/conversion.h"
 
-// All that a run's text depends on beside the run. It is compared as bytes: no gaps in it.
+// All that a run's text depends on beside the run.
 struct MemoBasis {
     uint32_t filling;   // of the table
     DWORD revision;     // of the dictionaries' words
@@ -18,9 +18,7 @@ struct MemoBasis {
     char sequence[kSequenceRoom];
     uint8_t separator;
     bool byWords, showsFailures;
-    uint8_t unused[2];
 };
-static_assert(sizeof(MemoBasis) == 24);
 
 // The memory for one basis; valid until the next question for the same type of table.
 struct KeyMemo {
