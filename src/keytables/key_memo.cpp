@@ -95,15 +95,16 @@ static uint64_t Mix(uint64_t bytes)
     return bytes * 0x9E3779B97F4A7C15u;
 }
 
-// A syllable has two places, as a run has, so that two of one number don't drive each other out.
-static SyllableCell *PlacesOf(uint64_t bytes)
+// A syllable has two places, as a run has, so that two of one number don't drive each other out;
+// and others for each table.
+static SyllableCell *PlacesOf(uint32_t epoch, uint64_t bytes)
 {
-    return &gMemo.syllables[2 * (Mix(bytes) >> (65 - kSyllableBits))];
+    return &gMemo.syllables[2 * (Mix(bytes ^ Mix(epoch)) >> (65 - kSyllableBits))];
 }
 
 const SyllableCell *FindSyllable(const KeyMemo *memo, uint64_t bytes)
 {
-    const SyllableCell *cell = PlacesOf(bytes);
+    const SyllableCell *cell = PlacesOf(memo->epoch, bytes);
     for (int i = 0; i < 2; ++i, ++cell)
         if (cell->bytes == bytes && cell->epoch == memo->epoch)
             return cell;
@@ -112,14 +113,14 @@ const SyllableCell *FindSyllable(const KeyMemo *memo, uint64_t bytes)
 
 void KeepSyllable(const SyllableCell &cell)
 {
-    SyllableCell *places = PlacesOf(cell.bytes);
+    SyllableCell *places = PlacesOf(cell.epoch, cell.bytes);
     places[1] = places[0];
     places[0] = cell;
 }
 
-uint64_t HashRun(const uint8_t *run, size_t length)
+uint64_t HashRun(const KeyMemo *memo, const uint8_t *run, size_t length)
 {
-    uint64_t hash = length, bytes;
+    uint64_t hash = Mix(memo->epoch) ^ length, bytes;
     for (; length > 8; length -= 8, run += 8) {
         memcpy(&bytes, run, sizeof bytes);
         hash = Mix(hash ^ bytes);

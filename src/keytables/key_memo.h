@@ -57,8 +57,8 @@ const SyllableCell *FindSyllable(const KeyMemo *memo, uint64_t bytes);
 
 void KeepSyllable(const SyllableCell &cell);
 
-// The bytes of a run as a number. The bytes are read in eights, the last one beyond their end.
-uint64_t HashRun(const uint8_t *run, size_t length);
+// A run of the memory as a number. The bytes are read in eights, the last one beyond their end.
+uint64_t HashRun(const KeyMemo *memo, const uint8_t *run, size_t length);
 
 // A run that the memory holds, and its text; null for others. Valid until the next KeepRun.
 const KeptRun *FindRun(const KeyMemo *memo, uint64_t hash, const uint8_t *run, size_t length);
