@@ -36,17 +36,30 @@ static std::vector<std::string> CodesOf(const std::vector<std::string> &lines)
     return codes;
 }
 
+// Whether the text of a benchmark is to be new in each round.
+enum Novelty { kComesAgain, kIsNew };
+
+// Makes the library forget its runs, and nothing else: the user's dictionary, which is empty here,
+// is switched on or off.
+static void BeginRound(Novelty novelty)
+{
+    if (novelty == kIsNew)
+        SetOrvelOption("d", GetOrvelOption("d") ^ kUserDictionary, 0);
+}
+
 // The bare call, from internal code; the peer's from UTF-16.
-static void SortCalls(benchmark::State &state, const std::string &text)
+static void SortCalls(benchmark::State &state, const std::string &text, Novelty novelty)
 {
     TextFont();  // starts the library
     std::vector<std::string> codes = CodesOf(SplitLines(text));
     char key[kMostKey];
-    for (auto _ : state)
+    for (auto _ : state) {
+        BeginRound(novelty);
         for (const std::string &code : codes) {
             SortCall(code.c_str(), key, DWORD(8 * code.size() + 64));
             benchmark::DoNotOptimize(key);
         }
+    }
     SetRate(state, double(codes.size()));
 }
 
@@ -61,17 +74,19 @@ static void IcuCalls(benchmark::State &state, const std::string &text)
 }
 
 // The road of the command, from UTF-8.
-static void SortKeys(benchmark::State &state, const std::string &text)
+static void SortKeys(benchmark::State &state, const std::string &text, Novelty novelty)
 {
     std::vector<std::string> words = SplitLines(text);
     const CodeTable &codes = Codes();
     std::string key;
-    for (auto _ : state)
+    for (auto _ : state) {
+        BeginRound(novelty);
         for (const std::string &word : words) {
             key.clear();
             ConvertKeyText(codes, KeyForm::kKey, SortCall, word, false, &key);
             benchmark::DoNotOptimize(key.data());
         }
+    }
     SetRate(state, double(words.size()));
 }
 
@@ -84,24 +99,26 @@ static void IcuKeys(benchmark::State &state, const std::string &text)
 }
 
 // Each line goes through an operation, as the command does it.
-static void ByLine(benchmark::State &state, const std::string &text, KeyForm form,
+static void ByLine(benchmark::State &state, const std::string &text, Novelty novelty, KeyForm form,
                    const KeyOperation &operation)
 {
     std::vector<std::string> lines = SplitLines(text);
     const CodeTable &codes = Codes();
     std::string output;
-    for (auto _ : state)
+    for (auto _ : state) {
+        BeginRound(novelty);
         for (const std::string &line : lines) {
             output.clear();
             ConvertKeyText(codes, form, operation, line, false, &output);
             benchmark::DoNotOptimize(output.data());
         }
+    }
     SetRate(state, double(CountCharacters(text)));
 }
 
-static void RomanizeText(benchmark::State &state, const std::string &text)
+static void RomanizeText(benchmark::State &state, const std::string &text, Novelty novelty)
 {
-    ByLine(state, text, KeyForm::kText, [](const char *code, char *result, DWORD size) {
+    ByLine(state, text, novelty, KeyForm::kText, [](const char *code, char *result, DWORD size) {
         return Romanize(code, result, size, TextFont().c_str());
     });
 }
@@ -118,14 +135,14 @@ static int DecodeCall(const char *code, char *result, DWORD size)
     return DecodeEmail(code, result, size, TextFont().c_str(), &inBrackets);
 }
 
-static void EncodeText(benchmark::State &state, const std::string &text)
+static void EncodeText(benchmark::State &state, const std::string &text, Novelty novelty)
 {
-    ByLine(state, text, KeyForm::kText, EncodeCall);
+    ByLine(state, text, novelty, KeyForm::kText, EncodeCall);
 }
 
 static void DecodeText(benchmark::State &state, const std::string &text)
 {
-    ByLine(state, text, KeyForm::kDecoded, DecodeCall);
+    ByLine(state, text, kComesAgain, KeyForm::kDecoded, DecodeCall);
 }
 
 static std::string EncodeLines(const std::string &text)
@@ -161,27 +178,35 @@ static std::string MakeNewRuns()
     return text;
 }
 
+// A body of a benchmark has no parameter for it.
+template <void (*body)(benchmark::State &, const std::string &, Novelty), Novelty novelty>
+static void With(benchmark::State &state, const std::string &text)
+{
+    body(state, text, novelty);
+}
+
+template <Novelty novelty>
 static void AddKeys(const std::string &name, const std::string &text)
 {
-    AddBenchmark(name + "/keys-call/orvel", SortCalls, text);
+    AddBenchmark(name + "/keys-call/orvel", With<SortCalls, novelty>, text);
     AddBenchmark(name + "/keys-call/icu", IcuCalls, text);
-    AddBenchmark(name + "/keys-road/orvel", SortKeys, text);
+    AddBenchmark(name + "/keys-road/orvel", With<SortKeys, novelty>, text);
     AddBenchmark(name + "/keys-road/icu", IcuKeys, text);
 }
 
+template <Novelty novelty>
 static void AddAll(const std::string &name, const std::string &text)
 {
-    AddKeys(name, text);
-    AddBenchmark(name + "/romanize", RomanizeText, text);
-    AddBenchmark(name + "/email-encode", EncodeText, text);
+    AddKeys<novelty>(name, text);
+    AddBenchmark(name + "/romanize", With<RomanizeText, novelty>, text);
+    AddBenchmark(name + "/email-encode", With<EncodeText, novelty>, text);
     AddBenchmark(name + "/email-decode", DecodeText, EncodeLines(text));
 }
 
 void RegisterKeys()
 {
-    std::string dictionary = JoinLines(ReadDictionary());
-    AddKeys("dictionary", dictionary);
+    AddKeys<kIsNew>("dictionary", JoinLines(ReadDictionary()));
     for (const char *name : kCorpusNames)
-        AddAll(name, ReadCorpusOnce(name));
-    AddAll("new-runs", MakeNewRuns());
+        AddAll<kComesAgain>(name, ReadCorpusOnce(name));
+    AddAll<kIsNew>("new-runs", MakeNewRuns());
 }

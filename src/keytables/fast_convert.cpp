@@ -156,7 +156,7 @@ static void KeepPiece(const FastConversion *fast, uint64_t bytes, const char *te
     size_t length = strlen(text);
     if (length >= kSyllableTextRoom)
         return;
-    SyllableCell cell = {bytes, fast->memo->epoch, uint8_t(length), memory, {}};
+    SyllableCell cell = {bytes, fast->memo->syllableEpoch, uint8_t(length), memory, {}};
     memcpy(cell.text, text, length);
     KeepSyllable(cell);
 }

@@ -10,21 +10,23 @@
 
 #include "keytables/conversion.h"
 
-// All that a run's text depends on beside the run.
+// All that a run's text depends on beside the run; a syllable's on the first three alone.
 struct MemoBasis {
-    uint32_t filling;   // of the table
-    DWORD revision;     // of the dictionaries' words
-    WORD dictionaries;  // that the options have on
+    uint32_t filling;  // of the table
     char sequence[kSequenceRoom];
+    bool showsFailures;
     uint8_t separator;
-    bool byWords, showsFailures;
+    bool byWords;
+    WORD dictionaries;  // that the options have on
+    DWORD revision;     // of their words
 };
 
 // The memory for one basis; valid until the next question for the same type of table.
 struct KeyMemo {
     MemoBasis basis;
-    uint32_t epoch;    // cells of this number are of this basis; 0: no conversion came yet
-    bool staysInside;  // see PatternsStayInside
+    uint32_t syllableEpoch;  // cells of this number are of this basis; 0: no conversion came yet
+    uint32_t runEpoch;       // the same of runs
+    bool staysInside;        // see PatternsStayInside
 };
 
 enum { kMemoSyllable = 8 };  // bytes of the longest that is remembered
@@ -64,6 +66,6 @@ uint64_t HashRun(const KeyMemo *memo, const uint8_t *run, size_t length);
 const KeptRun *FindRun(const KeyMemo *memo, uint64_t hash, const uint8_t *run, size_t length);
 const char *TextOfRun(const KeptRun *kept);
 
-// Takes a run of kept->runLength bytes and a text, shorter than kRunTextRoom.
+// Takes a run of kept.runLength bytes and a text, shorter than kRunTextRoom; if it came lately.
 void KeepRun(const KeyMemo *memo, uint64_t hash, const KeptRun &kept, const uint8_t *run,
              const char *text);

@@ -57,22 +57,23 @@ static std::vector<Outcome> OutcomesOf(const std::vector<Call> &calls, bool isPl
     return outcomes;
 }
 
-// Every call comes twice in a row on the fast road: divided, and out of its memory.
+// Every call comes three times in a row: divided, divided and remembered, out of the memory.
 static void ExpectSameRoads(const std::vector<Call> &calls, void (*reset)())
 {
-    std::vector<Call> doubled;
+    std::vector<Call> calledThrice;
     for (const Call &call : calls) {
-        doubled.push_back(call);
-        doubled.push_back({call.text, nullptr, call.size});
+        calledThrice.push_back(call);
+        calledThrice.push_back({call.text, nullptr, call.size});
+        calledThrice.push_back({call.text, nullptr, call.size});
     }
     reset();
-    std::vector<Outcome> plain = OutcomesOf(doubled, true);
+    std::vector<Outcome> plain = OutcomesOf(calledThrice, true);
     reset();
-    std::vector<Outcome> fast = OutcomesOf(doubled, false);
-    for (size_t i = 0; i < doubled.size(); ++i)
+    std::vector<Outcome> fast = OutcomesOf(calledThrice, false);
+    for (size_t i = 0; i < calledThrice.size(); ++i)
         if (plain[i] != fast[i]) {
-            ADD_FAILURE() << i << " " << ShowCode(doubled[i].text) << ", size " << doubled[i].size
-                          << "\nplain\n"
+            ADD_FAILURE() << i << " " << ShowCode(calledThrice[i].text) << ", size "
+                          << calledThrice[i].size << "\nplain\n"
                           << ShowOutcome(plain[i]) << "\nfast\n"
                           << ShowOutcome(fast[i]);
             return;  // what follows may be the same fault again
