@@ -10,10 +10,11 @@
 
 void RegisterBreaks();
 void RegisterKeys();
+void RegisterSort();
 void RegisterDocuments();
 void RemoveDocuments();
 
-constexpr const char *kPeers[] = {"icu", "libxml2", "libxml2-sax2", "expat"};
+constexpr const char *kPeers[] = {"icu", "libxml2", "libxml2-sax2", "expat", "gnu"};
 
 // Keeps the median rate of each benchmark beside the usual table.
 struct RatioReporter : benchmark::ConsoleReporter {
@@ -59,6 +60,7 @@ int main(int argc, char **argv)
     benchmark::Initialize(&argc, argv);
     RegisterBreaks();
     RegisterKeys();
+    RegisterSort();
     RegisterDocuments();
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);

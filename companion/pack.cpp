@@ -69,13 +69,14 @@ void WINAPI PackLao(char *text)
     if (!text || !*text)
         return;
     uint8_t *out = reinterpret_cast<uint8_t *>(text);
+    uint8_t last = *out;  // what stands at out: read from there, it would have to be written first
     for (const uint8_t *in = out + 1; *in; ++in) {
-        bool mayJoin = kJoins.isFirst[*out] & kJoins.isSecond[*in];
-        uint8_t joined = mayJoin ? JoinSigns(*out, *in) : 0;
-        if (joined)
-            *out = joined;
-        else
-            *++out = *in;
+        uint8_t sign = *in;
+        bool mayJoin = kJoins.isFirst[last] & kJoins.isSecond[sign];
+        uint8_t joined = mayJoin ? JoinSigns(last, sign) : 0;
+        last = joined ? joined : sign;
+        out += !joined;
+        *out = last;
     }
     out[1] = 0;
 }

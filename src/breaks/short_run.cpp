@@ -10,22 +10,19 @@
 
 #include <bit>
 #include <cassert>
+#include <cstring>
 
 #include "breaks/lengths.h"
 #include "text/lao_code.h"
 
 constexpr uint32_t kChunkMask = (1u << kLongestChunk) - LengthBit(kShortestChunk);
 
-// A byte of the run, or its end.
+// A byte of the run, or its end, in the pass over the run or over a word of it.
 struct RunPosition {
-    // of the pass over the run or over a word of it
     uint16_t candidates;  // lengths of chunks
     uint16_t words;       // those of them that are in a dictionary
     uint16_t score;
     uint8_t length;  // of the best chunk
-    // of the run
-    bool hasFits;
-    SyllableFits fits;
 };
 
 // Work of one run.
@@ -33,19 +30,21 @@ struct ShortRunState {
     const uint8_t *text;
     DWORD dictionaries;
     RunPosition positions[kLongestShortRun + 1];
-    uint8_t reached[kLongestShortRun];  // positions that chunks lead to, from the start on
+    SyllableFits fits[kLongestShortRun];
+    bool hasFits[kLongestShortRun];
+    RunPosition *reached[kLongestShortRun];  // positions that chunks lead to, from the start on
 };
 static ShortRunState gShortRun;
 
-static uint32_t SyllablesWithin(ShortRunState *run, int position, int end)
+static inline uint32_t SyllablesWithin(ShortRunState *run, int position, int end)
 {
-    RunPosition *place = &run->positions[position];
-    if (!place->hasFits)
-        place->fits = WalkSyllables(run->text + position);
-    place->hasFits = true;
-    uint32_t left = uint32_t(end - position);
+    if (!run->hasFits[position])
+        run->fits[position] = WalkSyllables(run->text + position);
+    run->hasFits[position] = true;
+    int left = end - position;
     uint32_t within = left > kLongestSyllable ? ~0u : (1u << left) - 1;
-    return (place->fits.sure & within) | (place->fits.cancelled & (within >> 1));
+    SyllableFits fits = run->fits[position];
+    return (fits.sure & within) | (fits.cancelled & (within >> 1));
 }
 
 static uint32_t WordsAt(const ShortRunState *run, int position)
@@ -60,7 +59,7 @@ static uint32_t WordsAt(const ShortRunState *run, int position)
 // A word that reaches to the end is worth more than any division of what is left, and so is a
 // syllable where only syllables count: the square of a sum is more than the sum of the squares. A
 // lead vowel belongs to the consonant behind it: nothing starts there.
-static uint32_t ListCandidates(ShortRunState *run, int position, int end, bool byWords)
+static inline uint32_t ListCandidates(ShortRunState *run, int position, int end, bool byWords)
 {
     int left = end - position;
     uint32_t whole = left >= kShortestChunk && left <= kLongestChunk ? LengthBit(left) : 0;
@@ -75,48 +74,56 @@ static uint32_t ListCandidates(ShortRunState *run, int position, int end, bool b
 
 // Lists positions that are reached from the start, or all, and the candidates of each; the number
 // of positions.
-static int ListForward(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
+static inline int ListForward(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
 {
     int count = 0;
     uint32_t ahead = 1;  // bit n stands for the position n bytes ahead
-    for (int i = start; i < end && ahead; ++i, ahead >>= 1) {
-        if (!(ahead & 1) && !takesAll)
-            continue;
+    for (int i = start; ahead; ++i) {
+        int skipped = std::countr_zero(ahead);
+        i += skipped;
+        if (i >= end)
+            break;
         bool isFree = i == start || !IsLeadVowel(run->text[i - 1]);
         uint32_t candidates = isFree ? ListCandidates(run, i, end, byWords) : 0;
         run->positions[i].candidates = uint16_t(candidates);
-        run->reached[count++] = uint8_t(i);
-        ahead |= candidates << 1 | (takesAll ? 2 : 0);
+        run->reached[count++] = &run->positions[i];
+        ahead = ahead >> skipped >> 1 | candidates | (takesAll ? 1 : 0);
     }
     return count;
 }
 
 // As in break scoring: among equals the longer chunk wins, and a chunk that fits but leads nowhere
 // is worth 1.
-static void ScorePosition(RunPosition *position)
+static inline void ScorePosition(RunPosition *position)
 {
-    uint32_t best = 0;
-    uint8_t bestLength = 1;
+    uint32_t best = 0, words = position->words;
+    int bestLength = 1;
     for (uint32_t left = position->candidates; left; left &= left - 1) {
         int length = std::countr_zero(left) + 1;
         uint32_t next = position[length].score, square = uint32_t(length * length);
-        bool isWord = position->words & LengthBit(length);
-        uint32_t value = next ? next + (isWord ? 2 * square : square) : 1;
-        if (value < best)
-            continue;
-        best = value;
-        bestLength = uint8_t(length);
+        uint32_t value = next ? next + (square << (words >> (length - 1) & 1)) : 1;
+        bestLength = value >= best ? length : bestLength;
+        best = value >= best ? value : best;
     }
     position->score = uint16_t(best);
-    position->length = bestLength;
+    position->length = uint8_t(bestLength);
 }
 
-static void ScorePart(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
+static inline void ScorePart(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
 {
     int count = ListForward(run, start, end, byWords, takesAll);
     run->positions[end].score = 1;
     while (count--)
-        ScorePosition(&run->positions[run->reached[count]]);
+        ScorePosition(run->reached[count]);
+}
+
+// Two versions, which the compiler makes of one.
+static void ScoreReached(ShortRunState *run, int start, int end, bool byWords)
+{
+    if (byWords)
+        ScorePart(run, start, end, true, false);
+    else
+        ScorePart(run, start, end, false, false);
 }
 
 static uint8_t BadStretchLength(const ShortRunState *run, int position, int end)
@@ -132,7 +139,7 @@ static int DividePart(ShortRunState *run, int start, int end, bool byWords, RunC
 {
     bool isComplete = false;
     int count = 0;
-    ScorePart(run, start, end, byWords, false);
+    ScoreReached(run, start, end, byWords);
     for (int i = start; i < end; i += chunks[count++].length) {
         const RunPosition *position = &run->positions[i];
         if (!position->score && !isComplete) {
@@ -177,8 +184,7 @@ int DivideShortRun(const uint8_t *text, int length, DWORD dictionaries, bool byW
     RunChunk words[kLongestShortRun];
     run->text = text;
     run->dictionaries = dictionaries;
-    for (int i = 0; i < length; ++i)
-        run->positions[i].hasFits = false;
+    memset(run->hasFits, 0, size_t(length));
     if (!byWords)
         return DivideBySyllables(run, length, chunks);
     int wordCount = DividePart(run, 0, length, true, words), count = 0;

@@ -150,15 +150,15 @@ static void WriteCell(FastConversion *fast, const SyllableCell *cell)
     NoteChunk(fast, cell->memory, cell->text, cell->length);
 }
 
-static void KeepSyllable(const FastConversion *fast, uint64_t bytes, const char *text,
-                         RunMemory memory)
+static void KeepPiece(const FastConversion *fast, uint64_t bytes, const char *text,
+                      RunMemory memory)
 {
     size_t length = strlen(text);
     if (length >= kSyllableTextRoom)
         return;
-    SyllableCell *cell = SyllableCellOf(bytes);
-    *cell = {bytes, fast->memo->epoch, uint8_t(length), memory, {}};
-    memcpy(cell->text, text, length);
+    SyllableCell cell = {bytes, fast->memo->epoch, uint8_t(length), memory, {}};
+    memcpy(cell.text, text, length);
+    KeepSyllable(cell);
 }
 
 // Renders count bytes of a chunk that hold no word sign.
@@ -172,7 +172,7 @@ static void RenderPiece(FastConversion *fast, const uint8_t *piece, size_t count
     WriteText(fast->conversion, text);
     NoteChunk(fast, memory, text, strlen(text));
     if (count <= kMemoSyllable)
-        KeepSyllable(fast, ReadBytes(piece, count), text, memory);
+        KeepPiece(fast, ReadBytes(piece, count), text, memory);
 }
 
 // Word signs have texts of their own, which may be that of the syllable in front of the run.
@@ -197,15 +197,12 @@ static void ConvertPieces(FastConversion *fast, const uint8_t *chunk, size_t cou
 
 static void ConvertChunk(FastConversion *fast, const uint8_t *chunk, size_t count)
 {
-    if (count <= kMemoSyllable) {
-        uint64_t bytes = ReadBytes(chunk, count);
-        const SyllableCell *cell = SyllableCellOf(bytes);
-        if (cell->epoch == fast->memo->epoch && cell->bytes == bytes) {
-            WriteCell(fast, cell);
-            return;
-        }
-    }
-    ConvertPieces(fast, chunk, count);
+    const SyllableCell *cell =
+        count <= kMemoSyllable ? FindSyllable(fast->memo, ReadBytes(chunk, count)) : nullptr;
+    if (cell)
+        WriteCell(fast, cell);
+    else
+        ConvertPieces(fast, chunk, count);
 }
 
 // ---- runs ----

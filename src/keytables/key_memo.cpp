@@ -23,10 +23,10 @@ struct RunCell {
 struct MemoState {
     uint32_t epochs;  // given so far
     KeyMemo memos[kTableTypes];
-    SyllableCell syllables[1 << kSyllableBits];  // 512 KB
-    RunCell runs[1 << kRunBits];                 // 512 KB
-    uint64_t ringEnd;                            // the next run's place
-    alignas(KeptRun) char ring[kRingSize];       // 1 MB
+    alignas(64) SyllableCell syllables[1 << kSyllableBits];  // 512 KB
+    RunCell runs[1 << kRunBits];                             // 512 KB
+    uint64_t ringEnd;                                        // the next run's place
+    alignas(KeptRun) char ring[kRingSize];                   // 1 MB
 };
 static MemoState gMemo;
 
@@ -90,9 +90,26 @@ static uint64_t Mix(uint64_t bytes)
     return bytes * 0x9E3779B97F4A7C15u;
 }
 
-SyllableCell *SyllableCellOf(uint64_t bytes)
+// A syllable has two places, so that two of one number don't drive each other out.
+static SyllableCell *PlacesOf(uint64_t bytes)
 {
-    return &gMemo.syllables[Mix(bytes) >> (64 - kSyllableBits)];
+    return &gMemo.syllables[2 * (Mix(bytes) >> (65 - kSyllableBits))];
+}
+
+const SyllableCell *FindSyllable(const KeyMemo *memo, uint64_t bytes)
+{
+    const SyllableCell *cell = PlacesOf(bytes);
+    for (int i = 0; i < 2; ++i, ++cell)
+        if (cell->bytes == bytes && cell->epoch == memo->epoch)
+            return cell;
+    return nullptr;
+}
+
+void KeepSyllable(const SyllableCell &cell)
+{
+    SyllableCell *places = PlacesOf(cell.bytes);
+    places[1] = places[0];
+    places[0] = cell;
 }
 
 uint64_t HashRun(const uint8_t *run, size_t length)

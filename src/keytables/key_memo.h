@@ -54,9 +54,10 @@ struct KeptRun {
 // The memory for a conversion; it is empty when something has changed since the last one.
 const KeyMemo *MemoOf(const Conversion *conversion, DWORD revision);
 
-// The one cell in which the syllable has its place. It is of the memory if its epoch and its bytes
-// are the same.
-SyllableCell *SyllableCellOf(uint64_t bytes);
+// A syllable that the memory holds; null for others. Valid until the next KeepSyllable.
+const SyllableCell *FindSyllable(const KeyMemo *memo, uint64_t bytes);
+
+void KeepSyllable(const SyllableCell &cell);
 
 // The bytes of a run as a number. The bytes are read in eights, the last one beyond their end.
 uint64_t HashRun(const uint8_t *run, size_t length);
