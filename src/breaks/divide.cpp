@@ -1,26 +1,29 @@
-// DivideText: the chunks of a text that stays where it is. Hosts whose text is 16-bit characters,
-// and the command, draw their breaks from it. Each run of Lao is brought into the internal code and
-// divided as WrapText divides it; then the chunks are traced back to the characters. PackLao joins
-// signs on the way in and doesn't tell which, so the trace asks it again about the few bytes that
-// changed.
+// DivideText and DivideUtf8: the chunks of a text that stays where it is. Hosts whose text is
+// Unicode, and the command, draw their breaks from it. Each run of Lao is brought into the internal
+// code and divided as WrapText divides it; then the chunks are traced back to the characters.
+// PackLao joins signs on the way in and doesn't tell which, so the trace asks it again about the
+// few bytes that changed.
+//
+// Nearly every run is short and goes the quick road. What is longer, and all runs with a companion
+// that doesn't answer FindWordLengths, goes through MarkBreakPoints.
 #include <cassert>
 #include <climits>
 #include <cstring>
 
+#include "breaks/dictionaries.h"
 #include "breaks/request.h"
+#include "breaks/run_text.h"
 #include "breaks/scoring.h"
-#include "fonts/unicode.h"
+#include "breaks/short_run.h"
+#include "frame/companion.h"
 #include "frame/messages.h"
 #include "frame/records.h"
-#include "frame/strings.h"
 #include "orvel.h"
-#include "text/lao_code.h"
 
-constexpr WCHAR kZeroWidthSpace = 0x200B;
-
-// Work of one call: regions of one block, each for the longest run and a terminator.
+// Work of long runs: regions of one block, each for the longest run so far and a terminator.
 struct DivideScratch {
-    DWORD *places;     // of each single byte, in the text
+    size_t room;       // bytes of a run, terminator included; 0: there is no block
+    DWORD *places;     // of each single byte, in the text; owned, and the block with it
     uint16_t *scores;  // of each packed byte, as MarkBreakPoints wants them
     uint8_t *single;   // the run, a byte for each character
     uint8_t *packed;   // the run as PackLao leaves it
@@ -28,76 +31,21 @@ struct DivideScratch {
     uint8_t *marks;
 };
 
-// Where the chunks of a call go.
-struct ChunkList {
+struct DivideCall {
+    RunText text;
+    BreakRequest request;
+    DWORD dictionaries;  // to divide by; they are loaded
+    bool canGoFast;
     LaoChunk *chunks;  // the caller's
     DWORD room, count;
+    DivideScratch scratch;
 };
 
-// The byte of a character that may stand in a run, else 0.
-static uint8_t RunByte(WCHAR character)
+static void AddChunk(DivideCall *call, const LaoChunk &chunk)
 {
-    uint8_t byte = ByteOfCharacter(character, 0, false);
-    return IsLaoByte(byte) ? byte : 0;
-}
-
-static bool GoesOnRun(WCHAR character)
-{
-    return character == kZeroWidthSpace || RunByte(character);
-}
-
-static DWORD RunEnd(const WCHAR *text, DWORD length, DWORD start)
-{
-    while (start < length && GoesOnRun(text[start]))
-        ++start;
-    return start;
-}
-
-static DWORD LongestRun(const WCHAR *text, DWORD length)
-{
-    DWORD longest = 0;
-    for (DWORD i = 0; i < length;) {
-        DWORD end = RunEnd(text, length, i);
-        longest = end - i > longest ? end - i : longest;
-        i = end + 1;
-    }
-    return longest;
-}
-
-// The widest regions come first, so that each begins at an address that suits its type.
-constexpr size_t kBytesOfPlace = sizeof(DWORD) + sizeof(uint16_t) + 4;
-
-static DivideScratch RegionsOf(void *block, size_t room)
-{
-    DivideScratch scratch;
-    scratch.places = static_cast<DWORD *>(block);
-    scratch.scores = reinterpret_cast<uint16_t *>(scratch.places + room);
-    scratch.single = reinterpret_cast<uint8_t *>(scratch.scores + room);
-    scratch.packed = scratch.single + room;
-    scratch.markers = scratch.packed + room;
-    scratch.marks = scratch.markers + room;
-    return scratch;
-}
-
-// Fills the single bytes of a run and their places; the number of bytes.
-static size_t ReadRun(const WCHAR *text, DWORD start, DWORD end, const DivideScratch &scratch)
-{
-    size_t count = 0;
-    for (DWORD i = start; i < end; ++i)
-        if (uint8_t byte = RunByte(text[i])) {
-            scratch.places[count] = i;
-            scratch.single[count++] = byte;
-        }
-    scratch.single[count] = 0;
-    return count;
-}
-
-// What PackLao makes of two bytes; 0 when it leaves them apart.
-static uint8_t JoinBytes(uint8_t first, uint8_t second)
-{
-    char pair[] = {char(first), char(second), 0};
-    PackLao(pair);
-    return pair[1] ? 0 : uint8_t(pair[0]);
+    if (call->count < call->room)
+        call->chunks[call->count] = chunk;
+    ++call->count;
 }
 
 // How many single bytes became the packed one: 0 when no joining explains it.
@@ -106,39 +54,105 @@ static size_t CountJoined(const uint8_t *single, uint8_t packed)
     uint8_t made = single[0];
     size_t count = 1;
     while (made && made != packed && single[count])
-        made = JoinBytes(made, single[count++]);
+        made = JoinSigns(made, single[count++]);
     return made == packed ? count : 0;
 }
 
-static void AddChunk(ChunkList *list, const LaoChunk &chunk)
+// ---- short runs ----
+
+// For each packed byte, and for the end, the single byte at which it begins. False where no joining
+// explains what the companion made.
+static bool TracePacked(const RunBytes &run, const uint8_t *packed, size_t length, uint8_t *origins)
 {
-    if (list->count < list->room)
-        list->chunks[list->count] = chunk;
-    ++list->count;
+    size_t single = 0;
+    for (size_t i = 0; i < length; ++i) {
+        origins[i] = uint8_t(single);
+        size_t joined = CountJoined(run.single + single, packed[i]);
+        if (!joined)
+            return false;
+        single += joined;
+    }
+    origins[length] = uint8_t(single);
+    return single == run.count;
+}
+
+static int MarkShort(const DivideCall &call, const uint8_t *packed, int length, RunChunk *parts)
+{
+    if (call.request.insert && length >= 2)
+        return MarkShortRun(packed, length, call.dictionaries, call.request.flags, parts);
+    parts[0] = {0, uint8_t(length), false, kInside};
+    return 1;
+}
+
+static bool DivideShort(DivideCall *call, const RunBytes &run)
+{
+    uint8_t packed[kLongestShortRun + 1], origins[kLongestShortRun + 1];
+    RunChunk parts[kLongestShortRun];
+    memcpy(packed, run.single, run.count + 1);
+    PackLao(reinterpret_cast<char *>(packed));
+    size_t length = strlen(reinterpret_cast<char *>(packed));
+    if (!TracePacked(run, packed, length, origins))
+        return false;
+    int count = MarkShort(*call, packed, int(length), parts);
+    for (int i = 0; i < count; ++i) {
+        const RunChunk &part = parts[i];
+        DWORD start = run.places[origins[part.start]];
+        DWORD last = run.places[origins[part.start + part.length] - 1];
+        AddChunk(call, {start, last + call->text.characterUnits, part.kind, BYTE(i > 0)});
+    }
+    return true;
+}
+
+// ---- long runs ----
+
+// The widest regions come first, so that each begins at an address that suits its type.
+constexpr size_t kBytesOfPlace = sizeof(DWORD) + sizeof(uint16_t) + 4;
+
+static bool GrowScratch(DivideScratch *scratch, size_t room)
+{
+    if (room <= scratch->room)
+        return true;
+    if (scratch->room)
+        GlobalFree(scratch->places);
+    *scratch = {};
+    bool fits = room <= SIZE_MAX / kBytesOfPlace;
+    void *block = CheckedGlobalAlloc(0, fits ? kBytesOfPlace * room : SIZE_MAX);
+    if (!block)
+        return false;
+    scratch->room = room;
+    scratch->places = static_cast<DWORD *>(block);
+    scratch->scores = reinterpret_cast<uint16_t *>(scratch->places + room);
+    scratch->single = reinterpret_cast<uint8_t *>(scratch->scores + room);
+    scratch->packed = scratch->single + room;
+    scratch->markers = scratch->packed + room;
+    scratch->marks = scratch->markers + room;
+    return true;
 }
 
 // Walks packed and single bytes together. What no joining explains, as a companion of another kind
 // may give it, leaves the rest of the run to its last chunk.
-static void TraceChunks(size_t count, const DivideScratch &scratch, ChunkList *list)
+static void TraceChunks(DivideCall *call, const RunBytes &run)
 {
-    LaoChunk chunk = {scratch.places[0], 0, scratch.markers[0], 0};
+    const DivideScratch &scratch = call->scratch;
+    DWORD width = call->text.characterUnits;
+    LaoChunk chunk = {run.places[0], 0, scratch.markers[0], 0};
     size_t single = 0;
     for (size_t i = 0; scratch.packed[i]; ++i) {
         if (i > 0 && scratch.markers[i]) {
-            chunk.end = scratch.places[single - 1] + 1;
-            AddChunk(list, chunk);
-            chunk = {scratch.places[single], 0, scratch.markers[i], 1};
+            chunk.end = run.places[single - 1] + width;
+            AddChunk(call, chunk);
+            chunk = {run.places[single], 0, scratch.markers[i], 1};
         }
-        size_t joined = CountJoined(scratch.single + single, scratch.packed[i]);
+        size_t joined = CountJoined(run.single + single, scratch.packed[i]);
         if (!joined)
             break;
         single += joined;
-        assert(single <= count);
-        if (single == count)
+        assert(single <= run.count);
+        if (single == run.count)
             break;
     }
-    chunk.end = scratch.places[count - 1] + 1;
-    AddChunk(list, chunk);
+    chunk.end = run.places[run.count - 1] + width;
+    AddChunk(call, chunk);
 }
 
 // A single byte is its run's only chunk, whatever it is.
@@ -152,35 +166,93 @@ static void MarkPackedRun(const BreakRequest &request, const DivideScratch &scra
         memset(scratch.markers, kInside, length);
 }
 
-static void DivideRun(const WCHAR *text, DWORD start, DWORD end, const BreakRequest &request,
-                      const DivideScratch &scratch, ChunkList *list)
+static size_t LengthOfRun(const RunText &text, DWORD start)
 {
-    size_t count = ReadRun(text, start, end, scratch);
-    if (!count)
-        return;  // break marks alone
-    memcpy(scratch.packed, scratch.single, count + 1);
-    PackLao(reinterpret_cast<char *>(scratch.packed));
-    MarkPackedRun(request, scratch);
-    TraceChunks(count, scratch, list);
+    uint8_t ignored[kLongestShortRun + 1];
+    RunBytes run = {ignored, nullptr, kLongestShortRun, 0};
+    size_t length = 0;
+    do {
+        run.count = 0;
+        start = text.readRun(&text, start, &run);
+        length += run.count;
+    } while (run.count == run.room);
+    return length;
+}
+
+// The place behind the run; false without memory.
+static bool DivideLong(DivideCall *call, DWORD start, DWORD *end)
+{
+    size_t length = LengthOfRun(call->text, start);
+    DivideScratch *scratch = &call->scratch;
+    if (!GrowScratch(scratch, length + 1))
+        return false;
+    RunBytes run = {scratch->single, scratch->places, length, 0};
+    *end = call->text.readRun(&call->text, start, &run);
+    memcpy(scratch->packed, run.single, run.count + 1);
+    PackLao(reinterpret_cast<char *>(scratch->packed));
+    MarkPackedRun(call->request, *scratch);
+    TraceChunks(call, run);
+    return true;
+}
+
+// ---- calls ----
+
+static bool DivideRun(DivideCall *call, DWORD start, DWORD *end)
+{
+    uint8_t single[kLongestShortRun + 1];
+    DWORD places[kLongestShortRun];
+    RunBytes run = {single, places, kLongestShortRun, 0};
+    if (!call->canGoFast)
+        return DivideLong(call, start, end);
+    *end = call->text.readRun(&call->text, start, &run);
+    return (run.count < run.room && DivideShort(call, run)) || DivideLong(call, start, end);
+}
+
+// What a text without Lao doesn't need is left until its first run.
+static void PrepareDividing(DivideCall *call)
+{
+    WordLengths ignored;
+    if (call->request.flags & kWordBreaks)
+        call->dictionaries = gProcess.options->dictionaries;
+    LoadDictionaries(WORD(call->dictionaries));
+    call->canGoFast = FindWordLengths("", 0, &ignored);
+}
+
+static bool DivideRuns(DivideCall *call)
+{
+    const RunText &text = call->text;
+    DWORD start = text.findRun(&text, 0);
+    if (start < text.length)
+        PrepareDividing(call);
+    while (start < text.length) {
+        if (!DivideRun(call, start, &start))
+            return false;
+        start = text.findRun(&text, start);
+    }
+    return true;
+}
+
+static int DivideAnyText(const RunText &text, LaoChunk *chunks, DWORD room, DWORD flags)
+{
+    if (!text.units || (!chunks && room) || !gProcess.started || text.length > INT_MAX)
+        return -1;
+    DivideCall call = {};
+    call.text = text;
+    call.request = ReadBreakRequest(flags);
+    call.chunks = chunks;
+    call.room = room;
+    bool done = DivideRuns(&call);
+    if (call.scratch.room)
+        GlobalFree(call.scratch.places);
+    return done ? int(call.count) : -1;
 }
 
 int WINAPI DivideText(const WCHAR *text, DWORD length, LaoChunk *chunks, DWORD room, DWORD flags)
 {
-    if (!text || (!chunks && room) || !gProcess.started || length > INT_MAX)
-        return -1;
-    size_t scratchRoom = size_t(LongestRun(text, length)) + 1;
-    bool fits = scratchRoom <= SIZE_MAX / kBytesOfPlace;
-    void *block = CheckedGlobalAlloc(0, fits ? kBytesOfPlace * scratchRoom : SIZE_MAX);
-    if (!block)
-        return -1;
-    DivideScratch scratch = RegionsOf(block, scratchRoom);
-    BreakRequest request = ReadBreakRequest(flags);
-    ChunkList list = {chunks, room, 0};
-    for (DWORD i = 0; i < length;) {
-        DWORD end = RunEnd(text, length, i);
-        DivideRun(text, i, end, request, scratch, &list);
-        i = end + 1;
-    }
-    GlobalFree(block);
-    return int(list.count);
+    return DivideAnyText(RunTextOfCharacters(text, length), chunks, room, flags);
+}
+
+int WINAPI DivideUtf8(const char *text, DWORD length, LaoChunk *chunks, DWORD room, DWORD flags)
+{
+    return DivideAnyText(RunTextOfUtf8(text, length), chunks, room, flags);
 }

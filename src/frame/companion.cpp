@@ -28,6 +28,7 @@ struct Companion {
     void(WINAPI *findWordLengths)(const char *, DWORD, WordLengths *);  // optional
     DWORD(WINAPI *addWords)(const char *const *, int *, DWORD);         // optional
     DWORD(WINAPI *dictionariesRevision)();                              // optional
+    uint16_t joined[128][128];  // of two signs from 128 on, what JoinSigns has got: kIsAsked and it
 };
 static Companion gCompanion;
 
@@ -150,6 +151,21 @@ void WINAPI PackLao(char *text)
 {
     if (gCompanion.packLao)
         gCompanion.packLao(text);
+}
+
+// The companion is asked once about each pair, and when another one is bound.
+uint8_t JoinSigns(uint8_t first, uint8_t second)
+{
+    constexpr uint16_t kIsAsked = 0x100;
+    if (first < 128 || second < 128)
+        return 0;
+    uint16_t *joined = &gCompanion.joined[first - 128][second - 128];
+    if (!*joined) {
+        char pair[] = {char(first), char(second), 0};
+        PackLao(pair);
+        *joined = uint16_t(kIsAsked | (pair[1] ? 0 : uint8_t(pair[0])));
+    }
+    return uint8_t(*joined);
 }
 
 int FontCodeData(int code, FontCodeRecord *record)

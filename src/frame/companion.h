@@ -42,6 +42,9 @@ int AddLaoSyllable(char *output, const char *start, const char *end);
 
 int UnloadDictionaries();
 
+// What PackLao makes of two signs of the internal code; 0 when it leaves them apart.
+uint8_t JoinSigns(uint8_t first, uint8_t second);
+
 // Lengths at which words start at a position, a mask for each dictionary: the bit of value 2^(L-1)
 // for length L. A layout shared with the companion.
 struct WordLengths {
