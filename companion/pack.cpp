@@ -49,8 +49,10 @@ constexpr uint8_t JoinSigns(uint8_t a, uint8_t b)
 }
 
 // Whether a sign joins with any at all, as the first or as the second of two: few do.
+enum JoinRole : uint8_t { kJoinsAsFirst = 1, kJoinsAsSecond = 2 };
+
 struct JoinTable {
-    bool isFirst[256], isSecond[256];
+    uint8_t roles[256];
 };
 
 constexpr JoinTable BuildJoinTable()
@@ -58,25 +60,36 @@ constexpr JoinTable BuildJoinTable()
     JoinTable table = {};
     for (int a = 0; a < 256; ++a)
         for (int b = 0; b < 256; ++b)
-            if (JoinSigns(uint8_t(a), uint8_t(b)))
-                table.isFirst[a] = table.isSecond[b] = true;
+            if (JoinSigns(uint8_t(a), uint8_t(b))) {
+                table.roles[a] |= kJoinsAsFirst;
+                table.roles[b] |= kJoinsAsSecond;
+            }
     return table;
 }
 constexpr JoinTable kJoins = BuildJoinTable();
+
+// One test for both, as most jumps that the text decides can't be foretold.
+static inline bool MayJoin(uint8_t first, uint8_t second)
+{
+    return kJoins.roles[first] << 1 & kJoins.roles[second] & kJoinsAsSecond;
+}
 
 void WINAPI PackLao(char *text)
 {
     if (!text || !*text)
         return;
     uint8_t *out = reinterpret_cast<uint8_t *>(text);
-    uint8_t last = *out;  // what stands at out: read from there, it would have to be written first
+    while (out[1] && !MayJoin(out[0], out[1]))
+        ++out;  // what doesn't join stays where it is
+    uint8_t last = *out;
     for (const uint8_t *in = out + 1; *in; ++in) {
         uint8_t sign = *in;
-        bool mayJoin = kJoins.isFirst[last] & kJoins.isSecond[sign];
-        uint8_t joined = mayJoin ? JoinSigns(last, sign) : 0;
-        last = joined ? joined : sign;
-        out += !joined;
-        *out = last;
+        if (uint8_t joined = MayJoin(last, sign) ? JoinSigns(last, sign) : 0) {
+            last = *out = joined;
+        } else {
+            last = sign;  // known without what was written
+            *++out = sign;
+        }
     }
     out[1] = 0;
 }

@@ -32,6 +32,8 @@ constexpr DWORD kMarkWords = kInsertBreaks | kBothBreaks;
 constexpr DWORD kMarkSyllables = kInsertBreaks | kSyllableBreaks;
 enum { kWorkGrowth = 16 };
 
+static_assert(sizeof kVowelsLast == sizeof kNaturalOrder);
+
 // ---- dividing ----
 
 static void ReplaceByte(char *text, uint8_t from, uint8_t to)
@@ -167,12 +169,22 @@ static int ConvertUnder(char *text, DWORD size, const KeyTable *table, bool show
     return done == kNoFastRoad ? ConvertPlainly(text, size, table, showsFailures) : done;
 }
 
+// Whether a "?" stood in the sequence, before a sort table's is replaced.
+static bool TakeSequence(KeyTable *table)
+{
+    const char *wanted = gProcess.options->sortMode == kNaturalSort ? kNaturalOrder : kVowelsLast;
+    bool isSort = table->type == kSortTable;
+    if (isSort && memcmp(table->sequence, wanted, sizeof kVowelsLast) == 0)
+        return false;
+    bool showsFailures = strchr(table->sequence, '?');
+    if (isSort)
+        CopyCut(table->sequence, sizeof table->sequence, wanted);
+    return showsFailures;
+}
+
 int ConvertByKeyTable(char *text, DWORD size, KeyTable *table)
 {
-    bool showsFailures = strchr(table->sequence, '?');  // before a sort table's is replaced
-    if (table->type == kSortTable)
-        CopyCut(table->sequence, sizeof table->sequence,
-                gProcess.options->sortMode == kNaturalSort ? kNaturalOrder : kVowelsLast);
+    bool showsFailures = TakeSequence(table);
     return ConvertUnder(text, size, table, showsFailures);
 }
 

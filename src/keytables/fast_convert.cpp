@@ -260,7 +260,7 @@ static void ConvertRun(FastConversion *fast, const uint8_t *run, size_t length)
 {
     Conversion *conversion = fast->conversion;
     size_t start = conversion->length - 1;
-    uint64_t hash = HashRun(run, length);
+    uint64_t hash = HashRun(fast->memo, run, length);
     const KeptRun *kept = FindRun(fast->memo, hash, run, length);
     if (kept && conversion->length + kept->textLength < conversion->size) {
         WriteKept(conversion, kept);

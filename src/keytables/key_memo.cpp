@@ -24,7 +24,7 @@ struct MemoState {
     uint32_t epochs;  // given so far
     KeyMemo memos[kTableTypes];
     alignas(64) SyllableCell syllables[1 << kSyllableBits];  // 512 KB
-    RunCell runs[1 << kRunBits];                             // 512 KB
+    alignas(64) RunCell runs[1 << kRunBits];                 // 512 KB
     uint64_t ringEnd;                                        // the next run's place
     alignas(KeptRun) char ring[kRingSize];                   // 1 MB
 };
@@ -64,22 +64,27 @@ static bool PatternsStayInside(const KeyTable *table)
 static MemoBasis BasisOf(const Conversion *conversion, DWORD revision)
 {
     const KeyTable *table = conversion->table;
-    MemoBasis basis = {};
-    basis.filling = table->filling;
-    basis.revision = revision;
-    basis.dictionaries = gProcess.options->dictionaries;
+    MemoBasis basis = {table->filling,   revision,          gProcess.options->dictionaries, {},
+                       table->separator, NeedsWords(table), conversion->showsFailures};
     memcpy(basis.sequence, table->sequence, sizeof basis.sequence);
-    basis.separator = table->separator;
-    basis.byWords = NeedsWords(table);
-    basis.showsFailures = conversion->showsFailures;
     return basis;
+}
+
+// ORDER MemoBasis
+static bool IsSameBasis(const MemoBasis &one, const MemoBasis &other)
+{
+    return one.filling == other.filling && one.revision == other.revision &&
+           one.dictionaries == other.dictionaries &&
+           memcmp(one.sequence, other.sequence, sizeof one.sequence) == 0 &&
+           one.separator == other.separator && one.byWords == other.byWords &&
+           one.showsFailures == other.showsFailures;
 }
 
 const KeyMemo *MemoOf(const Conversion *conversion, DWORD revision)
 {
     KeyMemo *memo = &gMemo.memos[conversion->table->type];
     MemoBasis basis = BasisOf(conversion, revision);
-    if (memo->epoch && memcmp(&memo->basis, &basis, sizeof basis) == 0)
+    if (memo->epoch && IsSameBasis(memo->basis, basis))
         return memo;
     *memo = {basis, ++gMemo.epochs, PatternsStayInside(conversion->table)};
     return memo;
@@ -90,15 +95,16 @@ static uint64_t Mix(uint64_t bytes)
     return bytes * 0x9E3779B97F4A7C15u;
 }
 
-// A syllable has two places, so that two of one number don't drive each other out.
-static SyllableCell *PlacesOf(uint64_t bytes)
+// A syllable has two places, as a run has, so that two of one number don't drive each other out;
+// and others for each table.
+static SyllableCell *PlacesOf(uint32_t epoch, uint64_t bytes)
 {
-    return &gMemo.syllables[2 * (Mix(bytes) >> (65 - kSyllableBits))];
+    return &gMemo.syllables[2 * (Mix(bytes ^ Mix(epoch)) >> (65 - kSyllableBits))];
 }
 
 const SyllableCell *FindSyllable(const KeyMemo *memo, uint64_t bytes)
 {
-    const SyllableCell *cell = PlacesOf(bytes);
+    const SyllableCell *cell = PlacesOf(memo->epoch, bytes);
     for (int i = 0; i < 2; ++i, ++cell)
         if (cell->bytes == bytes && cell->epoch == memo->epoch)
             return cell;
@@ -107,14 +113,14 @@ const SyllableCell *FindSyllable(const KeyMemo *memo, uint64_t bytes)
 
 void KeepSyllable(const SyllableCell &cell)
 {
-    SyllableCell *places = PlacesOf(cell.bytes);
+    SyllableCell *places = PlacesOf(cell.epoch, cell.bytes);
     places[1] = places[0];
     places[0] = cell;
 }
 
-uint64_t HashRun(const uint8_t *run, size_t length)
+uint64_t HashRun(const KeyMemo *memo, const uint8_t *run, size_t length)
 {
-    uint64_t hash = length, bytes;
+    uint64_t hash = Mix(memo->epoch) ^ length, bytes;
     for (; length > 8; length -= 8, run += 8) {
         memcpy(&bytes, run, sizeof bytes);
         hash = Mix(hash ^ bytes);
@@ -124,19 +130,28 @@ uint64_t HashRun(const uint8_t *run, size_t length)
     return Mix(hash ^ bytes << (64 - 8 * length));
 }
 
-static RunCell *RunCellOf(uint64_t hash)
+static RunCell *RunCellsOf(uint64_t hash)
 {
-    return &gMemo.runs[hash >> (64 - kRunBits)];
+    return &gMemo.runs[2 * (hash >> (65 - kRunBits))];
+}
+
+// The run that a cell leads to, or null.
+static const KeptRun *RunAt(const RunCell *cell, const KeyMemo *memo, uint64_t hash)
+{
+    bool isThere = cell->hash == uint32_t(hash >> 16) && cell->epoch == memo->epoch &&
+                   gMemo.ringEnd - cell->place <= kRingSize;
+    return isThere ? reinterpret_cast<KeptRun *>(gMemo.ring + cell->place % kRingSize) : nullptr;
 }
 
 const KeptRun *FindRun(const KeyMemo *memo, uint64_t hash, const uint8_t *run, size_t length)
 {
-    const RunCell *cell = RunCellOf(hash);
-    if (cell->epoch != memo->epoch || cell->hash != uint32_t(hash >> 16) ||
-        gMemo.ringEnd - cell->place > kRingSize)
-        return nullptr;
-    const KeptRun *kept = reinterpret_cast<KeptRun *>(gMemo.ring + cell->place % kRingSize);
-    return kept->runLength == length && memcmp(kept + 1, run, length) == 0 ? kept : nullptr;
+    const RunCell *cell = RunCellsOf(hash);
+    for (int i = 0; i < 2; ++i, ++cell) {
+        const KeptRun *kept = RunAt(cell, memo, hash);
+        if (kept && kept->runLength == length && memcmp(kept + 1, run, length) == 0)
+            return kept;
+    }
+    return nullptr;
 }
 
 const char *TextOfRun(const KeptRun *kept)
@@ -164,5 +179,7 @@ void KeepRun(const KeyMemo *memo, uint64_t hash, const KeptRun &kept, const uint
     memcpy(bytes, &kept, sizeof kept);
     memcpy(bytes + sizeof kept, run, kept.runLength);
     memcpy(bytes + sizeof kept + kept.runLength, text, kept.textLength + 1u);
-    *RunCellOf(hash) = {uint32_t(hash >> 16), memo->epoch, place};
+    RunCell *cells = RunCellsOf(hash);
+    cells[1] = cells[0];
+    cells[0] = {uint32_t(hash >> 16), memo->epoch, place};
 }

@@ -10,7 +10,7 @@
 
 #include "keytables/conversion.h"
 
-// All that a run's text depends on beside the run. It is compared as bytes: no gaps in it.
+// All that a run's text depends on beside the run.
 struct MemoBasis {
     uint32_t filling;   // of the table
     DWORD revision;     // of the dictionaries' words
@@ -18,9 +18,7 @@ struct MemoBasis {
     char sequence[kSequenceRoom];
     uint8_t separator;
     bool byWords, showsFailures;
-    uint8_t unused[2];
 };
-static_assert(sizeof(MemoBasis) == 24);
 
 // The memory for one basis; valid until the next question for the same type of table.
 struct KeyMemo {
@@ -59,8 +57,8 @@ const SyllableCell *FindSyllable(const KeyMemo *memo, uint64_t bytes);
 
 void KeepSyllable(const SyllableCell &cell);
 
-// The bytes of a run as a number. The bytes are read in eights, the last one beyond their end.
-uint64_t HashRun(const uint8_t *run, size_t length);
+// A run of the memory as a number. The bytes are read in eights, the last one beyond their end.
+uint64_t HashRun(const KeyMemo *memo, const uint8_t *run, size_t length);
 
 // A run that the memory holds, and its text; null for others. Valid until the next KeepRun.
 const KeptRun *FindRun(const KeyMemo *memo, uint64_t hash, const uint8_t *run, size_t length);
