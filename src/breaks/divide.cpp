@@ -1,11 +1,11 @@
 // DivideText and DivideUtf8: the chunks of a text that stays where it is. Hosts whose text is
 // Unicode, and the command, draw their breaks from it. Each run of Lao is brought into the internal
 // code and divided as WrapText divides it; then the chunks are traced back to the characters.
-// PackLao joins signs on the way in and doesn't tell which, so the trace asks it again about the
-// few bytes that changed.
 //
-// Nearly every run is short and goes the quick road. What is longer, and all runs with a companion
-// that doesn't answer FindWordLengths, goes through MarkBreakPoints.
+// Nearly every run is short and goes the quick road: its signs are joined as it is read, so that
+// each byte knows its characters. What is longer, and all runs with a companion that doesn't tell
+// what the quick road asks, goes through PackLao and MarkBreakPoints. PackLao doesn't say what it
+// joins, so the trace back asks it again about the few bytes that changed.
 #include <cassert>
 #include <climits>
 #include <cstring>
@@ -34,9 +34,9 @@ struct DivideScratch {
 struct DivideCall {
     RunText text;
     BreakRequest request;
-    DWORD dictionaries;  // to divide by; they are loaded
-    bool canGoFast;
-    LaoChunk *chunks;  // the caller's
+    DWORD dictionaries;      // to divide by; they are loaded
+    const SignJoins *joins;  // null: the quick road is closed
+    LaoChunk *chunks;        // the caller's
     DWORD room, count;
     DivideScratch scratch;
 };
@@ -48,59 +48,27 @@ static void AddChunk(DivideCall *call, const LaoChunk &chunk)
     ++call->count;
 }
 
-// How many single bytes became the packed one: 0 when no joining explains it.
-static size_t CountJoined(const uint8_t *single, uint8_t packed)
-{
-    uint8_t made = single[0];
-    size_t count = 1;
-    while (made && made != packed && single[count])
-        made = JoinSigns(made, single[count++]);
-    return made == packed ? count : 0;
-}
-
 // ---- short runs ----
 
-// For each packed byte, and for the end, the single byte at which it begins. False where no joining
-// explains what the companion made.
-static bool TracePacked(const RunBytes &run, const uint8_t *packed, size_t length, uint8_t *origins)
+static int MarkShort(const DivideCall &call, const RunBytes &run, RunChunk *parts)
 {
-    size_t single = 0;
-    for (size_t i = 0; i < length; ++i) {
-        origins[i] = uint8_t(single);
-        size_t joined = CountJoined(run.single + single, packed[i]);
-        if (!joined)
-            return false;
-        single += joined;
-    }
-    origins[length] = uint8_t(single);
-    return single == run.count;
-}
-
-static int MarkShort(const DivideCall &call, const uint8_t *packed, int length, RunChunk *parts)
-{
+    int length = int(run.count);
     if (call.request.insert && length >= 2)
-        return MarkShortRun(packed, length, call.dictionaries, call.request.flags, parts);
+        return MarkShortRun(run.codes, length, call.dictionaries, call.request.flags, parts);
     parts[0] = {0, uint8_t(length), false, kInside};
     return 1;
 }
 
-static bool DivideShort(DivideCall *call, const RunBytes &run)
+static void DivideShort(DivideCall *call, const RunBytes &run)
 {
-    uint8_t packed[kLongestShortRun + 1], origins[kLongestShortRun + 1];
     RunChunk parts[kLongestShortRun];
-    memcpy(packed, run.single, run.count + 1);
-    PackLao(reinterpret_cast<char *>(packed));
-    size_t length = strlen(reinterpret_cast<char *>(packed));
-    if (!TracePacked(run, packed, length, origins))
-        return false;
-    int count = MarkShort(*call, packed, int(length), parts);
+    int count = MarkShort(*call, run, parts);
     for (int i = 0; i < count; ++i) {
         const RunChunk &part = parts[i];
-        DWORD start = run.places[origins[part.start]];
-        DWORD last = run.places[origins[part.start + part.length] - 1];
-        AddChunk(call, {start, last + call->text.characterUnits, part.kind, BYTE(i > 0)});
+        DWORD last = run.lasts[part.start + part.length - 1];
+        AddChunk(call, {run.starts[part.start], last + call->text.characterUnits, part.kind,
+                        BYTE(i > 0)});
     }
-    return true;
 }
 
 // ---- long runs ----
@@ -129,21 +97,39 @@ static bool GrowScratch(DivideScratch *scratch, size_t room)
     return true;
 }
 
+// What PackLao makes of two bytes; 0 when it leaves them apart.
+static uint8_t JoinBytes(uint8_t first, uint8_t second)
+{
+    char pair[] = {char(first), char(second), 0};
+    PackLao(pair);
+    return pair[1] ? 0 : uint8_t(pair[0]);
+}
+
+// How many single bytes became the packed one: 0 when no joining explains it.
+static size_t CountJoined(const uint8_t *single, uint8_t packed)
+{
+    uint8_t made = single[0];
+    size_t count = 1;
+    while (made && made != packed && single[count])
+        made = JoinBytes(made, single[count++]);
+    return made == packed ? count : 0;
+}
+
 // Walks packed and single bytes together. What no joining explains, as a companion of another kind
 // may give it, leaves the rest of the run to its last chunk.
 static void TraceChunks(DivideCall *call, const RunBytes &run)
 {
     const DivideScratch &scratch = call->scratch;
     DWORD width = call->text.characterUnits;
-    LaoChunk chunk = {run.places[0], 0, scratch.markers[0], 0};
+    LaoChunk chunk = {run.starts[0], 0, scratch.markers[0], 0};
     size_t single = 0;
     for (size_t i = 0; scratch.packed[i]; ++i) {
         if (i > 0 && scratch.markers[i]) {
-            chunk.end = run.places[single - 1] + width;
+            chunk.end = run.starts[single - 1] + width;
             AddChunk(call, chunk);
-            chunk = {run.places[single], 0, scratch.markers[i], 1};
+            chunk = {run.starts[single], 0, scratch.markers[i], 1};
         }
-        size_t joined = CountJoined(run.single + single, scratch.packed[i]);
+        size_t joined = CountJoined(run.codes + single, scratch.packed[i]);
         if (!joined)
             break;
         single += joined;
@@ -151,7 +137,7 @@ static void TraceChunks(DivideCall *call, const RunBytes &run)
         if (single == run.count)
             break;
     }
-    chunk.end = run.places[run.count - 1] + width;
+    chunk.end = run.starts[run.count - 1] + width;
     AddChunk(call, chunk);
 }
 
@@ -168,8 +154,9 @@ static void MarkPackedRun(const BreakRequest &request, const DivideScratch &scra
 
 static size_t LengthOfRun(const RunText &text, DWORD start)
 {
-    uint8_t ignored[kLongestShortRun + 1];
-    RunBytes run = {ignored, nullptr, kLongestShortRun, 0};
+    uint8_t codes[kLongestShortRun + 1];
+    DWORD starts[kLongestShortRun], lasts[kLongestShortRun];
+    RunBytes run = {codes, starts, lasts, kLongestShortRun, 0, nullptr};
     size_t length = 0;
     do {
         run.count = 0;
@@ -186,9 +173,9 @@ static bool DivideLong(DivideCall *call, DWORD start, DWORD *end)
     DivideScratch *scratch = &call->scratch;
     if (!GrowScratch(scratch, length + 1))
         return false;
-    RunBytes run = {scratch->single, scratch->places, length, 0};
+    RunBytes run = {scratch->single, scratch->places, scratch->places, length, 0, nullptr};
     *end = call->text.readRun(&call->text, start, &run);
-    memcpy(scratch->packed, run.single, run.count + 1);
+    memcpy(scratch->packed, run.codes, run.count + 1);
     PackLao(reinterpret_cast<char *>(scratch->packed));
     MarkPackedRun(call->request, *scratch);
     TraceChunks(call, run);
@@ -199,13 +186,16 @@ static bool DivideLong(DivideCall *call, DWORD start, DWORD *end)
 
 static bool DivideRun(DivideCall *call, DWORD start, DWORD *end)
 {
-    uint8_t single[kLongestShortRun + 1];
-    DWORD places[kLongestShortRun];
-    RunBytes run = {single, places, kLongestShortRun, 0};
-    if (!call->canGoFast)
+    uint8_t codes[kLongestShortRun + 1];
+    DWORD starts[kLongestShortRun], lasts[kLongestShortRun];
+    RunBytes run = {codes, starts, lasts, kLongestShortRun, 0, call->joins};
+    if (!call->joins)
         return DivideLong(call, start, end);
     *end = call->text.readRun(&call->text, start, &run);
-    return (run.count < run.room && DivideShort(call, run)) || DivideLong(call, start, end);
+    if (run.count == run.room)
+        return DivideLong(call, start, end);
+    DivideShort(call, run);
+    return true;
 }
 
 // What a text without Lao doesn't need is left until its first run.
@@ -215,7 +205,7 @@ static void PrepareDividing(DivideCall *call)
     if (call->request.flags & kWordBreaks)
         call->dictionaries = gProcess.options->dictionaries;
     LoadDictionaries(WORD(call->dictionaries));
-    call->canGoFast = FindWordLengths("", 0, &ignored);
+    call->joins = FindWordLengths("", 0, &ignored) ? JoiningSigns() : nullptr;
 }
 
 static bool DivideRuns(DivideCall *call)

@@ -33,11 +33,16 @@ constexpr bool HasNoLao(const uint8_t *codes, size_t count)
 static_assert(HasNoLao(kUnicodePunctuationTable, std::size(kUnicodePunctuationTable)));
 static_assert(!IsLaoByte(kRealHyphen));
 
-static void PutByte(RunBytes *run, uint8_t code, DWORD place)
+static void PutCode(RunBytes *run, uint8_t code, DWORD place)
 {
-    if (run->places)
-        run->places[run->count] = place;
-    run->single[run->count++] = code;
+    const SignJoins *joins = run->joins;
+    uint8_t last = run->count ? run->codes[run->count - 1] : 0;
+    uint8_t joined = joins ? joins->joined[joins->row[last]][joins->column[code]] : 0;
+    run->count -= joined != 0;
+    run->codes[run->count] = joined ? joined : code;
+    if (!joined)
+        run->starts[run->count] = place;
+    run->lasts[run->count++] = place;
 }
 
 // ---- 16-bit characters ----
@@ -63,11 +68,11 @@ static DWORD ReadCharacters(const RunText *text, DWORD start, RunBytes *run)
     for (; i < text->length && run->count < run->room; ++i) {
         uint8_t code = CodeOfCharacter(characters[i]);
         if (code)
-            PutByte(run, code, i);
+            PutCode(run, code, i);
         else if (characters[i] != kZeroWidthSpace)
             break;
     }
-    run->single[run->count] = 0;
+    run->codes[run->count] = 0;
     return i;
 }
 
@@ -119,11 +124,11 @@ static DWORD ReadUtf8Run(const RunText *text, DWORD start, RunBytes *run)
     for (; i < text->length && run->count < run->room; i += kLaoBytes) {
         uint8_t code = CodeOfBytes(bytes + i, text->length - i);
         if (code)
-            PutByte(run, code, i);
+            PutCode(run, code, i);
         else if (!IsMarkAt(bytes + i, text->length - i))
             break;
     }
-    run->single[run->count] = 0;
+    run->codes[run->count] = 0;
     return i;
 }
 

@@ -1,5 +1,5 @@
 // The runs of Lao in a text that stays where it is, in both forms in which hosts have text: 16-bit
-// characters and UTF-8. A run comes as the internal code, a byte for each character, and each byte
+// characters and UTF-8. A run comes as the internal code, and each byte
 // knows its place in the text. U+200B inside of a run is passed over.
 #pragma once
 
@@ -8,10 +8,16 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "frame/companion.h"
+
+// A run, in blocks of the caller's.
 struct RunBytes {
-    uint8_t *single;  // the caller's, with one entry more than room, for the terminator
-    DWORD *places;    // of each byte in the text, the caller's; null: none are wanted
+    uint8_t *codes;  // one entry more than room, for the terminator
+    DWORD *starts;   // of each byte in the text
+    DWORD *lasts;    // of the last character that became a part of it
     size_t room, count;
+    const SignJoins
+        *joins;  // packs the run as it is read; null: it stays a byte for each character
 };
 
 // What a text is made of. Units are bytes or characters.

@@ -22,6 +22,7 @@ constexpr uint32_t kChunkMask = (1u << kLongestChunk) - LengthBit(kShortestChunk
 struct RunPosition {
     uint16_t candidates;  // lengths of chunks
     uint16_t words;       // those of them that are in a dictionary
+    uint16_t main, user;  // those that are in this one
     uint16_t score;
     uint8_t length;  // of the best chunk
 };
@@ -48,12 +49,13 @@ static inline uint32_t SyllablesWithin(ShortRunState *run, int position, int end
     return (fits.sure & within) | (fits.cancelled & (within >> 1));
 }
 
-static uint32_t WordsAt(const ShortRunState *run, int position)
+static inline uint32_t WordsAt(ShortRunState *run, int position)
 {
-    WordLengths words;
-    if (!FindWordLengths(reinterpret_cast<const char *>(run->text) + position, run->dictionaries,
-                         &words))
-        return 0;
+    WordLengths words = {};
+    FindWordLengths(reinterpret_cast<const char *>(run->text) + position, run->dictionaries,
+                    &words);
+    run->positions[position].main = uint16_t(words.main);
+    run->positions[position].user = uint16_t(words.user);
     return (words.main | words.old | words.user) & kChunkMask;
 }
 
@@ -189,23 +191,21 @@ static ShortRunState *StartRun(const uint8_t *text, int length, DWORD dictionari
 }
 
 // A word of several dictionaries counts as the user's, then as one of the main dictionary.
-static uint8_t KindOfWord(const ShortRunState *run, const RunChunk &chunk)
+static uint8_t KindOfWord(const RunPosition &position, uint32_t bit)
 {
-    WordLengths words = {};
-    uint32_t bit = LengthBit(chunk.length);
-    FindWordLengths(reinterpret_cast<const char *>(run->text) + chunk.start, run->dictionaries,
-                    &words);
-    return words.user & bit ? kUserWord : words.main & bit ? kMainWord : kOldWord;
+    return position.user & bit ? kUserWord : position.main & bit ? kMainWord : kOldWord;
 }
 
 int MarkShortRun(const uint8_t *text, int length, DWORD dictionaries, DWORD flags, RunChunk *chunks)
 {
     ShortRunState *run = StartRun(text, length, dictionaries);
     int count = DividePart(run, 0, length, flags & kBothBreaks, chunks);
-    for (int i = 0; i < count; ++i)
-        if (chunks[i].kind == kSyllable &&
-            run->positions[chunks[i].start].words & LengthBit(chunks[i].length))
-            chunks[i].kind = KindOfWord(run, chunks[i]);
+    for (int i = 0; i < count; ++i) {
+        const RunPosition &position = run->positions[chunks[i].start];
+        uint32_t bit = LengthBit(chunks[i].length);
+        if (chunks[i].kind == kSyllable && position.words & bit)
+            chunks[i].kind = KindOfWord(position, bit);
+    }
     return count;
 }
 

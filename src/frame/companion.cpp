@@ -28,7 +28,9 @@ struct Companion {
     void(WINAPI *findWordLengths)(const char *, DWORD, WordLengths *);  // optional
     DWORD(WINAPI *addWords)(const char *const *, int *, DWORD);         // optional
     DWORD(WINAPI *dictionariesRevision)();                              // optional
-    uint16_t joined[128][128];  // of two signs from 128 on, what JoinSigns has got: kIsAsked and it
+    DWORD(WINAPI *joinLaoSigns)(DWORD, DWORD);                          // optional
+    bool hasJoins;                                                      // the next field is made
+    SignJoins joins;
 };
 static Companion gCompanion;
 
@@ -85,6 +87,7 @@ int BindCompanion()
     FindEntry(module, {"FindWordLengths", &gCompanion.findWordLengths});
     FindEntry(module, {"AddWords", &gCompanion.addWords});
     FindEntry(module, {"DictionariesRevision", &gCompanion.dictionariesRevision});
+    FindEntry(module, {"JoinLaoSigns", &gCompanion.joinLaoSigns});
     return 1;
 }
 
@@ -153,19 +156,39 @@ void WINAPI PackLao(char *text)
         gCompanion.packLao(text);
 }
 
-// The companion is asked once about each pair, and when another one is bound.
-uint8_t JoinSigns(uint8_t first, uint8_t second)
+// Signs that join get numbers, each in the order in which it is met. False where they are too many.
+static bool PutJoin(SignJoins *joins, int *rows, int *columns, int first, int second)
 {
-    constexpr uint16_t kIsAsked = 0x100;
-    if (first < 128 || second < 128)
-        return 0;
-    uint16_t *joined = &gCompanion.joined[first - 128][second - 128];
-    if (!*joined) {
-        char pair[] = {char(first), char(second), 0};
-        PackLao(pair);
-        *joined = uint16_t(kIsAsked | (pair[1] ? 0 : uint8_t(pair[0])));
-    }
-    return uint8_t(*joined);
+    uint8_t *row = &joins->row[first], *column = &joins->column[second];
+    DWORD joined = gCompanion.joinLaoSigns(DWORD(first), DWORD(second));
+    if (!joined)
+        return true;
+    *row = *row ? *row : uint8_t(++*rows);
+    *column = *column ? *column : uint8_t(++*columns);
+    if (*row >= kMostJoining || *column >= kMostJoining)
+        return false;
+    joins->joined[*row][*column] = uint8_t(joined);
+    return true;
+}
+
+static bool MakeJoins(SignJoins *joins)
+{
+    int rows = 0, columns = 0;
+    for (int first = 128; first < 256; ++first)
+        for (int second = 128; second < 256; ++second)
+            if (!PutJoin(joins, &rows, &columns, first, second))
+                return false;
+    return true;
+}
+
+const SignJoins *JoiningSigns()
+{
+    if (!gCompanion.joinLaoSigns)
+        return nullptr;
+    if (!gCompanion.hasJoins && !MakeJoins(&gCompanion.joins))
+        gCompanion.joinLaoSigns = nullptr;
+    gCompanion.hasJoins = gCompanion.joinLaoSigns;
+    return gCompanion.hasJoins ? &gCompanion.joins : nullptr;
 }
 
 int FontCodeData(int code, FontCodeRecord *record)
