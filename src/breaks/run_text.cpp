@@ -33,16 +33,38 @@ constexpr bool HasNoLao(const uint8_t *codes, size_t count)
 static_assert(HasNoLao(kUnicodePunctuationTable, std::size(kUnicodePunctuationTable)));
 static_assert(!IsLaoByte(kRealHyphen));
 
-static void PutCode(RunBytes *run, uint8_t code, DWORD place)
+constexpr SignJoins kNoJoins = {};
+
+// A run as it is read: a record of its own, so that the compiler keeps it at hand. The number of the
+// last sign is kept, since to read it back out of the run would cost more than all the rest.
+struct RunEnd {
+    RunBytes run;
+    const SignJoins *joins;
+    uint8_t row;  // of the last code
+};
+
+static RunEnd StartRun(const RunBytes &run)
 {
-    const SignJoins *joins = run->joins;
-    uint8_t last = run->count ? run->codes[run->count - 1] : 0;
-    uint8_t joined = joins ? joins->joined[joins->row[last]][joins->column[code]] : 0;
-    run->count -= joined != 0;
-    run->codes[run->count] = joined ? joined : code;
+    return {run, run.joins ? run.joins : &kNoJoins, 0};
+}
+
+static inline void PutCode(RunEnd *end, uint8_t code, DWORD place)
+{
+    uint8_t joined = end->joins->joined[end->row][end->joins->column[code]];
+    size_t at = end->run.count - (joined != 0);
+    code = joined ? joined : code;
+    end->row = end->joins->row[code];
+    end->run.codes[at] = code;
     if (!joined)
-        run->starts[run->count] = place;
-    run->lasts[run->count++] = place;
+        end->run.starts[at] = place;
+    end->run.lasts[at] = place;
+    end->run.count = at + 1;
+}
+
+static void EndRun(const RunEnd &end, RunBytes *run)
+{
+    run->count = end.run.count;
+    run->codes[run->count] = 0;
 }
 
 // ---- 16-bit characters ----
@@ -64,15 +86,16 @@ static DWORD FindInCharacters(const RunText *text, DWORD start)
 static DWORD ReadCharacters(const RunText *text, DWORD start, RunBytes *run)
 {
     const WCHAR *characters = static_cast<const WCHAR *>(text->units);
+    RunEnd made = StartRun(*run);
     DWORD i = start;
-    for (; i < text->length && run->count < run->room; ++i) {
+    for (; i < text->length && made.run.count < made.run.room; ++i) {
         uint8_t code = CodeOfCharacter(characters[i]);
         if (code)
-            PutCode(run, code, i);
+            PutCode(&made, code, i);
         else if (characters[i] != kZeroWidthSpace)
             break;
     }
-    run->codes[run->count] = 0;
+    EndRun(made, run);
     return i;
 }
 
@@ -120,15 +143,16 @@ static DWORD FindInUtf8(const RunText *text, DWORD start)
 static DWORD ReadUtf8Run(const RunText *text, DWORD start, RunBytes *run)
 {
     const char *bytes = static_cast<const char *>(text->units);
+    RunEnd made = StartRun(*run);
     DWORD i = start;
-    for (; i < text->length && run->count < run->room; i += kLaoBytes) {
+    for (; i < text->length && made.run.count < made.run.room; i += kLaoBytes) {
         uint8_t code = CodeOfBytes(bytes + i, text->length - i);
         if (code)
-            PutCode(run, code, i);
+            PutCode(&made, code, i);
         else if (!IsMarkAt(bytes + i, text->length - i))
             break;
     }
-    run->codes[run->count] = 0;
+    EndRun(made, run);
     return i;
 }
 
