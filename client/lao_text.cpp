@@ -62,6 +62,7 @@ static void AppendUpTo(CleanPlace *place, size_t to, std::string *output)
 void AppendMarked(const LaoText &text, std::string_view mark, std::string *output)
 {
     CleanPlace place = {text.source, 0, FindOldBreak(text.source, 0)};
+    output->reserve(output->size() + text.source.size() + text.chunks.size() * mark.size());
     for (const LaoChunk &chunk : text.chunks) {
         if (!chunk.hasBreak)
             continue;
