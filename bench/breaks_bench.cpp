@@ -15,11 +15,15 @@ constexpr DWORD kInsertBoth = kInsertBreaks | kBothBreaks;
 // The internal code of a text, a blank for each stretch that isn't Lao.
 static std::string CodeOfText(const std::string &text)
 {
-    LaoText lao;
+    std::vector<WCHAR> characters;
     TextFont();  // starts the library
-    DivideLaoText(text, 0, &lao);
-    std::string code(lao.characters.size(), ' ');
-    UnicodeToLao(lao.characters.data(), code.data(), DWORD(code.size() + 1), -1);
+    for (size_t i = 0; i < text.size(); i += CharacterSize(std::string_view(text).substr(i))) {
+        bool isLao = IsLaoAt(&text[i], text.size() - i);
+        if (isLao || characters.empty() || characters.back() != ' ')
+            characters.push_back(isLao ? WCHAR(LaoAt(&text[i])) : WCHAR(' '));
+    }
+    std::string code(characters.size(), ' ');
+    UnicodeToLao(characters.data(), code.data(), DWORD(code.size() + 1), -1);
     code.resize(strlen(code.c_str()));
     return code;
 }
@@ -55,7 +59,7 @@ static void WrapRoad(benchmark::State &state, const std::string &text)
             size_t size = left.size() > 65536 ? left.rfind('\n', 65536) + 1 : left.size();
             output.clear();
             DivideLaoText(left.substr(0, size), kInsertBoth, &lao);
-            AppendMarked(left.substr(0, size), lao, kZeroWidthSpace, &output);
+            AppendMarked(lao, kZeroWidthSpace, &output);
             benchmark::DoNotOptimize(output.data());
             left.remove_prefix(size);
         }

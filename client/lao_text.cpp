@@ -1,92 +1,82 @@
-// The road of a text to its chunks. A stretch of anything but Lao is handed over as one blank,
-// which ends a run as the stretch itself would, so that no byte that isn't Lao acts on the library.
+// The library finds the chunks in the text itself; here the text is put together again, with new
+// breaks and without old ones.
 #include "lao_text.h"
 
 #include <algorithm>
 
 #include "utf8.h"
 
-constexpr WCHAR kForeign = ' ';
-
-// A break that holds the halves of a broken character apart stays: without it they would become
-// another one.
-static bool IsOldBreakAt(std::string_view text)
-{
-    return text.starts_with(kZeroWidthSpace) &&
-           (text.size() == kZeroWidthSpace.size() || !IsContinuation(text[kZeroWidthSpace.size()]));
-}
-
-static void AddCharacter(LaoText *text, WCHAR character, size_t start)
-{
-    text->characters.push_back(character);
-    text->starts.push_back(start);
-}
-
-static void ListCharacters(std::string_view source, LaoText *text)
-{
-    text->characters.clear();
-    text->starts.clear();
-    text->oldBreaks.clear();
-    for (size_t i = 0; i < source.size();) {
-        if (IsLaoAt(source.data() + i, source.size() - i)) {
-            AddCharacter(text, WCHAR(LaoAt(source.data() + i)), i);
-            i += 3;
-        } else if (source[i] == kZeroWidthSpace[0] && IsOldBreakAt(source.substr(i))) {
-            text->oldBreaks.push_back(i);
-            AddCharacter(text, kBreakSign, i);
-            i += kZeroWidthSpace.size();
-        } else {
-            if (text->characters.empty() || text->characters.back() != kForeign)
-                AddCharacter(text, kForeign, i);
-            ++i;
-        }
-    }
-    text->starts.push_back(source.size());
-}
+// Bytes of a text for each of its chunks, as a rule; where there are more chunks, it is divided
+// again.
+constexpr size_t kChunkSize = 8;
 
 bool DivideLaoText(std::string_view source, DWORD flags, LaoText *text)
 {
-    ListCharacters(source, text);
-    DWORD count = DWORD(text->characters.size());
-    text->chunks.resize(count);
-    int chunks = DivideText(text->characters.data(), count, text->chunks.data(), count, flags);
-    text->chunks.resize(size_t(std::max(chunks, 0)));
-    return chunks >= 0 || count == 0;
-}
-
-// Appends the bytes of the text from one place to another without the old breaks among them, of
-// which *old is the first.
-static void AppendClean(std::string_view source, const LaoText &text, size_t from, size_t to,
-                        size_t *old, std::string *output)
-{
-    for (; *old < text.oldBreaks.size() && text.oldBreaks[*old] < to; ++*old) {
-        *output += source.substr(from, text.oldBreaks[*old] - from);
-        from = text.oldBreaks[*old] + kZeroWidthSpace.size();
+    std::vector<LaoChunk> *block = &text->block;
+    block->resize(std::max(block->size(), source.size() / kChunkSize + 1));
+    auto divide = [&] {
+        return DivideUtf8(source.data(), DWORD(source.size()), block->data(), DWORD(block->size()),
+                          flags);
+    };
+    int count = source.empty() ? 0 : divide();
+    if (count > 0 && size_t(count) > block->size()) {
+        block->resize(size_t(count));
+        count = divide();
     }
-    *output += source.substr(from, to - from);
+    text->source = source;
+    text->chunks = {block->data(), size_t(std::max(count, 0))};
+    return count >= 0;
 }
 
-void AppendMarked(std::string_view source, const LaoText &text, std::string_view mark,
-                  std::string *output)
+// The next old break from a place on, or the text's end. A break that holds the halves of a broken
+// character apart stays: without it they would become another one.
+static size_t FindOldBreak(std::string_view source, size_t from)
 {
-    size_t written = 0, old = 0;
+    for (size_t at = source.find(kZeroWidthSpace, from); at != source.npos;
+         at = source.find(kZeroWidthSpace, at + 1)) {
+        size_t behind = at + kZeroWidthSpace.size();
+        if (behind == source.size() || !IsContinuation(source[behind]))
+            return at;
+    }
+    return source.size();
+}
+
+// A place in a text that is written from its start to its end, without its old breaks.
+struct CleanPlace {
+    std::string_view source;
+    size_t written;   // bytes of it that have gone out, or were left out
+    size_t oldBreak;  // the next one, or the end
+};
+
+static void AppendUpTo(CleanPlace *place, size_t to, std::string *output)
+{
+    while (place->oldBreak < to) {
+        output->append(place->source, place->written, place->oldBreak - place->written);
+        place->written = place->oldBreak + kZeroWidthSpace.size();
+        place->oldBreak = FindOldBreak(place->source, place->written);
+    }
+    output->append(place->source, place->written, to - place->written);
+    place->written = to;
+}
+
+void AppendMarked(const LaoText &text, std::string_view mark, std::string *output)
+{
+    CleanPlace place = {text.source, 0, FindOldBreak(text.source, 0)};
+    output->reserve(output->size() + text.source.size() + text.chunks.size() * mark.size());
     for (const LaoChunk &chunk : text.chunks) {
         if (!chunk.hasBreak)
             continue;
-        size_t start = text.starts[chunk.start];
-        AppendClean(source, text, written, start, &old, output);
+        AppendUpTo(&place, chunk.start, output);
         *output += mark;
-        written = start;
     }
-    AppendClean(source, text, written, source.size(), &old, output);
+    AppendUpTo(&place, text.source.size(), output);
 }
 
-std::string ChunkText(std::string_view source, const LaoText &text, const LaoChunk &chunk)
+std::string CleanText(const LaoText &text, size_t from, size_t to)
 {
-    size_t start = text.starts[chunk.start];
-    auto first = std::lower_bound(text.oldBreaks.begin(), text.oldBreaks.end(), start);
-    size_t old = size_t(first - text.oldBreaks.begin());
     std::string clean;
-    AppendClean(source, text, start, text.starts[chunk.end], &old, &clean);
+    CleanPlace place = {text.source.substr(0, to), from, 0};
+    place.oldBreak = FindOldBreak(place.source, from);
+    AppendUpTo(&place, to, &clean);
     return clean;
 }

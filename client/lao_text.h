@@ -1,31 +1,32 @@
-// UTF-8 text and the chunks of its Lao. The library divides 16-bit characters; here stands where
-// each of them came from, so that marks and messages point into the text as it came and every byte
+// UTF-8 text and the chunks of its Lao. Chunks point into the text as it came, so that every byte
 // of it can be written again.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "orvel.h"
 
-constexpr WCHAR kBreakSign = 0x200B;  // an old break among the characters
-
-// A divided text; it doesn't hold the text itself. A record can serve text after text.
+// A divided text. A record can serve text after text.
 struct LaoText {
-    std::vector<WCHAR> characters;  // one for each of Lao, one blank for each stretch of others
-    std::vector<size_t> starts;     // of each character in the text, in bytes, and the text's end
-    std::vector<size_t> oldBreaks;  // where in the text a break mark (U+200B) stands that is one
-    std::vector<LaoChunk> chunks;   // their places count in characters
+    std::string_view source;           // the caller's
+    std::span<const LaoChunk> chunks;  // of the block; their places are in bytes of the source
+    std::vector<LaoChunk> block;
 };
 
-// Divides a text (flags as of DivideText). False without memory; the library has shown it then.
+// Divides a text, which has to stay as long as it is asked about (flags as of DivideText). False
+// without memory; the library has shown it then.
 bool DivideLaoText(std::string_view source, DWORD flags, LaoText *text);
 
-// Appends the text that was divided, without its old breaks and with a mark in front of each chunk
-// that has a break.
-void AppendMarked(std::string_view source, const LaoText &text, std::string_view mark,
-                  std::string *output);
+// Appends the text without its old breaks and with a mark in front of each chunk that has a break.
+void AppendMarked(const LaoText &text, std::string_view mark, std::string *output);
 
-// The bytes of a chunk without old breaks.
-std::string ChunkText(std::string_view source, const LaoText &text, const LaoChunk &chunk);
+// The bytes of the text from one place to another without old breaks.
+std::string CleanText(const LaoText &text, size_t from, size_t to);
+
+inline std::string ChunkText(const LaoText &text, const LaoChunk &chunk)
+{
+    return CleanText(text, chunk.start, chunk.end);
+}

@@ -13,6 +13,7 @@
 constexpr DWORD kInsertBoth = kInsertBreaks | kBothBreaks;
 constexpr size_t kNeighbours = 2;  // chunks on each side that are divided anew
 constexpr size_t kMostSigns = 64;  // of the stretch with its neighbours
+constexpr size_t kSignSize = 3;    // bytes of UTF-8
 
 // Kinds of slips, the commonest first.
 enum SlipKind : int { kVowelSlip, kToneSlip, kOrderSlip, kAmSlip, kLookAlikeSlip, kOtherSlip };
@@ -220,16 +221,16 @@ static size_t ChunkBehind(const LaoText &text, size_t chunk, size_t steps)
 static Signs SignsOf(const LaoText &text, size_t first, size_t last)
 {
     Signs signs;
-    for (size_t i = text.chunks[first].start; i < text.chunks[last].end; ++i)
-        if (text.characters[i] != kBreakSign)
-            signs += char16_t(text.characters[i]);
+    std::string clean = CleanText(text, text.chunks[first].start, text.chunks[last].end);
+    for (size_t i = 0; i < clean.size(); i += kSignSize)
+        signs += LaoAt(clean.data() + i);
     return signs;
 }
 
 std::vector<std::string> SuggestWords(const LaoText &text, size_t bad)
 {
     size_t first = ChunkBefore(text, bad, kNeighbours), last = ChunkBehind(text, bad, kNeighbours);
-    if (text.chunks[last].end - text.chunks[first].start > kMostSigns)
+    if (text.chunks[last].end - text.chunks[first].start > kSignSize * kMostSigns)
         return {};
     Signs signs = SignsOf(text, first, last);
     size_t before = ChunkBefore(text, bad, 1), behind = ChunkBehind(text, bad, 1);

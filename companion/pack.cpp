@@ -74,6 +74,11 @@ static inline bool MayJoin(uint8_t first, uint8_t second)
     return kJoins.roles[first] << 1 & kJoins.roles[second] & kJoinsAsSecond;
 }
 
+DWORD WINAPI JoinLaoSigns(DWORD first, DWORD second)
+{
+    return first < 256 && second < 256 ? JoinSigns(uint8_t(first), uint8_t(second)) : 0;
+}
+
 void WINAPI PackLao(char *text)
 {
     if (!text || !*text)

@@ -10,7 +10,7 @@ static std::string Mark(std::string_view source, DWORD flags, std::string_view m
     LaoText text;
     std::string output;
     Require(DivideLaoText(source, flags, &text), "every text can be divided");
-    AppendMarked(source, text, mark, &output);
+    AppendMarked(text, mark, &output);
     return output;
 }
 

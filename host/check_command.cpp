@@ -48,24 +48,22 @@ static std::string DescribeOldWord(const CodeTable &codes, const std::string &wo
 }
 
 // The chunk between its neighbours, so that a person sees the word; a mark where the run goes on.
-static std::string Surroundings(std::string_view source, const LaoText &text, size_t number)
+static std::string Surroundings(const LaoText &text, size_t number)
 {
-    const std::vector<LaoChunk> &chunks = text.chunks;
+    std::span<const LaoChunk> chunks = text.chunks;
     auto isJoined = [&](size_t i) { return i < chunks.size() && chunks[i].hasBreak; };
-    std::string around = ChunkText(source, text, chunks[number]);
+    std::string around = ChunkText(text, chunks[number]);
     if (isJoined(number))
-        around = (isJoined(number - 1) ? "…" : "") + ChunkText(source, text, chunks[number - 1]) +
-                 around;
+        around = (isJoined(number - 1) ? "…" : "") + ChunkText(text, chunks[number - 1]) + around;
     if (isJoined(number + 1))
-        around += ChunkText(source, text, chunks[number + 1]) + (isJoined(number + 2) ? "…" : "");
+        around += ChunkText(text, chunks[number + 1]) + (isJoined(number + 2) ? "…" : "");
     return around;
 }
 
-static std::string DescribeBadStretch(std::string_view source, const LaoText &text, size_t number,
-                                      bool isHelped)
+static std::string DescribeBadStretch(const LaoText &text, size_t number, bool isHelped)
 {
-    std::string bad = ChunkText(source, text, text.chunks[number]);
-    std::string around = Surroundings(source, text, number), line = "bad spelling: " + bad;
+    std::string bad = ChunkText(text, text.chunks[number]);
+    std::string around = Surroundings(text, number), line = "bad spelling: " + bad;
     if (around != bad)
         line += " in " + around;
     const char *lead = "; perhaps ";
@@ -83,21 +81,21 @@ struct CheckSettings {
     CodeTable codes;
 };
 
-static int ReportChunks(const CheckSettings &settings, std::string_view source, const LaoText &text,
-                        LinePlace place, std::string *output)
+static int ReportChunks(const CheckSettings &settings, const LaoText &text, LinePlace place,
+                        std::string *output)
 {
     int status = kDone;
     for (size_t i = 0; i < text.chunks.size(); ++i) {
         const LaoChunk &chunk = text.chunks[i];
         if (chunk.kind != kBadStretch && chunk.kind != kOldWord)
             continue;
-        Advance(&place, source, text.starts[chunk.start]);
-        *output += gPlace.file + ":" + std::to_string(place.line) + ":" +
-                   std::to_string(place.column) + ": " +
-                   (chunk.kind == kBadStretch
-                        ? DescribeBadStretch(source, text, i, settings.isHelped)
-                        : DescribeOldWord(settings.codes, ChunkText(source, text, chunk))) +
-                   "\n";
+        Advance(&place, text.source, chunk.start);
+        *output +=
+            gPlace.file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) +
+            ": " +
+            (chunk.kind == kBadStretch ? DescribeBadStretch(text, i, settings.isHelped)
+                                       : DescribeOldWord(settings.codes, ChunkText(text, chunk))) +
+            "\n";
         status = kNotDone;
     }
     return status;
@@ -115,7 +113,7 @@ static int RunCheck(CheckSettings *settings)
         std::string_view source = WithoutByteOrderMark(part);
         if (!DivideLaoText(source, kInsertBoth, &text))
             return int(kNotDone);
-        return ReportChunks(*settings, source, text, {part.line, part.column, 0}, output);
+        return ReportChunks(*settings, text, {part.line, part.column, 0}, output);
     });
 }
 

@@ -33,7 +33,7 @@ static int RunWrap(const WrapSettings &settings)
     }
     return ProcessParts(settings.files, [&](const TextPart &part, std::string *output) {
         if (DivideLaoText(part.text, flags, &text)) {
-            AppendMarked(part.text, text, settings.mark, output);
+            AppendMarked(text, settings.mark, output);
             return kDone;
         }
         *output += part.text;  // what the library could not divide goes out as it came

@@ -155,6 +155,11 @@ typedef struct LaoChunk {
  * Initialize, without memory or for a null pointer. */
 int WINAPI DivideText(const WCHAR *text, DWORD length, LaoChunk *chunks, DWORD room, DWORD flags);
 
+/* The same for `length` bytes of UTF-8: the places of the chunks are in bytes, and `length` / 3 of
+ * them are always enough. Bytes that are no UTF-8 end a run; so does a U+200B with half a character
+ * behind it, which without that would become another one. */
+int WINAPI DivideUtf8(const char *text, DWORD length, LaoChunk *chunks, DWORD room, DWORD flags);
+
 /* The byte that stands for an invisible break in text of the font's code; 0 for an unknown font. */
 int WINAPI GetBreakChar(const char *font);
 

@@ -13,6 +13,7 @@
 #include <cstring>
 
 #include "breaks/lengths.h"
+#include "orvel.h"
 #include "text/lao_code.h"
 
 constexpr uint32_t kChunkMask = (1u << kLongestChunk) - LengthBit(kShortestChunk);
@@ -21,6 +22,7 @@ constexpr uint32_t kChunkMask = (1u << kLongestChunk) - LengthBit(kShortestChunk
 struct RunPosition {
     uint16_t candidates;  // lengths of chunks
     uint16_t words;       // those of them that are in a dictionary
+    uint16_t main, user;  // those that are in this one
     uint16_t score;
     uint8_t length;  // of the best chunk
 };
@@ -47,26 +49,27 @@ static inline uint32_t SyllablesWithin(ShortRunState *run, int position, int end
     return (fits.sure & within) | (fits.cancelled & (within >> 1));
 }
 
-static uint32_t WordsAt(const ShortRunState *run, int position)
+static inline uint32_t WordsAt(ShortRunState *run, int position)
 {
-    WordLengths words;
-    if (!FindWordLengths(reinterpret_cast<const char *>(run->text) + position, run->dictionaries,
-                         &words))
-        return 0;
+    WordLengths words = {};
+    FindWordLengths(reinterpret_cast<const char *>(run->text) + position, run->dictionaries,
+                    &words);
+    run->positions[position].main = uint16_t(words.main);
+    run->positions[position].user = uint16_t(words.user);
     return (words.main | words.old | words.user) & kChunkMask;
 }
 
 // A word that reaches to the end is worth more than any division of what is left, and so is a
 // syllable where only syllables count: the square of a sum is more than the sum of the squares. A
 // lead vowel belongs to the consonant behind it: nothing starts there.
-static inline uint32_t ListCandidates(ShortRunState *run, int position, int end, bool byWords)
+static inline uint32_t ListCandidates(ShortRunState *run, int position, int end, DWORD by)
 {
     int left = end - position;
     uint32_t whole = left >= kShortestChunk && left <= kLongestChunk ? LengthBit(left) : 0;
-    uint32_t words = byWords ? WordsAt(run, position) : 0, all = words;
+    uint32_t words = by & kWordBreaks ? WordsAt(run, position) : 0, all = words;
     if (!(words & whole)) {
-        all |= SyllablesWithin(run, position, end);
-        whole = byWords ? 0 : all & whole;
+        all |= by & kSyllableBreaks ? SyllablesWithin(run, position, end) : 0;
+        whole = by & kWordBreaks ? 0 : all & whole;
     }
     run->positions[position].words = uint16_t(words);
     return whole ? whole : all;
@@ -74,7 +77,7 @@ static inline uint32_t ListCandidates(ShortRunState *run, int position, int end,
 
 // Lists positions that are reached from the start, or all, and the candidates of each; the number
 // of positions.
-static inline int ListForward(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
+static inline int ListForward(ShortRunState *run, int start, int end, DWORD by, bool takesAll)
 {
     int count = 0;
     uint32_t ahead = 1;  // bit n stands for the position n bytes ahead
@@ -84,7 +87,7 @@ static inline int ListForward(ShortRunState *run, int start, int end, bool byWor
         if (i >= end)
             break;
         bool isFree = i == start || !IsLeadVowel(run->text[i - 1]);
-        uint32_t candidates = isFree ? ListCandidates(run, i, end, byWords) : 0;
+        uint32_t candidates = isFree ? ListCandidates(run, i, end, by) : 0;
         run->positions[i].candidates = uint16_t(candidates);
         run->reached[count++] = &run->positions[i];
         ahead = ahead >> skipped >> 1 | candidates | (takesAll ? 1 : 0);
@@ -109,21 +112,22 @@ static inline void ScorePosition(RunPosition *position)
     position->length = uint8_t(bestLength);
 }
 
-static inline void ScorePart(ShortRunState *run, int start, int end, bool byWords, bool takesAll)
+static inline void ScorePart(ShortRunState *run, int start, int end, DWORD by, bool takesAll)
 {
-    int count = ListForward(run, start, end, byWords, takesAll);
+    int count = ListForward(run, start, end, by, takesAll);
     run->positions[end].score = 1;
     while (count--)
         ScorePosition(run->reached[count]);
 }
 
-// Two versions, which the compiler makes of one.
-static void ScoreReached(ShortRunState *run, int start, int end, bool byWords)
+// Three versions, which the compiler makes of one.
+static void ScoreReached(ShortRunState *run, int start, int end, DWORD by)
 {
-    if (byWords)
-        ScorePart(run, start, end, true, false);
-    else
-        ScorePart(run, start, end, false, false);
+    switch (by) {
+    case kBothBreaks: ScorePart(run, start, end, kBothBreaks, false); break;
+    case kWordBreaks: ScorePart(run, start, end, kWordBreaks, false); break;
+    default: ScorePart(run, start, end, kSyllableBreaks, false); break;
+    }
 }
 
 static uint8_t BadStretchLength(const ShortRunState *run, int position, int end)
@@ -135,20 +139,20 @@ static uint8_t BadStretchLength(const ShortRunState *run, int position, int end)
 }
 
 // Follows the best chunks from start to end; the number of chunks.
-static int DividePart(ShortRunState *run, int start, int end, bool byWords, RunChunk *chunks)
+static int DividePart(ShortRunState *run, int start, int end, DWORD by, RunChunk *chunks)
 {
     bool isComplete = false;
     int count = 0;
-    ScoreReached(run, start, end, byWords);
+    ScoreReached(run, start, end, by);
     for (int i = start; i < end; i += chunks[count++].length) {
         const RunPosition *position = &run->positions[i];
         if (!position->score && !isComplete) {
-            ScorePart(run, start, end, byWords, true);
+            ScorePart(run, start, end, by, true);
             isComplete = true;
         }
         uint8_t length = position->score ? position->length : BadStretchLength(run, i, end);
         assert(length > 0 && length <= end - i);
-        chunks[count] = {uint8_t(i), length, false};
+        chunks[count] = {uint8_t(i), length, false, position->score ? kSyllable : kBadStretch};
     }
     return count;
 }
@@ -160,34 +164,59 @@ static int DivideChunk(ShortRunState *run, const RunChunk &chunk, RunChunk *chun
     bool isSyllable =
         length <= kLongestSyllable && SyllablesWithin(run, start, end) & LengthBit(length);
     if (length < kShortestChunk || isSyllable) {
-        chunks[0] = {chunk.start, chunk.length, true};
+        chunks[0] = {chunk.start, chunk.length, true, chunk.kind};
         return 1;
     }
-    int count = DividePart(run, start, end, false, chunks);
+    int count = DividePart(run, start, end, kSyllableBreaks, chunks);
     chunks[0].startsWord = true;
     return count;
 }
 
 static int DivideBySyllables(ShortRunState *run, int length, RunChunk *chunks)
 {
-    int count = DividePart(run, 0, length, false, chunks);
+    int count = DividePart(run, 0, length, kSyllableBreaks, chunks);
     for (int i = 0; i < count; ++i)
         chunks[i].startsWord = true;
+    return count;
+}
+
+static ShortRunState *StartRun(const uint8_t *text, int length, DWORD dictionaries)
+{
+    assert(length > 0 && length <= kLongestShortRun);
+    ShortRunState *run = &gShortRun;
+    run->text = text;
+    run->dictionaries = dictionaries;
+    memset(run->hasFits, 0, size_t(length));
+    return run;
+}
+
+// A word of several dictionaries counts as the user's, then as one of the main dictionary.
+static uint8_t KindOfWord(const RunPosition &position, uint32_t bit)
+{
+    return position.user & bit ? kUserWord : position.main & bit ? kMainWord : kOldWord;
+}
+
+int MarkShortRun(const uint8_t *text, int length, DWORD dictionaries, DWORD flags, RunChunk *chunks)
+{
+    ShortRunState *run = StartRun(text, length, dictionaries);
+    int count = DividePart(run, 0, length, flags & kBothBreaks, chunks);
+    for (int i = 0; i < count; ++i) {
+        const RunPosition &position = run->positions[chunks[i].start];
+        uint32_t bit = LengthBit(chunks[i].length);
+        if (chunks[i].kind == kSyllable && position.words & bit)
+            chunks[i].kind = KindOfWord(position, bit);
+    }
     return count;
 }
 
 int DivideShortRun(const uint8_t *text, int length, DWORD dictionaries, bool byWords,
                    RunChunk *chunks)
 {
-    assert(length > 0 && length <= kLongestShortRun);
-    ShortRunState *run = &gShortRun;
+    ShortRunState *run = StartRun(text, length, dictionaries);
     RunChunk words[kLongestShortRun];
-    run->text = text;
-    run->dictionaries = dictionaries;
-    memset(run->hasFits, 0, size_t(length));
     if (!byWords)
         return DivideBySyllables(run, length, chunks);
-    int wordCount = DividePart(run, 0, length, true, words), count = 0;
+    int wordCount = DividePart(run, 0, length, kBothBreaks, words), count = 0;
     for (int i = 0; i < wordCount; ++i)
         count += DivideChunk(run, words[i], chunks + count);
     return count;

@@ -1,6 +1,5 @@
-// Short runs of Lao divided at once by words and, inside of these, by syllables: the chunks that
-// two calls of WrapText would mark. For the key tables, which divide names and words by the million
-// and need no more than where the chunks begin.
+// Short runs of Lao divided quickly: the chunks that MarkBreakPoints finds, and, for the key
+// tables, those of two calls of WrapText, by words and inside of these by syllables.
 #pragma once
 
 #include <windows.h>
@@ -12,11 +11,16 @@ enum { kLongestShortRun = 255 };
 
 struct RunChunk {
     uint8_t start, length;
-    bool startsWord;  // a boundary of words, or the start of the run
+    bool startsWord;  // a boundary of words, or the start of the run; for key tables
+    uint8_t kind;     // kSyllable to kBadStretch; words are told from syllables by MarkShortRun
 };
 
 // Divides run, length bytes of Lao with something else behind them, into at most length chunks; the
-// number of them. dictionaries: those to divide by, which have to be loaded. Not byWords: by
-// syllables alone, and each of them counts as a word. The companion must answer FindWordLengths.
+// number of them. dictionaries: those to divide by, which have to be loaded; flags as of
+// MarkBreakPoints. The companion must answer FindWordLengths.
+int MarkShortRun(const uint8_t *run, int length, DWORD dictionaries, DWORD flags, RunChunk *chunks);
+
+// The same by words and, inside of these, by syllables. Not byWords: by syllables alone, and each
+// of them counts as a word.
 int DivideShortRun(const uint8_t *run, int length, DWORD dictionaries, bool byWords,
                    RunChunk *chunks);

@@ -28,6 +28,9 @@ struct Companion {
     void(WINAPI *findWordLengths)(const char *, DWORD, WordLengths *);  // optional
     DWORD(WINAPI *addWords)(const char *const *, int *, DWORD);         // optional
     DWORD(WINAPI *dictionariesRevision)();                              // optional
+    DWORD(WINAPI *joinLaoSigns)(DWORD, DWORD);                          // optional
+    bool hasJoins;                                                      // the next field is made
+    SignJoins joins;
 };
 static Companion gCompanion;
 
@@ -84,6 +87,7 @@ int BindCompanion()
     FindEntry(module, {"FindWordLengths", &gCompanion.findWordLengths});
     FindEntry(module, {"AddWords", &gCompanion.addWords});
     FindEntry(module, {"DictionariesRevision", &gCompanion.dictionariesRevision});
+    FindEntry(module, {"JoinLaoSigns", &gCompanion.joinLaoSigns});
     return 1;
 }
 
@@ -150,6 +154,41 @@ void WINAPI PackLao(char *text)
 {
     if (gCompanion.packLao)
         gCompanion.packLao(text);
+}
+
+// Signs that join get numbers, each in the order in which it is met. False where they are too many.
+static bool PutJoin(SignJoins *joins, int *rows, int *columns, int first, int second)
+{
+    uint8_t *row = &joins->row[first], *column = &joins->column[second];
+    DWORD joined = gCompanion.joinLaoSigns(DWORD(first), DWORD(second));
+    if (!joined)
+        return true;
+    *row = *row ? *row : uint8_t(++*rows);
+    *column = *column ? *column : uint8_t(++*columns);
+    if (*row >= kMostJoining || *column >= kMostJoining)
+        return false;
+    joins->joined[*row][*column] = uint8_t(joined);
+    return true;
+}
+
+static bool MakeJoins(SignJoins *joins)
+{
+    int rows = 0, columns = 0;
+    for (int first = 128; first < 256; ++first)
+        for (int second = 128; second < 256; ++second)
+            if (!PutJoin(joins, &rows, &columns, first, second))
+                return false;
+    return true;
+}
+
+const SignJoins *JoiningSigns()
+{
+    if (!gCompanion.joinLaoSigns)
+        return nullptr;
+    if (!gCompanion.hasJoins && !MakeJoins(&gCompanion.joins))
+        gCompanion.joinLaoSigns = nullptr;
+    gCompanion.hasJoins = gCompanion.joinLaoSigns;
+    return gCompanion.hasJoins ? &gCompanion.joins : nullptr;
 }
 
 int FontCodeData(int code, FontCodeRecord *record)

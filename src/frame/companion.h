@@ -42,6 +42,17 @@ int AddLaoSyllable(char *output, const char *start, const char *end);
 
 int UnloadDictionaries();
 
+// Which signs of the internal code PackLao joins: joined[row[a]][column[b]] is what it makes of the
+// last sign written, a, and the next one read, b; 0 when they stay apart.
+enum { kMostJoining = 16 };
+struct SignJoins {
+    uint8_t row[256], column[256];  // 0: joins with none
+    uint8_t joined[kMostJoining][kMostJoining];
+};
+
+// Null when this companion doesn't tell; PackLao is to be called then.
+const SignJoins *JoiningSigns();
+
 // Lengths at which words start at a position, a mask for each dictionary: the bit of value 2^(L-1)
 // for length L. A layout shared with the companion.
 struct WordLengths {
