@@ -49,6 +49,7 @@ constexpr uint8_t JoinSigns(uint8_t a, uint8_t b)
 }
 
 // Whether a sign joins with any at all, as the first or as the second of two: few do.
+constexpr int kFirstSign = 128;
 enum JoinRole : uint8_t { kJoinsAsFirst = 1, kJoinsAsSecond = 2 };
 
 struct JoinTable {
@@ -58,8 +59,8 @@ struct JoinTable {
 constexpr JoinTable BuildJoinTable()
 {
     JoinTable table = {};
-    for (int a = 0; a < 256; ++a)
-        for (int b = 0; b < 256; ++b)
+    for (int a = kFirstSign; a < 256; ++a)
+        for (int b = kFirstSign; b < 256; ++b)
             if (JoinSigns(uint8_t(a), uint8_t(b))) {
                 table.roles[a] |= kJoinsAsFirst;
                 table.roles[b] |= kJoinsAsSecond;

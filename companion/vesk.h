@@ -65,8 +65,8 @@ DWORD WINAPI RecodeString(char *text, DWORD size, LONG code);
    text never grows. A packed text packed again stays as it is. */
 void WINAPI PackLao(char *text);
 
-/* The one byte that PackLao makes of two, or 0. PackLao does nothing else: from the left to the right
-   it joins the last byte written and the next one read where this joins them. */
+/* The one byte that PackLao makes of two, or 0. PackLao does nothing else: from the left to the
+   right it joins the last byte written and the next one read where this joins them. */
 DWORD WINAPI JoinLaoSigns(DWORD first, DWORD second);
 
 /* ---- dictionaries ---- */

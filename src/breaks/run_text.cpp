@@ -35,8 +35,8 @@ static_assert(!IsLaoByte(kRealHyphen));
 
 constexpr SignJoins kNoJoins = {};
 
-// A run as it is read: a record of its own, so that the compiler keeps it at hand. The number of the
-// last sign is kept, since to read it back out of the run would cost more than all the rest.
+// A run as it is read: a record of its own, so that the compiler keeps it at hand. The number of
+// the last sign is kept, since to read it back out of the run would cost more than all the rest.
 struct RunEnd {
     RunBytes run;
     const SignJoins *joins;

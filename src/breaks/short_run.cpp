@@ -152,7 +152,8 @@ static int DividePart(ShortRunState *run, int start, int end, DWORD by, RunChunk
         }
         uint8_t length = position->score ? position->length : BadStretchLength(run, i, end);
         assert(length > 0 && length <= end - i);
-        chunks[count] = {uint8_t(i), length, false, position->score ? kSyllable : kBadStretch};
+        chunks[count] = {uint8_t(i), length, false,
+                         uint8_t(position->score ? kSyllable : kBadStretch)};
     }
     return count;
 }
