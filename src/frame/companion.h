@@ -4,6 +4,8 @@
 // ShowAbout) stand in orvel.h.
 #pragma once
 
+#include <cstdint>
+
 #include "frame/records.h"
 
 // Loads the module from the install folder and binds its operations: 1 bound, also when it was
