@@ -255,7 +255,7 @@ TEST_F(FastRoad, GivesTheSameForRunsOfEveryLength)
             run += DictionaryWords()[random() % DictionaryWords().size()];
         while (bad.size() < length)
             bad += TellingBytes(&random, 1);
-        for (std::string text : {run, bad})
+        for (const std::string &text : {run, bad})
             calls.push_back({"a " + text.substr(0, length) + ", b", nullptr, 65536});
     }
     ExpectSameRoads(calls, ResetSettings);
