@@ -203,8 +203,10 @@ int MarkShortRun(const uint8_t *text, int length, DWORD dictionaries, DWORD flag
     int count = DividePart(run, 0, length, flags & kBothBreaks, chunks);
     for (int i = 0; i < count; ++i) {
         const RunPosition &position = run->positions[chunks[i].start];
+        if (chunks[i].kind == kBadStretch)
+            continue;  // it may be of any length
         uint32_t bit = LengthBit(chunks[i].length);
-        if (chunks[i].kind == kSyllable && position.words & bit)
+        if (position.words & bit)
             chunks[i].kind = KindOfWord(position, bit);
     }
     return count;

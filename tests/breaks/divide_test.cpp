@@ -42,6 +42,30 @@ static std::vector<WCHAR> Mark(const std::vector<WCHAR> &characters,
     return marked;
 }
 
+// The same text as UTF-8: the same chunks, their places in bytes.
+static void ExpectSameOfUtf8(const std::vector<WCHAR> &characters, DWORD flags,
+                             const std::vector<LaoChunk> &wanted)
+{
+    std::string text;
+    std::vector<DWORD> starts;
+    for (WCHAR character : characters) {
+        starts.push_back(DWORD(text.size()));
+        char bytes[4];
+        text.append(bytes, size_t(WideCharToMultiByte(CP_UTF8, 0, &character, 1, bytes, 4, nullptr,
+                                                      nullptr)));
+    }
+    std::vector<LaoChunk> chunks(wanted.size());
+    ASSERT_EQ(
+        DivideUtf8(text.data(), DWORD(text.size()), chunks.data(), DWORD(chunks.size()), flags),
+        int(wanted.size()));
+    for (size_t i = 0; i < wanted.size(); ++i) {
+        EXPECT_EQ(chunks[i].start, starts[wanted[i].start]);
+        EXPECT_EQ(chunks[i].end, starts[wanted[i].end - 1] + 3);
+        EXPECT_EQ(chunks[i].kind, wanted[i].kind);
+        EXPECT_EQ(chunks[i].hasBreak, wanted[i].hasBreak);
+    }
+}
+
 static void ExpectAsWrapped(const std::vector<WCHAR> &characters, DWORD flags)
 {
     std::vector<LaoChunk> chunks(characters.size());
@@ -50,6 +74,7 @@ static void ExpectAsWrapped(const std::vector<WCHAR> &characters, DWORD flags)
     ASSERT_GE(count, 0);
     ASSERT_LE(size_t(count), chunks.size());
     chunks.resize(size_t(count));
+    ExpectSameOfUtf8(characters, flags, chunks);
     std::string code = CodeOf(characters), wrapped(2 * code.size() + 1, 0), kinds, found;
     std::vector<BYTE> side(wrapped.size());
     ASSERT_EQ(WrapLaoEx(code.c_str(), wrapped.data(), side.data(), DWORD(wrapped.size()),
@@ -86,6 +111,20 @@ TEST_F(Dividing, IsAsWrapping)
             ExpectAsWrapped(characters, kInsertBreaks | kBothBreaks);
             if (HasFailure())
                 FAIL() << file << ": " << line;
+        }
+}
+
+// Both roads, and the border between them: what is longer than a short run, and stretches of any
+// length that can't be divided.
+TEST_F(Dividing, IsAsWrappingInRunsOfAnyLength)
+{
+    for (const std::u16string piece :
+         {u"\u0e81\u0eb2", u"\u0ec9", u"\u0e81\u0ec9\u0ec9", u"\u0ecd\u0ec9\u0eb2"})
+        for (size_t length : {1, 2, 31, 33, 64, 126, 127, 254, 255, 256, 300, 900}) {
+            std::vector<WCHAR> characters;
+            while (characters.size() < length)
+                characters.insert(characters.end(), piece.begin(), piece.end());
+            ExpectAsWrapped(characters, kInsertBreaks | kBothBreaks);
         }
 }
 
