@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "xmlconv/tag_writer.h"
+
 // A room stands in one block, the 16-bit units behind the text at an even address. It has no text
 // without memory.
 static TextRoom TakeTextRoom(size_t size)
@@ -37,6 +39,7 @@ void EndConversion(Conversion *conversion)
     FreeStyles(&conversion->styles);
     FreeFontMap(&conversion->fonts);
     FreeConversionNotes(&conversion->report);
+    FreeTagStack(conversion->spare);
     free(conversion->memory);
     free(conversion->tagSource);
     free(conversion->tagText);

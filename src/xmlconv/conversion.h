@@ -29,6 +29,7 @@ struct Conversion {
     FontMap fonts;
     StyleState styles;
     TextMemory *memory;     // owned, of the fast road of text
+    TagRecord *spare;       // owned with its parents: records of closed tags, for others to open
     ConversionSizes sizes;  // of the buffers as they are; those of the styles stand in `styles`
     char *tagSource;        // owned, sizes.tag bytes: a tag as it stands in the document
     char *tagText;          // owned, sizes.tag bytes: a tag as it is written

@@ -1,5 +1,5 @@
-// The memory of characters at work. No character is decoded here: the bits that tell characters of
-// a range apart are the index, and the result is copied as bytes.
+// The memory of characters at work: a character's value is its index, and the result is copied as
+// bytes.
 #include "xmlconv/fast_text.h"
 
 #include <cassert>
@@ -16,24 +16,32 @@ static KnownCharacters *KnownOfType(TextMemory *memory, int type)
     return &memory->ofType[type == 0 || type == 2 || type == 3 ? type : 1];
 }
 
-// A character's place in the memory and its length in bytes; null outside of the ranges, and where
-// the bytes are no whole character.
+static bool IsContinuation(uint8_t byte)
+{
+    return (byte & 0xC0) == 0x80;
+}
+
+// Whether three bytes are a character: in its shortest form, and no half of a pair.
+static bool IsCharacter(const uint8_t *text)
+{
+    return IsContinuation(text[1]) && IsContinuation(text[2]) &&
+           (text[0] != 0xE0 || text[1] >= 0xA0) && (text[0] != 0xED || text[1] < 0xA0);
+}
+
+// A character's place in the memory and its length in bytes; null for four bytes, and where the
+// bytes are no whole character.
 static KnownText *FindCharacter(KnownCharacters *known, const uint8_t *text, size_t left,
                                 size_t *length)
 {
     *length = 1;
     if (text[0] < 0x80)
-        return &known->one[text[0]];
+        return &known->of[text[0]];
     *length = 2;
-    if (text[0] >= 0xC2 && text[0] <= 0xDF && left >= 2 && (text[1] & 0xC0) == 0x80)
-        return &known->two[(text[0] & 0x1F) << 6 | (text[1] & 0x3F)];
+    if (text[0] >= 0xC2 && text[0] <= 0xDF && left >= 2 && IsContinuation(text[1]))
+        return &known->of[(text[0] & 0x1F) << 6 | (text[1] & 0x3F)];
     *length = 3;
-    if (text[0] == 0xE2 && left >= 3 && text[1] >= 0x80 && text[1] <= 0x87 &&
-        (text[2] & 0xC0) == 0x80)
-        return &known->three[(text[1] & 0x3F) << 6 | (text[2] & 0x3F)];
-    if (text[0] == 0xE0 && left >= 3 && text[1] >= 0xBA && text[1] <= 0xBB &&
-        (text[2] & 0xC0) == 0x80)
-        return &known->lao[(text[1] & 1) << 6 | (text[2] & 0x3F)];
+    if ((text[0] & 0xF0) == 0xE0 && left >= 3 && IsCharacter(text))
+        return &known->of[(text[0] & 0x0F) << 12 | (text[1] & 0x3F) << 6 | (text[2] & 0x3F)];
     return nullptr;
 }
 

@@ -14,17 +14,13 @@ struct KnownText {
     uint8_t length;  // of it; 0: not asked yet, or the result can't be kept here
 };
 
-// Bytes of a legacy font stand in a document as the characters that they are in code page 1252,
-// which all lie in these ranges. The index is made of the bits of a character's UTF-8 behind those
-// that its range has in common.
+// All characters of up to three bytes, by their value. A document uses few of them, most of code
+// page 1252: the rest of the memory is zeroed by the system and never touched.
 struct KnownCharacters {
-    KnownText one[0x80];     // U+0000 on
-    KnownText two[0x800];    // U+0000 on, from U+0080 used
-    KnownText three[0x200];  // U+2000 on
-    KnownText lao[0x80];     // U+0E80 on, which some put under legacy fonts
+    KnownText of[0x10000];
 };
 
-// The memory of a conversion, zeroed at first.
+// The memory of a conversion, zeroed at first; it has its own block.
 struct TextMemory {
     KnownCharacters ofType[4];  // by conversion type; all types without a translation share 1
 };

@@ -4,7 +4,6 @@
 #include "xmlconv/normal_tag.h"
 
 #include <cassert>
-#include <cstdlib>
 #include <cstring>
 
 #include "xmlconv/byte_set.h"
@@ -13,79 +12,151 @@
 // Bytes that end a name, or make a tag one for the parser. The bracket has to be among them.
 constexpr ByteSet kNameEnds = SetOf(" \t\n\v\f\r/=?>");
 
-// The place behind an attribute with its value; null where it isn't in normal form. A zero byte in
-// the value would end the tag for the parser.
-static const char *SkipAttribute(const char *text, const char *end)
+constexpr ByteSet kValueEnds = SetOf("\">");
+
+// A tag in normal form: one blank before each attribute, a value in double quotes for each, nothing
+// behind.
+struct NormalTagShape {
+    const char *text;
+    size_t length, nameLength;  // brackets included; 0: it isn't in normal form
+    bool isSelfClosing;
+};
+
+// The place behind an attribute with its value; null where it isn't in normal form.
+static const char *SkipAttribute(const char *text)
 {
     size_t nameLength = LengthUpTo(text, kNameEnds);
     text += nameLength;
     if (!IsNameLength(nameLength) || *text != '=' || text[1] != '"')
         return nullptr;
     text += 2;
-    size_t left = size_t(end - text);
-    const void *quote = memchr(text, '"', left);
-    if (!quote || memchr(text, 0, size_t(static_cast<const char *>(quote) - text)))
-        return nullptr;
-    return static_cast<const char *>(quote) + 1;
+    text += LengthUpTo(text, kValueEnds);
+    return *text == '"' ? text + 1 : nullptr;
 }
 
-size_t NormalTagName(const char *source, size_t length)
+// One walk, which finds the closing bracket too: a value that holds one isn't in normal form.
+static NormalTagShape ShapeOfTag(const char *source)
 {
-    const char *end = source + length - 1;
-    assert(length >= 2 && *source == '<' && *end == '>');
-    const char *name = source + 1 + (source[1] == '/');
+    const char *name = source + 1;
     size_t mark = *name == '?';
     size_t nameLength = mark + LengthUpTo(name + mark, kNameEnds);
     const char *text = name + nameLength;
     if (!IsNameLength(nameLength) || nameLength == mark)  // the mark of "<?>" doesn't close it
-        return 0;
+        return {};
     while (text && *text == ' ')
-        text = SkipAttribute(text + 1, end);
+        text = SkipAttribute(text + 1);
     if (!text)
-        return 0;
+        return {};
     bool hasAttributes = text != name + nameLength;
     const char ending = mark ? '?' : '/';
-    if (*text == ending && (ending == '/' || hasAttributes))  // "<?a?>" is a name with two marks
-        ++text;
-    return text == end ? nameLength : 0;
+    bool isSelfClosing = *text == ending && (ending == '/' || hasAttributes);  // "<?a?>" is a name
+    text += isSelfClosing;                                                     // with two marks
+    if (*text != '>')
+        return {};
+    return {source, size_t(text + 1 - source), nameLength, text[-1] == '/' || text[-1] == '?'};
 }
 
-// As the parser leaves it, without the attributes: of open tags only names are asked. Null without
-// memory.
-static TagRecord *OpenTag(std::string_view name, TagRecord *parent)
+// A tag as the parser would leave it, in place.
+enum { kMostAttributes = 8, kValuesSize = 512 };
+struct NormalRecord {
+    TagRecord tag;
+    TagAttribute attributes[kMostAttributes + 1];  // one is for the tracker to add
+    char values[kValuesSize];                      // the texts, each with its terminator
+};
+
+static char *CopyText(char *target, const char *text, size_t length)
 {
-    TagRecord *tag = static_cast<TagRecord *>(calloc(1, sizeof(TagRecord)));
-    if (!tag)
-        return nullptr;
-    assert(name.size() < sizeof tag->name);
-    memcpy(tag->name, name.data(), name.size());
-    tag->parent = parent;
-    return tag;
+    memcpy(target, text, length);
+    target[length] = 0;
+    return target + length + 1;
 }
 
-static bool FollowOpeningTag(Conversion *conversion, TagRecord **current, std::string_view name,
-                             bool isSelfClosing)
+// Fills the record from a tag in normal form; false when it has no room for all of it.
+static bool FillRecord(NormalRecord *record, const NormalTagShape &shape)
 {
+    if (shape.length > kValuesSize)
+        return false;
+    const char *text = shape.text + 1 + shape.nameLength;
+    char *value = record->values;
+    int count = 0;
+    for (; *text == ' '; ++count) {
+        if (count == kMostAttributes)
+            return false;
+        TagAttribute *attribute = &record->attributes[count];
+        attribute->nameLength = LengthUpTo(++text, kNameEnds);
+        CopyText(attribute->name, text, attribute->nameLength);
+        text += attribute->nameLength + 2;
+        size_t size = LengthUpTo(text, kValueEnds);
+        attribute->value = value;
+        value = CopyText(value, text, size);
+        text += size + 1;
+    }
+    CopyText(record->tag.name, shape.text + 1, shape.nameLength);
+    record->tag.nameLength = shape.nameLength;
+    record->tag.isClosing = false;
+    record->tag.isSelfClosing = shape.isSelfClosing;
+    record->tag.attributes = record->attributes;
+    record->tag.attributeCount = count;
+    record->tag.lentRoom = 1;
+    return true;
+}
+
+// Tags with fonts are written, the others only tell of styles.
+static NormalTag FollowAttributes(Conversion *conversion, TagRecord *parent,
+                                  const NormalTagShape &shape)
+{
+    NormalRecord record;
+    if (!FillRecord(&record, shape))
+        return kTagLeft;
+    record.tag.parent = parent;
+    if (IsFontTag({record.tag.name, record.tag.nameLength}))
+        return WriteTag(conversion, &record.tag) ? kTagChanged : kTagFailed;
+    return TrackTag(conversion, &record.tag) ? kTagStays : kTagFailed;
+}
+
+// The record of an open tag is taken first, so that a tag that is left has done nothing.
+static NormalTag FollowOpeningTag(Conversion *conversion, TagRecord **current,
+                                  const NormalTagShape &shape)
+{
+    std::string_view name = {shape.text + 1, shape.nameLength};
+    TagRecord *opened = nullptr;
+    if (!shape.isSelfClosing && !(opened = PushTag(conversion, *current, name)))
+        return kTagLeft;  // ProcessTag tells of it
+    NormalTag followed = kTagStays;
     if (IsFontTag(name) || !TrackTagName(conversion, name))
-        return false;
-    if (isSelfClosing)
-        return true;
-    TagRecord *opened = OpenTag(name, *current);
-    if (!opened)
-        return false;  // ProcessTag tells of it; to track a name once more changes nothing
-    *current = opened;
-    return true;
+        followed = FollowAttributes(conversion, *current, shape);
+    if (opened && followed >= kTagStays)
+        *current = opened;
+    else if (opened)
+        PopTag(conversion, opened);
+    return followed;
 }
 
-bool FollowNormalTag(Conversion *conversion, TagRecord **current, const char *source, size_t length)
+// Length of a closing tag with the name of the tag that is open; 0 for others. The parser has read
+// that name, or would have, so it reads it here.
+static size_t LengthOfClosing(const TagRecord *current, const char *text)
 {
-    size_t nameLength = NormalTagName(source, length);
-    bool isClosing = source[1] == '/';
-    bool isSelfClosing = source[length - 2] == '/' || source[length - 2] == '?';
-    if (!nameLength || (isClosing && isSelfClosing))
-        return false;
-    if (!isClosing)
-        return FollowOpeningTag(conversion, current, {source + 1, nameLength}, isSelfClosing);
-    *current = PopTag(*current);
-    return true;
+    size_t length = current ? current->nameLength : 0;
+    bool closes =
+        length && strncmp(text + 2, current->name, length) == 0 && text[2 + length] == '>';
+    return closes ? length + 3 : 0;
+}
+
+NormalTag FollowNormalTag(Conversion *conversion, TagRecord **current, const char *text,
+                          size_t *length)
+{
+    assert(*text == '<');
+    const size_t most = conversion->sizes.tag - kSpareBytes + 1;
+    if (text[1] == '/') {
+        *length = LengthOfClosing(*current, text);
+        if (*length == 0 || *length > most)
+            return kTagLeft;
+        *current = PopTag(conversion, *current);
+        return kTagStays;
+    }
+    NormalTagShape shape = ShapeOfTag(text);
+    *length = shape.length;
+    if (shape.length == 0 || shape.length > most)
+        return kTagLeft;
+    return FollowOpeningTag(conversion, current, shape);
 }

@@ -123,11 +123,17 @@ static int KeepPiece(Part *part, size_t length)
 static int TakeTag(Part *part)
 {
     Conversion *conversion = part->conversion;
-    size_t length = PieceInBlock(&part->reader, '>');
-    if (length == 0 || length > conversion->sizes.tag - kSpareBytes ||
-        !FollowNormalTag(conversion, &part->current, PlaceInBlock(&part->reader), length + 1))
-        return kNotTaken;
-    return KeepPiece(part, length + 1);
+    size_t length = 0;
+    switch (FollowNormalTag(conversion, &part->current, PlaceInBlock(&part->reader), &length)) {
+    case kTagFailed: return 0;
+    case kTagLeft: return kNotTaken;
+    case kTagStays: return KeepPiece(part, length);
+    case kTagChanged: break;
+    }
+    int written =
+        WriteKept(part) && WriteBytes(part, conversion->tagText, strlen(conversion->tagText));
+    SkipBytes(&part->reader, length);
+    return written;
 }
 
 // Text without a legacy font stays; legacy text is converted out of the block into the room.

@@ -11,7 +11,7 @@ int StartReading(DocumentReader *reader, const DocumentSource &source, size_t bl
     *reader = {};
     reader->source = source;
     reader->size = blockSize;
-    reader->block = static_cast<char *>(malloc(blockSize));
+    reader->block = static_cast<char *>(malloc(blockSize + 1));
     return reader->block != nullptr;
 }
 
@@ -30,6 +30,7 @@ static bool HasBytes(DocumentReader *reader)
     reader->used = 0;
     reader->filled = reader->source.read(reader->source.context, reader->block, reader->size);
     assert(reader->filled <= reader->size);
+    reader->block[reader->filled] = 0;
     return reader->filled > 0;
 }
 

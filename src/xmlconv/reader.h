@@ -18,8 +18,8 @@ struct DocumentSource {
 
 struct DocumentReader {
     DocumentSource source;
-    char *block;          // owned
-    size_t size;          // of the block, in bytes
+    char *block;          // owned; behind what was read stands a zero byte
+    size_t size;          // of the block without that byte
     size_t filled, used;  // bytes of the block that were read, and that were given out
     uint64_t position;    // bytes of the document that were given out
 };

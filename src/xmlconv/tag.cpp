@@ -108,6 +108,7 @@ static int ReadTag(ConversionReport *report, const char *text, TagRecord *tag)
     if (!IsNameLength(length))
         return SetConversionError(report, 0, kFailTagName);
     memcpy(tag->name, text, length);
+    tag->nameLength = length;
     text = ReadAttributes(report, SkipSpace(text + length), tag);
     tag->isSelfClosing = text && IsTagEnd(*text);
     return text != nullptr;
@@ -130,15 +131,29 @@ void FreeTag(TagRecord *tag)
 {
     if (!tag)
         return;
+    assert(tag->lentRoom == 0);
     for (int i = 0; i < tag->attributeCount; ++i)
         free(tag->attributes[i].value);
     free(tag->attributes);
     free(tag);
 }
 
+static void AddLentAttribute(TagRecord *tag, const char *name, const char *value)
+{
+    --tag->lentRoom;
+    TagAttribute *added = &tag->attributes[tag->attributeCount++];
+    CopyCut(added->name, sizeof added->name, name);
+    added->nameLength = strlen(added->name);
+    added->value = const_cast<char *>(value);  // nobody writes into one
+}
+
 // The larger array belongs to the tag before anything else can fail.
 int AddTagAttribute(ConversionReport *report, TagRecord *tag, const char *name, const char *value)
 {
+    if (tag->lentRoom > 0) {
+        AddLentAttribute(tag, name, value);
+        return 1;
+    }
     size_t count = size_t(tag->attributeCount) + 1;
     void *grown = realloc(tag->attributes, count * sizeof(TagAttribute));
     if (!grown)

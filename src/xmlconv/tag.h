@@ -24,9 +24,12 @@ struct TagAttribute {
 
 struct TagRecord {
     char name[kTagNameSize];        // prefix included, as it stands in the document
+    size_t nameLength;              // in bytes
     bool isClosing, isSelfClosing;  // "</a>", "<a/>"; broken documents have both in one
     TagAttribute *attributes;       // owned, null when there are 0
     int attributeCount;
+    int lentRoom;       // places behind the last attribute that may be filled. They, the other ones
+                        // and the values belong to who lent them; 0: the record owns all
     TagRecord *parent;  // the tag that was open when this one was read; null: none. Not owned
 };
 
@@ -37,10 +40,11 @@ TagRecord *ParseTag(ConversionReport *report, const char *source);
 // Number of attributes from text on; -1 on a failure.
 int CountTagAttributes(ConversionReport *report, const char *text);
 
-// Frees a record with all that it owns; null is taken.
+// Frees a record with all that it owns; null is taken. None that was lent its attributes.
 void FreeTag(TagRecord *tag);
 
 // Adds an attribute behind the last one, with copies of both texts: 1, or 0 without memory.
+// A lent one points to the value, which has to stay.
 int AddTagAttribute(ConversionReport *report, TagRecord *tag, const char *name, const char *value);
 
 // The first attribute of a name, without regard to case, or null.

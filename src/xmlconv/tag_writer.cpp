@@ -4,6 +4,7 @@
 #include "xmlconv/tag_writer.h"
 
 #include <cassert>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
@@ -65,7 +66,7 @@ static void PutAttribute(TagCursor *cursor, const TagAttribute *attribute,
                          const FontMapEntry *renamed)
 {
     Put(cursor, " ");
-    Put(cursor, attribute->name);
+    Put(cursor, {attribute->name, attribute->nameLength});
     if (!attribute->value)
         return;
     Put(cursor, "=\"");
@@ -80,9 +81,9 @@ static void PutAttribute(TagCursor *cursor, const TagAttribute *attribute,
 static bool PutTag(Conversion *conversion, const TagRecord *tag)
 {
     TagCursor cursor = {conversion->tagText, conversion->sizes.tag, false};
-    bool namesFonts = IsFontTag(tag->name);
+    bool namesFonts = IsFontTag({tag->name, tag->nameLength});
     Put(&cursor, "<");
-    Put(&cursor, tag->name);
+    Put(&cursor, {tag->name, tag->nameLength});
     for (int i = 0; i < tag->attributeCount; ++i) {
         const TagAttribute *attribute = &tag->attributes[i];
         PutAttribute(&cursor, attribute,
@@ -107,10 +108,33 @@ int WriteTag(Conversion *conversion, TagRecord *tag)
     return 1;
 }
 
-TagRecord *PopTag(TagRecord *current)
+TagRecord *PushTag(Conversion *conversion, TagRecord *current, std::string_view name)
+{
+    TagRecord *tag = conversion->spare;
+    if (tag)
+        conversion->spare = tag->parent;
+    else
+        tag = static_cast<TagRecord *>(calloc(1, sizeof(TagRecord)));
+    if (!tag)
+        return nullptr;
+    assert(name.size() < sizeof tag->name);
+    memcpy(tag->name, name.data(), name.size());
+    tag->name[name.size()] = 0;
+    tag->nameLength = name.size();
+    tag->parent = current;
+    return tag;
+}
+
+// A record without attributes is as good as a new one.
+TagRecord *PopTag(Conversion *conversion, TagRecord *current)
 {
     TagRecord *parent = current ? current->parent : nullptr;
-    FreeTag(current);
+    if (!current || current->attributes) {
+        FreeTag(current);
+        return parent;
+    }
+    current->parent = conversion->spare;
+    conversion->spare = current;
     return parent;
 }
 
@@ -127,13 +151,16 @@ const char *ProcessTag(Conversion *conversion, TagRecord **current)
         return text;
     }
     if (tag->isClosing && !tag->isSelfClosing)  // a tag that is both takes nothing away
-        *current = PopTag(*current);
+        *current = PopTag(conversion, *current);
     FreeTag(tag);
     return done ? text : nullptr;
 }
 
 void FreeTagStack(TagRecord *current)
 {
-    while (current)
-        current = PopTag(current);
+    while (current) {
+        TagRecord *parent = current->parent;
+        FreeTag(current);
+        current = parent;
+    }
 }

@@ -3,6 +3,8 @@
 // (normal_tag.h) doesn't take.
 #pragma once
 
+#include <string_view>
+
 #include "xmlconv/conversion.h"
 #include "xmlconv/tag.h"
 
@@ -15,7 +17,11 @@ int WriteTag(Conversion *conversion, TagRecord *tag);
 // until the next tag; null on a failure, which is reported, and the stack is as it was.
 const char *ProcessTag(Conversion *conversion, TagRecord **current);
 
+// Puts an open tag of that name on the stack: the new top, without attributes, since of open tags
+// only names are asked. Null without memory.
+TagRecord *PushTag(Conversion *conversion, TagRecord *current, std::string_view name);
+
 // Takes the top away: the new one. Where nothing is open nothing is taken.
-TagRecord *PopTag(TagRecord *current);
+TagRecord *PopTag(Conversion *conversion, TagRecord *current);
 
 void FreeTagStack(TagRecord *current);
